@@ -1,0 +1,246 @@
+#include "commands/LayerCommand.h"
+
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "plugin/leaves/MayaStrings.h"
+#include "plugin/leaves/Report.h"
+#include "plugin/middle/ActiveNode.h"
+
+#include <algorithm>
+#include <limits>
+#include <maya/MArgDatabase.h>
+#include <maya/MStringArray.h>
+
+namespace vellum {
+
+namespace {
+
+MStatus refuse(const QString& message) {
+    report::error(message);
+    return MS::kFailure;
+}
+
+bool is(const char* flag, const char* name) {
+    return QLatin1String(flag) == QLatin1String(name);
+}
+
+/// Unsigned script numbers as indexes: what does not fit is just out of range.
+int indexArgument(const MArgDatabase& args, const char* flag, unsigned position) {
+    unsigned value = 0;
+    args.getFlagArgument(flag, position, value);
+    constexpr auto largest = static_cast<unsigned>(std::numeric_limits<int>::max());
+    return static_cast<int>(std::min(value, largest));
+}
+
+int signedArgument(const MArgDatabase& args, const char* flag, unsigned position) {
+    int value = 0;
+    args.getFlagArgument(flag, position, value);
+    return value;
+}
+
+QString textArgument(const MArgDatabase& args, const char* flag) {
+    MString value;
+    if (args.isFlagSet(flag))
+        args.getFlagArgument(flag, 0, value);
+    return fromMaya(value);
+}
+
+/// State of a new layer, -1 when none was given.
+int stateArgument(const MArgDatabase& args) {
+    if (!args.isFlagSet("-ls"))
+        return -1;
+    const int state = indexArgument(args, "-ls", 0);
+    return state > 2 ? 0 : state;
+}
+
+} // namespace
+
+void* LayerCommand::creator() {
+    return new LayerCommand;
+}
+
+MSyntax LayerCommand::newSyntax() {
+    constexpr auto U = MSyntax::kUnsigned;
+    MSyntax syntax;
+    syntax.addFlag("-act", "-active", U);
+    syntax.addFlag("-cnt", "-count");
+    syntax.addFlag("-add", "-addLayer");
+    syntax.addFlag("-ins", "-insert", MSyntax::kLong);
+    syntax.addFlag("-del", "-delete", U);
+    syntax.addFlag("-da", "-deleteAll");
+    syntax.addFlag("-mv", "-move", U, MSyntax::kLong);
+    syntax.addFlag("-mva", "-moveAll", MSyntax::kString);
+    syntax.addFlag("-n", "-name", MSyntax::kString);
+    syntax.addFlag("-nc", "-newCamera", MSyntax::kString);
+    // The long names without a dash are as scripts know them.
+    syntax.addFlag("-en", "editName", MSyntax::kString, U);
+    syntax.addFlag("-qn", "queryName", U);
+    syntax.addFlag("-ev", "editVis", MSyntax::kBoolean, U);
+    syntax.addFlag("-qv", "queryVis", U);
+    syntax.addFlag("-eo", "editOpacity", MSyntax::kDouble, U);
+    syntax.addFlag("-qo", "queryOpacity", U);
+    syntax.addFlag("-es", "editState", U, U);
+    syntax.addFlag("-qs", "queryState", U);
+    syntax.addFlag("-ls", "layerState", U);
+    syntax.addFlag("-irp", "importReelviewPro", MSyntax::kString, MSyntax::kString);
+    syntax.setObjectType(MSyntax::kStringObjects, 1, 1);
+    syntax.enableQuery(true);
+    syntax.enableEdit(true);
+    return syntax;
+}
+
+bool LayerCommand::isUndoable() const {
+    return edit_ != nullptr;
+}
+
+MStatus LayerCommand::doIt(const MArgList& args) {
+    MStatus status;
+    const MArgDatabase parsed(syntax(), args, &status);
+    if (status != MS::kSuccess)
+        return status;
+    MStringArray objects;
+    parsed.getObjects(objects);
+    camera_ = objects.length() > 0 ? fromMaya(objects[0]) : QString();
+    if (!cameraExists(camera_))
+        return refuse(QStringLiteral("Camera does not exist: %1").arg(camera_));
+    status = run(parsed);
+    if (status != MS::kSuccess || !edit_)
+        return status;
+    status = redoIt();
+    if (status == MS::kSuccess && edit_->result() >= 0)
+        setResult(edit_->result());
+    return status;
+}
+
+MStatus LayerCommand::run(const MArgDatabase& args) {
+    const BaseNode* node = activeNode();
+    if (args.isEdit() || args.isQuery())
+        return runInMode(args, node);
+    if (args.isFlagSet("-add") && !args.isFlagSet("-cnt") && !node)
+        return refuse(QStringLiteral("Failed to add layer. Node does not exist."));
+    if (args.isFlagSet("-ins") && !args.isFlagSet("-cnt") && !node)
+        return refuse(QStringLiteral("Failed to insert layer. Node does not exist."));
+    // The first flag in this order decides.
+    for (const char* flag : {"-cnt", "-add", "-ins", "-del", "-da", "-mv", "-mva", "-en", "-qn",
+                             "-ev", "-qv", "-eo", "-qo", "-es", "-qs", "-irp"}) {
+        if (!args.isFlagSet(flag))
+            continue;
+        if (!node)
+            return refuse(QStringLiteral("Node not found"));
+        if (is(flag, "-irp"))
+            return MS::kSuccess;
+        if (is(flag, "-cnt") || flag[1] == 'q')
+            return query(args, flag, *node);
+        if (flag[1] == 'e')
+            return makePropertyEdit(args, flag, *node);
+        return makeStructureEdit(args, flag);
+    }
+    return refuse(QStringLiteral("Invalid command parameters"));
+}
+
+MStatus LayerCommand::runInMode(const MArgDatabase& args, const BaseNode* node) {
+    if (!args.isFlagSet("-act"))
+        return refuse(args.isEdit() ? QStringLiteral("Invalid edit parameter")
+                                    : QStringLiteral("Invalid query parameter"));
+    if (!node)
+        return refuse(QStringLiteral("Node not found"));
+    if (args.isEdit())
+        edit_ = layer_edit::activate(camera_, indexArgument(args, "-act", 0));
+    else
+        setResult(node->layerManager()->activeLayerIndex(camera_));
+    return MS::kSuccess;
+}
+
+MStatus LayerCommand::makeStructureEdit(const MArgDatabase& args, const char* flag) {
+    if (is(flag, "-add"))
+        edit_ = layer_edit::add(camera_, textArgument(args, "-n"), stateArgument(args));
+    else if (is(flag, "-ins"))
+        edit_ = layer_edit::insert(camera_, signedArgument(args, flag, 0), textArgument(args, "-n"),
+                                   stateArgument(args));
+    else if (is(flag, "-del"))
+        edit_ = layer_edit::remove(camera_, indexArgument(args, flag, 0));
+    else if (is(flag, "-da"))
+        edit_ = layer_edit::removeAll(camera_);
+    else if (is(flag, "-mv") && args.isFlagSet("-nc"))
+        edit_ = layer_edit::moveToCamera(camera_, indexArgument(args, flag, 0),
+                                         textArgument(args, "-nc"), signedArgument(args, flag, 1));
+    else if (is(flag, "-mv"))
+        edit_ =
+            layer_edit::move(camera_, indexArgument(args, flag, 0), signedArgument(args, flag, 1));
+    else
+        edit_ = layer_edit::moveAll(camera_, textArgument(args, flag));
+    return MS::kSuccess;
+}
+
+bool LayerCommand::requireLayer(const BaseNode& node, unsigned index) const {
+    if (node.layerManager()->isValidLayer(camera_, static_cast<int>(index)))
+        return true;
+    report::error(QStringLiteral("Layer does not exist for camera (index): %1 (%2)")
+                      .arg(camera_, QString::number(index)));
+    return false;
+}
+
+MStatus LayerCommand::makePropertyEdit(const MArgDatabase& args, const char* flag,
+                                       const BaseNode& node) {
+    unsigned number = 0;
+    args.getFlagArgument(flag, 1, number);
+    if (!requireLayer(node, number))
+        return MS::kFailure;
+    const int index = static_cast<int>(number);
+    if (is(flag, "-en")) {
+        edit_ = layer_edit::rename(camera_, index, textArgument(args, flag));
+    } else if (is(flag, "-ev")) {
+        edit_ = layer_edit::setVisible(camera_, index, args.flagArgumentBool(flag, 0));
+    } else if (is(flag, "-eo")) {
+        edit_ = layer_edit::setOpacity(camera_, index,
+                                       static_cast<float>(args.flagArgumentDouble(flag, 0)));
+    } else {
+        unsigned state = 0;
+        args.getFlagArgument(flag, 0, state);
+        if (state > 2)
+            return refuse(QStringLiteral("Invalid state value: %1").arg(state));
+        edit_ = layer_edit::setState(camera_, index, static_cast<int>(state));
+    }
+    return MS::kSuccess;
+}
+
+MStatus LayerCommand::query(const MArgDatabase& args, const char* flag, const BaseNode& node) {
+    const auto document = node.layerManager();
+    if (is(flag, "-cnt")) {
+        setResult(document->cameraLayerCount(camera_));
+        return MS::kSuccess;
+    }
+    unsigned number = 0;
+    args.getFlagArgument(flag, 0, number);
+    if (!requireLayer(node, number))
+        return MS::kFailure;
+    const int index = static_cast<int>(number);
+    if (is(flag, "-qn"))
+        setResult(toMaya(document->layerName(camera_, index)));
+    else if (is(flag, "-qv"))
+        setResult(document->layerVisible(camera_, index));
+    else if (is(flag, "-qo"))
+        setResult(static_cast<double>(document->layerOpacity(camera_, index)));
+    else
+        setResult(document->layerState(camera_, index));
+    return MS::kSuccess;
+}
+
+MStatus LayerCommand::redoIt() {
+    BaseNode* node = activeNode();
+    if (!node || !edit_->apply(*node->layerManager()))
+        return MS::kFailure;
+    node->drawingChanged();
+    return MS::kSuccess;
+}
+
+MStatus LayerCommand::undoIt() {
+    BaseNode* node = activeNode();
+    if (!node)
+        return MS::kFailure;
+    edit_->revert(*node->layerManager());
+    node->drawingChanged();
+    return MS::kSuccess;
+}
+
+} // namespace vellum

@@ -1,0 +1,39 @@
+// rvVellumLayer: queries and edits the layers of one camera.
+#pragma once
+
+#include "commands/LayerEdits.h"
+
+#include <QString>
+#include <maya/MPxCommand.h>
+#include <maya/MSyntax.h>
+#include <memory>
+
+class MArgDatabase;
+
+namespace vellum {
+
+class BaseNode;
+
+class LayerCommand : public MPxCommand {
+public:
+    static void* creator();
+    static MSyntax newSyntax();
+
+    MStatus doIt(const MArgList& args) override;
+    MStatus undoIt() override;
+    MStatus redoIt() override;
+    bool isUndoable() const override;
+
+private:
+    MStatus run(const MArgDatabase& args);
+    MStatus runInMode(const MArgDatabase& args, const BaseNode* node);
+    MStatus makeStructureEdit(const MArgDatabase& args, const char* flag);
+    MStatus makePropertyEdit(const MArgDatabase& args, const char* flag, const BaseNode& node);
+    MStatus query(const MArgDatabase& args, const char* flag, const BaseNode& node);
+    bool requireLayer(const BaseNode& node, unsigned index) const;
+
+    QString camera_;
+    std::unique_ptr<LayerEdit> edit_; ///< null: a query
+};
+
+} // namespace vellum

@@ -1,0 +1,56 @@
+// rvVellumNode: makes the drawing node, tells whether there is one, refreshes it.
+#pragma once
+
+#include <QString>
+#include <maya/MDagModifier.h>
+#include <maya/MObject.h>
+#include <maya/MPxCommand.h>
+#include <maya/MSelectionList.h>
+#include <maya/MSyntax.h>
+
+class MArgDatabase;
+
+namespace vellum {
+
+class NodeCommand : public MPxCommand {
+public:
+    static void* creator();
+    static MSyntax newSyntax();
+
+    MStatus doIt(const MArgList& args) override;
+    MStatus undoIt() override;
+    MStatus redoIt() override;
+    bool isUndoable() const override;
+
+private:
+    void parse(const MArgDatabase& args);
+    MStatus query();
+    MStatus refresh();
+    MStatus refreshGhosting();
+    MStatus create();
+    MStatus buildNodes();
+    void addFirstLayer();
+    void refreshListeners();
+
+    MDagModifier modifier_;
+    MObject transform_;
+    MSelectionList selectionBefore_;
+
+    bool edit_ = false;
+    bool query_ = false;
+    bool doneOnce_ = false; ///< redo runs the modifier only
+    bool undoable_ = false;
+
+    // From the flags; exists, refresh and refreshGhosting exclude each other in that order.
+    bool exists_ = false;
+    bool refresh_ = false;
+    bool refreshGhosting_ = false;
+    bool layer_ = false;
+    bool frame_ = false;
+    bool queryCamera_ = false;
+    QString layerName_;
+    QString camera_;
+    int layerState_ = -1; ///< -1: not given
+};
+
+} // namespace vellum

@@ -1,0 +1,73 @@
+// What each flag of rvVellumUtil does, in the order in which the flags are looked for.
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <maya/MArgDatabase.h>
+#include <maya/MStatus.h>
+#include <maya/MSyntax.h>
+#include <vector>
+
+namespace vellum {
+
+using UtilHandler = MStatus (*)(const MArgDatabase& args, const char* flag);
+
+/// A flag runs `create`, or, when it has `edit` and `query`, one of those by the mode of the call.
+struct UtilAction {
+    const char* shortName;
+    const char* longName; ///< some without a dash: both forms name the same flag
+    std::vector<MSyntax::MArgType> arguments;
+    UtilHandler create;
+    UtilHandler edit;
+    UtilHandler query;
+};
+
+/// In order of registration and of precedence.
+const std::vector<UtilAction>& utilActions();
+
+// The actions, by subject. Appended to the table by utilActions().
+namespace util {
+
+unsigned unsignedArgument(const MArgDatabase& args, const char* flag, unsigned index);
+int intArgument(const MArgDatabase& args, const char* flag, unsigned index);
+QString stringArgument(const MArgDatabase& args, const char* flag, unsigned index);
+
+// tools, see UtilTools.cpp
+MStatus activateDraw(const MArgDatabase& args, const char* flag);
+MStatus activateTransform(const MArgDatabase& args, const char* flag);
+MStatus chooseTool(const MArgDatabase& args, const char* flag);
+MStatus setDrawColor(const MArgDatabase& args, const char* flag);
+MStatus queryDrawColor(const MArgDatabase& args, const char* flag);
+MStatus setToolOptions(const MArgDatabase& args, const char* flag);
+
+// ghosts, time slider and views, see UtilDisplay.cpp
+MStatus setGhost(const MArgDatabase& args, const char* flag);
+MStatus queryGhost(const MArgDatabase& args, const char* flag);
+MStatus setGhostCount(const MArgDatabase& args, const char* flag);
+MStatus queryGhostCount(const MArgDatabase& args, const char* flag);
+MStatus setGhostOverride(const MArgDatabase& args, const char* flag);
+MStatus queryGhostOverride(const MArgDatabase& args, const char* flag);
+MStatus setGhostColor(const MArgDatabase& args, const char* flag);
+MStatus queryGhostColor(const MArgDatabase& args, const char* flag);
+MStatus setTimelineDisplay(const MArgDatabase& args, const char* flag);
+MStatus queryTimelineDisplay(const MArgDatabase& args, const char* flag);
+MStatus refreshTimelineDisplay(const MArgDatabase& args, const char* flag);
+MStatus floatingView(const MArgDatabase& args, const char* flag);
+MStatus floatingViewMove(const MArgDatabase& args, const char* flag);
+
+// panels and dialogs, see UtilPanels.cpp
+MStatus showPanel(const MArgDatabase& args, const char* flag);
+MStatus openDialog(const MArgDatabase& args, const char* flag);
+MStatus openLayerProperties(const MArgDatabase& args, const char* flag);
+MStatus refreshLayerManager(const MArgDatabase& args, const char* flag);
+MStatus refreshToolbox(const MArgDatabase& args, const char* flag);
+MStatus resetInterface(const MArgDatabase& args, const char* flag);
+MStatus doNothing(const MArgDatabase& args, const char* flag);
+
+/// Reads three colour components; false, after reporting, when one is above 255.
+bool readColor(const MArgDatabase& args, const char* flag, QColor& color);
+void setColorResult(const QColor& color);
+
+} // namespace util
+
+} // namespace vellum

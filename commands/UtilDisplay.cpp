@@ -1,0 +1,138 @@
+#include "commands/UtilActions.h"
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Report.h"
+#include "plugin/leaves/Script.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/Panels.h"
+#include "plugin/middle/Timeline.h"
+
+#include <QLatin1String>
+#include <algorithm>
+#include <maya/MPxCommand.h>
+
+namespace vellum::util {
+
+namespace {
+
+bool is(const char* flag, const char* name) {
+    return QLatin1String(flag) == QLatin1String(name);
+}
+
+bool& ghostSwitch(const char* flag) {
+    return is(flag, "-gp") ? settings().ghostPrev : settings().ghostNext;
+}
+
+int& ghostCount(const char* flag) {
+    return is(flag, "-gpc") ? settings().ghostPrevCount : settings().ghostNextCount;
+}
+
+QColor& ghostColor(const char* flag) {
+    return is(flag, "-gcp") ? settings().ghostColorOverridePrev : settings().ghostColorOverrideNext;
+}
+
+MStatus ghostsChanged() {
+    if (BaseNode* node = activeNode()) {
+        const auto document = node->layerManager();
+        document->markCameraModified(document->currentCamera());
+        node->forceRedraw();
+    }
+    updateMainMenu();
+    panels().refreshToolbox();
+    return MS::kSuccess;
+}
+
+MStatus openFloatingView(const QString& sourceCamera) {
+    return script::execute(command::createFloatingView(sourceCamera)) ? MS::kSuccess : MS::kFailure;
+}
+
+} // namespace
+
+MStatus setGhost(const MArgDatabase& args, const char* flag) {
+    const int value = intArgument(args, flag, 0);
+    bool& ghost = ghostSwitch(flag);
+    ghost = value < 0 ? !ghost : value > 0;
+    return ghostsChanged();
+}
+
+MStatus queryGhost(const MArgDatabase&, const char* flag) {
+    MPxCommand::setResult(ghostSwitch(flag) ? 1 : 0);
+    return MS::kSuccess;
+}
+
+MStatus setGhostCount(const MArgDatabase& args, const char* flag) {
+    ghostCount(flag) = static_cast<int>(std::clamp(unsignedArgument(args, flag, 0), 1U, 9U));
+    return ghostsChanged();
+}
+
+MStatus queryGhostCount(const MArgDatabase&, const char* flag) {
+    MPxCommand::setResult(ghostCount(flag));
+    return MS::kSuccess;
+}
+
+MStatus setGhostOverride(const MArgDatabase& args, const char* flag) {
+    settings().ghostColorOverride = unsignedArgument(args, flag, 0) != 0;
+    return ghostsChanged();
+}
+
+MStatus queryGhostOverride(const MArgDatabase&, const char*) {
+    MPxCommand::setResult(settings().ghostColorOverride);
+    return MS::kSuccess;
+}
+
+MStatus setGhostColor(const MArgDatabase& args, const char* flag) {
+    QColor color;
+    if (!readColor(args, flag, color))
+        return MS::kFailure;
+    ghostColor(flag) = color;
+    return ghostsChanged();
+}
+
+MStatus queryGhostColor(const MArgDatabase&, const char* flag) {
+    setColorResult(ghostColor(flag));
+    return MS::kSuccess;
+}
+
+MStatus setTimelineDisplay(const MArgDatabase& args, const char* flag) {
+    const unsigned mode = unsignedArgument(args, flag, 0);
+    if (mode > 2) {
+        report::error(QStringLiteral("Invalid timeline frame display option."));
+        return MS::kFailure;
+    }
+    settings().timelineFrameDisplay = static_cast<int>(mode);
+    refreshTimeline();
+    updateMainMenu();
+    return MS::kSuccess;
+}
+
+MStatus queryTimelineDisplay(const MArgDatabase&, const char*) {
+    MPxCommand::setResult(settings().timelineFrameDisplay);
+    return MS::kSuccess;
+}
+
+MStatus refreshTimelineDisplay(const MArgDatabase&, const char*) {
+    refreshTimeline();
+    return MS::kSuccess;
+}
+
+MStatus floatingView(const MArgDatabase&, const char*) {
+    return openFloatingView(QString());
+}
+
+MStatus floatingViewMove(const MArgDatabase& args, const char* flag) {
+    const QString name = stringArgument(args, flag, 0);
+    const QStringList cameras = cameraNames();
+    if (!name.isEmpty())
+        return openFloatingView(cameras.contains(name) ? name : QString());
+    const BaseNode* node = activeNode();
+    if (!node)
+        return openFloatingView(QString());
+    const auto chosen = panels().chooseCamera(cameras, node->layerManager()->currentCamera());
+    if (!chosen || chosen->isEmpty())
+        return MS::kSuccess;
+    return openFloatingView(*chosen);
+}
+
+} // namespace vellum::util

@@ -1,0 +1,105 @@
+#include "commands/UtilActions.h"
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Names.h"
+#include "plugin/leaves/Script.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/leaves/Tool.h"
+#include "plugin/leaves/ToolOptions.h"
+#include "plugin/middle/Panels.h"
+#include "plugin/middle/PluginState.h"
+
+#include <QHash>
+#include <algorithm>
+#include <limits>
+
+namespace vellum::util {
+
+namespace {
+
+/// Makes the tool context current; one that was made once is used again until the unload.
+MStatus activate(QString& contextName, const char* creationCommand) {
+    // Only whether the query runs counts, not what it answers.
+    if (contextName.isEmpty() || !script::execute(command::contextExists(contextName))) {
+        contextName =
+            script::executeString(QString::fromLatin1(creationCommand)).value_or(QString());
+        if (contextName.isEmpty())
+            return MS::kFailure;
+    }
+    return script::execute(command::setToolTo(contextName)) ? MS::kSuccess : MS::kFailure;
+}
+
+/// Tool meant by a "...Tool" or "...Options" flag.
+Tool toolOfFlag(const char* flag) {
+    static const QHash<QString, Tool> tools{
+        {QStringLiteral("-pt"), Tool::Pencil},    {QStringLiteral("-po"), Tool::Pencil},
+        {QStringLiteral("-bt"), Tool::Brush},     {QStringLiteral("-bo"), Tool::Brush},
+        {QStringLiteral("-et"), Tool::Eraser},    {QStringLiteral("-eo"), Tool::Eraser},
+        {QStringLiteral("-tt"), Tool::Text},      {QStringLiteral("-txo"), Tool::Text},
+        {QStringLiteral("-lt"), Tool::Line},      {QStringLiteral("-lo"), Tool::Line},
+        {QStringLiteral("-at"), Tool::Arrow},     {QStringLiteral("-ao"), Tool::Arrow},
+        {QStringLiteral("-elt"), Tool::Ellipse},  {QStringLiteral("-elo"), Tool::Ellipse},
+        {QStringLiteral("-rt"), Tool::Rectangle}, {QStringLiteral("-ro"), Tool::Rectangle},
+    };
+    return tools.value(QString::fromLatin1(flag));
+}
+
+/// Script numbers are unsigned, options signed: what does not fit is just very large.
+int optionArgument(const MArgDatabase& args, const char* flag, unsigned index) {
+    constexpr auto largest = static_cast<unsigned>(std::numeric_limits<int>::max());
+    return static_cast<int>(std::min(unsignedArgument(args, flag, index), largest));
+}
+
+} // namespace
+
+MStatus activateDraw(const MArgDatabase&, const char*) {
+    return activate(pluginState().drawContextName, kDrawContextCommand);
+}
+
+MStatus activateTransform(const MArgDatabase&, const char*) {
+    return activate(pluginState().transformContextName, kTransformContextCommand);
+}
+
+MStatus chooseTool(const MArgDatabase& args, const char* flag) {
+    const MStatus status = activateDraw(args, flag);
+    if (status != MS::kSuccess)
+        return status;
+    settings().activeTool = static_cast<int>(toolOfFlag(flag));
+    updateMainMenu();
+    panels().refreshToolbox();
+    panels().refreshToolOptions();
+    return MS::kSuccess;
+}
+
+MStatus setDrawColor(const MArgDatabase& args, const char* flag) {
+    QColor color;
+    if (!readColor(args, flag, color))
+        return MS::kFailure;
+    settings().activeColor = color;
+    panels().refreshToolbox();
+    return MS::kSuccess;
+}
+
+MStatus queryDrawColor(const MArgDatabase&, const char*) {
+    setColorResult(settings().activeColor);
+    return MS::kSuccess;
+}
+
+MStatus setToolOptions(const MArgDatabase& args, const char* flag) {
+    const Tool tool = toolOfFlag(flag);
+    const int number = static_cast<int>(tool);
+    setToolSize(number, optionArgument(args, flag, 0));
+    setToolOpacity(number, optionArgument(args, flag, 1));
+    if (tool == Tool::Pencil) {
+        setToolTabletEnabled(number, unsignedArgument(args, flag, 2) != 0);
+    } else if (tool == Tool::Brush || tool == Tool::Eraser) {
+        setToolHardness(number, optionArgument(args, flag, 2));
+        setToolTabletEnabled(number, unsignedArgument(args, flag, 3) != 0);
+    } else if (tool == Tool::Text) {
+        settings().textFontFamily = stringArgument(args, flag, 2);
+    }
+    panels().refreshToolOptions();
+    panels().refreshToolbox();
+    return MS::kSuccess;
+}
+
+} // namespace vellum::util

@@ -1,0 +1,66 @@
+#include "document/BaseNodeLayerData.h"
+
+#include "document/LayerDataFormat.h"
+#include "document/LayerManager.h"
+#include "plugin/leaves/Names.h"
+
+#include <istream>
+#include <maya/MArgList.h>
+#include <maya/MString.h>
+#include <ostream>
+
+namespace vellum {
+
+const MTypeId BaseNodeLayerData::id(kDataTypeId);
+const MString BaseNodeLayerData::typeName(kDataTypeName);
+
+BaseNodeLayerData::BaseNodeLayerData() = default;
+BaseNodeLayerData::~BaseNodeLayerData() = default;
+
+void* BaseNodeLayerData::creator() {
+    return new BaseNodeLayerData;
+}
+
+void BaseNodeLayerData::createLayerManager() {
+    if (!manager_) {
+        manager_ = std::make_shared<LayerManager>();
+    }
+}
+
+MStatus BaseNodeLayerData::readASCII(const MArgList& args, unsigned& endOfTheLastParsedElement) {
+    createLayerManager();
+    return layer_data::readAscii(*manager_, args, endOfTheLastParsedElement);
+}
+
+MStatus BaseNodeLayerData::readBinary(std::istream& in, unsigned length) {
+    createLayerManager();
+    return layer_data::readBinary(*manager_, in, length);
+}
+
+MStatus BaseNodeLayerData::writeASCII(std::ostream& out) {
+    if (!manager_) {
+        out << "-1";
+        return MS::kFailure;
+    }
+    return layer_data::writeAscii(*manager_, out);
+}
+
+MStatus BaseNodeLayerData::writeBinary(std::ostream& out) {
+    return manager_ ? layer_data::writeBinary(*manager_, out) : MStatus(MS::kFailure);
+}
+
+void BaseNodeLayerData::copy(const MPxData& other) {
+    if (other.typeId() == id) {
+        manager_ = static_cast<const BaseNodeLayerData&>(other).manager_;
+    }
+}
+
+MTypeId BaseNodeLayerData::typeId() const {
+    return id;
+}
+
+MString BaseNodeLayerData::name() const {
+    return typeName;
+}
+
+} // namespace vellum

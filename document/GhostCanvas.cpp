@@ -1,0 +1,155 @@
+#include "document/GhostCanvas.h"
+
+#include "document/Layer.h"
+#include "document/PixelRows.h"
+#include "plugin/leaves/Settings.h"
+#include "tools/raster/Stroke.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vellum {
+
+namespace {
+
+constexpr double kNearestOpacity = 0.4;
+using Row = std::array<std::uint8_t, 4 * kCanvasSize>;
+
+/// One side of the current frame: pictures from the farthest to the nearest, and their opacities in
+/// 255ths as Qt's raster engine rounds them.
+struct Side {
+    struct Picture {
+        QImage image;
+        std::shared_ptr<const RowSpans> spans;
+        int opacity;
+    };
+    std::vector<Picture> pictures;
+    bool tint = false;
+    QColor color;
+
+    bool paintRow(int y, Row& row) const {
+        bool painted = false;
+        for (const Picture& picture : pictures) {
+            const auto span = picture.spans->rows[static_cast<std::size_t>(y)];
+            if (span.first < span.last) {
+                const int from = 4 * span.first;
+                rows::overFaded(row.data() + from, picture.image.constScanLine(y) + from,
+                                span.last - span.first, picture.opacity);
+                painted = true;
+            }
+        }
+        if (painted && tint) {
+            rows::tint(row.data(), kCanvasSize, static_cast<std::uint8_t>(color.red()),
+                       static_cast<std::uint8_t>(color.green()),
+                       static_cast<std::uint8_t>(color.blue()));
+        }
+        return painted;
+    }
+};
+
+int rasterOpacity(double opacity) {
+    return qRound(opacity * 256) * 255 >> 8;
+}
+
+/// Frame `offset` places from the shown one, null when hidden or missing.
+const Frame* neighbour(const Layer& layer, int offset) {
+    return layer.isVisible() ? layer.frameAt(layer.currentIndex() + offset) : nullptr;
+}
+
+std::vector<quint64> revisions(const Layer& layer, int count, int direction) {
+    std::vector<quint64> result;
+    for (int k = count; k >= 1; --k) {
+        const Frame* frame = neighbour(layer, direction * k);
+        result.push_back(frame ? frame->revision() : 0);
+    }
+    return result;
+}
+
+Side side(const Layer& layer, int count, int direction, bool tint, const QColor& color) {
+    Side result;
+    result.tint = tint;
+    result.color = color;
+    for (int k = count; k >= 1; --k) {
+        if (const Frame* frame = neighbour(layer, direction * k)) {
+            const QImage image = frame->image();
+            const double opacity = kNearestOpacity - (k - 1) * (kNearestOpacity / count);
+            result.pictures.push_back({image, frame->spans(), rasterOpacity(opacity)});
+        }
+    }
+    return result;
+}
+
+bool none(const std::vector<quint64>& pictures) {
+    return std::all_of(pictures.begin(), pictures.end(), [](quint64 one) { return one == 0; });
+}
+
+} // namespace
+
+bool GhostOptions::operator==(const GhostOptions& other) const {
+    return previous == other.previous && next == other.next && tint == other.tint &&
+           (!tint || (previousColor == other.previousColor && nextColor == other.nextColor));
+}
+
+GhostOptions GhostOptions::fromSettings(bool playing) {
+    const Settings& chosen = settings();
+    GhostOptions options;
+    if (playing && chosen.disableGhostingDuringPlayback) {
+        return options;
+    }
+    options.previous = chosen.ghostPrev ? std::max(chosen.ghostPrevCount, 0) : 0;
+    options.next = chosen.ghostNext ? std::max(chosen.ghostNextCount, 0) : 0;
+    options.tint = chosen.ghostColorOverride;
+    options.previousColor = chosen.ghostColorOverridePrev;
+    options.nextColor = chosen.ghostColorOverrideNext;
+    return options;
+}
+
+bool GhostCanvas::Recipe::operator==(const Recipe& other) const {
+    return options == other.options && previous == other.previous && next == other.next;
+}
+
+bool GhostCanvas::update(const Layer* layer, const GhostOptions& options) {
+    Recipe recipe;
+    if (layer) {
+        recipe.options = options;
+        recipe.previous = revisions(*layer, options.previous, -1);
+        recipe.next = revisions(*layer, options.next, +1);
+        if (none(recipe.previous) && none(recipe.next)) {
+            recipe = Recipe();
+        }
+    }
+    if (recipe == recipe_) {
+        return false;
+    }
+    if (recipe == Recipe()) {
+        image_ = QImage();
+    } else {
+        paint(*layer, recipe);
+    }
+    recipe_ = std::move(recipe);
+    return true;
+}
+
+void GhostCanvas::paint(const Layer& layer, const Recipe& recipe) {
+    const GhostOptions& options = recipe.options;
+    const Side previous = side(layer, options.previous, -1, options.tint, options.previousColor);
+    const Side next = side(layer, options.next, +1, options.tint, options.nextColor);
+    if (image_.isNull()) {
+        image_ = QImage(kCanvasSize, kCanvasSize, QImage::Format_RGBA8888);
+    }
+    for (int y = 0; y < kCanvasSize; ++y) {
+        Row upper{};
+        const bool hasNext = next.paintRow(y, upper);
+        Row lower{};
+        if (previous.paintRow(y, lower)) {
+            if (hasNext) {
+                rows::under(upper.data(), lower.data(), kCanvasSize);
+            } else {
+                upper = lower;
+            }
+        }
+        std::copy(upper.begin(), upper.end(), image_.scanLine(y));
+    }
+}
+
+} // namespace vellum

@@ -1,0 +1,126 @@
+// One layer of a camera: drawings in time and how they are shown. Main thread only.
+#pragma once
+
+#include "document/Frame.h"
+
+#include <QImage>
+#include <QList>
+#include <QRect>
+#include <QString>
+#include <maya/MTime.h>
+#include <memory>
+#include <vector>
+
+namespace vellum {
+
+/// Numbers stored in scene files and settings.
+namespace layer_state {
+inline constexpr int kAnimated = 0; ///< one drawing per keyed frame
+inline constexpr int kStatic = 1;   ///< can be drawn on at any time from its first frame on
+inline constexpr int kLocked = 2;   ///< refuses changes; shown like an animated layer
+} // namespace layer_state
+
+/// Invariants:
+/// 1. Frames are in ascending whole frames (see toIntTime()), no two the same when added; changing
+///    the time unit keeps the order but may let neighbours fall together.
+/// 2. The current frame is the last one at or before the time last given to updateCurrentIndex().
+/// 3. A change of what the layer shows makes it dirty.
+class Layer {
+public:
+    Layer();
+    explicit Layer(const QString& name);
+    ~Layer();
+
+    Layer(const Layer&) = delete;
+    Layer& operator=(const Layer&) = delete;
+
+    const QString& name() const { return name_; }
+    void setName(const QString& name) { name_ = name; }
+    bool isActive() const { return active_; }
+    void setActive(bool active) { active_ = active; }
+    bool isVisible() const { return visible_; }
+    void setVisible(bool visible);
+    float opacity() const { return opacity_; } ///< 0..1
+    void setOpacity(float opacity);            ///< pulled into 0..1
+    int state() const { return state_; }       ///< layer_state
+    void setState(int state) { state_ = state; }
+
+    /// Takes the frame over and returns its index; -1, destroying it, when there is one at its
+    /// time.
+    int addFrame(std::unique_ptr<Frame> frame);
+    int addFrameAt(const MTime& time); ///< a blank one
+    int addFrameAt(int intTime);
+    int addFrameAtCurrentTime();
+
+    bool hasFrameAt(const MTime& time) const;
+    bool hasFrameAtIntTime(int intTime) const;
+
+    /// Whether the layer can be drawn on now: a frame at exactly the current time, for a static
+    /// layer any current frame.
+    bool hasFrameAtCurrentTime() const;
+
+    int frameCount() const { return static_cast<int>(frames_.size()); }
+    Frame* frameAt(int index) const;                   ///< null outside 0..count-1
+    int currentIndex() const { return currentIndex_; } ///< -1: nothing is shown
+    Frame* currentFrame() const { return frameAt(currentIndex_); }
+
+    /// A packed copy of the frame at that time, or null.
+    std::unique_ptr<Frame> copyFrameAt(const MTime& time) const;
+    std::unique_ptr<Frame> copyFrameAt(int intTime) const;
+
+    /// Removes the frame at that time and hands it over; null when there is none.
+    std::unique_ptr<Frame> takeFrameAt(const MTime& time);
+    std::unique_ptr<Frame> takeFrameAt(int intTime);
+    std::unique_ptr<Frame> takeFrameAtCurrentTime();
+
+    /// First frame after, last frame before the current time; with `wrap` the first or last one
+    /// when there is none. Null otherwise. Owned by the layer.
+    Frame* nextFrame(bool wrap) const;
+    Frame* previousFrame(bool wrap) const;
+
+    /// Picture of the frame `offset` places from the current one; null when the layer is hidden or
+    /// there is no such frame. Clears the dirty mark.
+    QImage displayImage(int offset = 0);
+
+    /// Replaces the picture of the current frame; nothing without one. `changed` limits what has to
+    /// be shown anew when the caller knows it.
+    void setCurrentImage(const QImage& image, const QRect& changed = wholeCanvas());
+    void setCurrentPng(const QByteArray& png); ///< bytes that are known to load
+
+    /// Retiming: the i-th frame gets the i-th time, as far as both go. The times are ascending.
+    void setFrameTimes(const QList<int>& times);
+    QList<int> frameTimes() const;
+    void collectFrameTimes(QList<int>& times) const;
+
+    /// Finds the current frame for a time.
+    void updateCurrentIndex(int intTime);
+
+    void clearFrames();
+
+    bool isDirty() const { return dirty_; }
+    void markDirty(const QRect& changed = wholeCanvas());
+
+    /// For the composite, which keeps its own account of what it has not shown yet: the rectangle
+    /// changed since the last take, empty when none.
+    const QRect& undisplayed() const { return undisplayed_; }
+    QRect takeUndisplayed();
+
+    static QRect wholeCanvas();
+
+private:
+    int firstAfter(int intTime) const; ///< index of the first frame later than that
+    int indexOf(int intTime) const;    ///< -1 when there is none
+
+    QString name_;
+    bool active_ = false;
+    bool visible_ = true;
+    float opacity_ = 1.0F;
+    int state_ = layer_state::kAnimated;
+    std::vector<std::unique_ptr<Frame>> frames_;
+    int currentIndex_ = -1;
+    bool ascending_ = true; ///< setFrameTimes() was not given nonsense
+    bool dirty_ = true;
+    QRect undisplayed_;
+};
+
+} // namespace vellum

@@ -1,0 +1,45 @@
+// The document in Maya scene files, as tokens (.ma) and as bytes (.mb). Both carry the same fields
+// in the same order:
+//
+//   version (1), master mark, current camera, number of cameras; for each camera: name, number of
+//   layers, index of the active layer (-1: none); for each layer: name, number of frames, visible,
+//   opacity, state; for each frame: time, picture as PNG.
+//
+// ASCII: integers, 0/1, decimal numbers, quoted strings escaped as Maya's script language wants;
+// times as MTime prints them; PNG as quoted lowercase hexadecimal. Bytes: int32 and float
+// little-endian, unaligned; marks one byte; strings and PNG as an int32 count and that many bytes,
+// strings in UTF-8; times int32, whole frames of the current unit.
+//
+// Nothing read is believed before it is checked against what is left. What was read before a
+// failure stays in the document.
+#pragma once
+
+#include <iosfwd>
+#include <maya/MStatus.h>
+
+class MArgList;
+
+namespace vellum {
+
+class LayerManager;
+
+namespace layer_data {
+
+/// Always succeeds; a picture that cannot be encoded is written empty.
+MStatus writeAscii(const LayerManager& manager, std::ostream& out);
+
+/// Reads from argument `index` on and leaves `index` after the last one used. Each failure is
+/// reported with the index of the argument that caused it. Frames whose picture does not load are
+/// reported and skipped.
+MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index);
+
+/// kFailure when the stream failed.
+MStatus writeBinary(const LayerManager& manager, std::ostream& out);
+
+/// Consumes exactly `length` bytes, or what is left of the stream, whatever it finds. Shows no
+/// message. kFailure for contents that break off or contradict themselves; frames whose picture
+/// does not load are skipped.
+MStatus readBinary(LayerManager& manager, std::istream& in, unsigned length);
+
+} // namespace layer_data
+} // namespace vellum

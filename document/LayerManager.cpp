@@ -1,0 +1,330 @@
+#include "document/LayerManager.h"
+
+#include "document/DocumentObserver.h"
+#include "document/IntTime.h"
+#include "document/PixelRows.h"
+#include "plugin/leaves/Report.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vellum {
+
+LayerManager::LayerManager() = default;
+LayerManager::~LayerManager() = default;
+
+LayerManager::ChangeGroup::ChangeGroup(LayerManager& manager) : manager_(manager) {
+    ++manager_.changeGroups_;
+}
+
+LayerManager::ChangeGroup::~ChangeGroup() {
+    if (--manager_.changeGroups_ == 0 && std::exchange(manager_.changePending_, false)) {
+        documentObserver().documentChanged(manager_);
+    }
+}
+
+void LayerManager::changeStep() {
+    changePending_ = true;
+    // An operation that consists of others still makes one step.
+    const ChangeGroup group(*this);
+}
+
+const LayerManager::Camera* LayerManager::find(const QString& camera) const {
+    const auto found = cameras_.find(camera);
+    return found == cameras_.end() ? nullptr : &found->second;
+}
+
+LayerManager::Camera* LayerManager::find(const QString& camera) {
+    return const_cast<Camera*>(std::as_const(*this).find(camera));
+}
+
+QStringList LayerManager::cameras() const {
+    QStringList names;
+    for (const auto& [name, camera] : cameras_) {
+        names.append(name);
+    }
+    return names;
+}
+
+int LayerManager::cameraLayerCount(const QString& camera) const {
+    const Camera* found = find(camera);
+    return found ? static_cast<int>(found->layers.size()) : 0;
+}
+
+int LayerManager::totalLayerCount() const {
+    int count = 0;
+    for (const auto& [name, camera] : cameras_) {
+        count += static_cast<int>(camera.layers.size());
+    }
+    return count;
+}
+
+bool LayerManager::isValidLayer(const QString& camera, int index) const {
+    return index >= 0 && index < cameraLayerCount(camera);
+}
+
+Layer* LayerManager::layer(const QString& camera, int index) const {
+    return isValidLayer(camera, index) ? find(camera)->layers[static_cast<std::size_t>(index)].get()
+                                       : nullptr;
+}
+
+int LayerManager::activeLayerIndex(const QString& camera) const {
+    const Camera* found = find(camera);
+    if (!found) {
+        return -1;
+    }
+    const auto active = std::find_if(found->layers.begin(), found->layers.end(),
+                                     [](const auto& one) { return one->isActive(); });
+    return active == found->layers.end() ? -1 : static_cast<int>(active - found->layers.begin());
+}
+
+Layer* LayerManager::activeLayer(const QString& camera) const {
+    return layer(camera, activeLayerIndex(camera));
+}
+
+QString LayerManager::uniqueLayerName(const QString& name) const {
+    const auto isTaken = [this](const QString& candidate) {
+        for (const auto& [cameraName, camera] : cameras_) {
+            for (const auto& one : camera.layers) {
+                if (one->name() == candidate) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    const QString base = QStringLiteral("Layer");
+    QString candidate = name.isEmpty() ? base : name;
+    // The number always goes behind "Layer", whatever name was asked for.
+    for (int number = 1; isTaken(candidate); ++number) {
+        candidate = QStringLiteral("%1 %2").arg(base).arg(number);
+    }
+    return candidate;
+}
+
+int LayerManager::addLayer(const QString& camera, int index, const QString& name) {
+    if (camera.isEmpty()) {
+        return -1;
+    }
+    auto added = std::make_unique<Layer>(uniqueLayerName(name));
+    return insertLayer(camera, index, std::move(added));
+}
+
+int LayerManager::insertLayer(const QString& camera, int index, std::unique_ptr<Layer> layer) {
+    if (!layer) {
+        return -1;
+    }
+    const ChangeGroup group(*this);
+    Camera& target = cameras_[camera];
+    const int count = static_cast<int>(target.layers.size());
+    const int at = index < 0 || index >= count ? count : index;
+    // It may have been away while time went on.
+    layer->updateCurrentIndex(currentIntTime());
+    layer->markDirty();
+    layer->setActive(layer->isActive() && activeLayerIndex(camera) < 0);
+    target.layers.insert(target.layers.begin() + at, std::move(layer));
+    if (count == 0) {
+        target.composite = std::make_unique<CameraComposite>();
+        const bool firstOfDocument =
+            std::all_of(cameras_.begin(), cameras_.end(), [&target](const auto& entry) {
+                return &entry.second == &target || entry.second.layers.empty();
+            });
+        if (firstOfDocument) {
+            setActiveLayer(camera, 0, true);
+        } else {
+            target.layers.front()->setActive(true);
+        }
+    }
+    markCameraModified(camera);
+    changeStep();
+    return at;
+}
+
+std::unique_ptr<Layer> LayerManager::takeLayer(const QString& camera, int index) {
+    if (!isValidLayer(camera, index)) {
+        return nullptr;
+    }
+    const ChangeGroup group(*this);
+    const int active = activeLayerIndex(camera);
+    std::vector<std::unique_ptr<Layer>>& layers = find(camera)->layers;
+    auto taken = std::move(layers[static_cast<std::size_t>(index)]);
+    layers.erase(layers.begin() + index);
+    if (layers.empty()) {
+        find(camera)->composite.reset();
+    } else if (active == index) {
+        setActiveLayer(camera, std::max(active - 1, 0), false);
+    }
+    markCameraModified(camera);
+    changeStep();
+    return taken;
+}
+
+void LayerManager::deleteAllLayers(const QString& camera,
+                                   std::vector<std::unique_ptr<Layer>>& out) {
+    Camera* found = find(camera);
+    if (!found) {
+        return;
+    }
+    for (auto& one : found->layers) {
+        out.push_back(std::move(one));
+    }
+    found->layers.clear();
+    found->composite.reset();
+    markCameraModified(camera);
+    changeStep();
+}
+
+bool LayerManager::reportInvalidLayer(const QString& camera, int index) const {
+    if (isValidLayer(camera, index)) {
+        return false;
+    }
+    report::error(QStringLiteral("Invalid layer: %1 (%2)").arg(camera, QString::number(index)));
+    return true;
+}
+
+int LayerManager::moveLayer(const QString& camera, int from, int to) {
+    if (reportInvalidLayer(camera, from)) {
+        return -1;
+    }
+    std::vector<std::unique_ptr<Layer>>& layers = find(camera)->layers;
+    const int target = std::clamp(to, 0, static_cast<int>(layers.size()) - 1);
+    const auto begin = layers.begin();
+    if (from < target) {
+        std::rotate(begin + from, begin + from + 1, begin + target + 1);
+    } else {
+        std::rotate(begin + target, begin + from, begin + from + 1);
+    }
+    markCameraModified(camera);
+    changeStep();
+    return target;
+}
+
+int LayerManager::moveLayerToCamera(const QString& camera, int index, const QString& newCamera,
+                                    int newIndex) {
+    if (!documentObserver().cameraExists(newCamera)) {
+        report::error(QStringLiteral("Camera does not exist: %1").arg(newCamera));
+        return -1;
+    }
+    if (reportInvalidLayer(camera, index)) {
+        return -1;
+    }
+    const ChangeGroup group(*this);
+    auto moved = takeLayer(camera, index);
+    moved->setActive(false);
+    return insertLayer(newCamera, newIndex, std::move(moved));
+}
+
+void LayerManager::renameLayer(const QString& camera, int index, const QString& name) {
+    Layer* found = layer(camera, index);
+    if (found && found->name() != name) {
+        found->setName(uniqueLayerName(name));
+        changeStep();
+    }
+}
+
+void LayerManager::setLayerOpacity(const QString& camera, int index, float opacity) {
+    Layer* found = layer(camera, index);
+    if (!found) {
+        return;
+    }
+    const float before = found->opacity();
+    found->setOpacity(opacity);
+    if (found->opacity() != before && camera == currentCamera_ && found->isActive()) {
+        documentObserver().activeLayerOpacityChanged(found->opacity());
+    }
+}
+
+void LayerManager::setLayerState(const QString& camera, int index, int state) {
+    Layer* found = layer(camera, index);
+    if (found && state >= layer_state::kAnimated && state <= layer_state::kLocked) {
+        found->setState(state);
+        changeStep();
+    }
+}
+
+void LayerManager::setLayerVisible(const QString& camera, int index, bool visible) {
+    if (Layer* found = layer(camera, index)) {
+        found->setVisible(visible);
+        changeStep();
+    }
+}
+
+QString LayerManager::layerName(const QString& camera, int index) const {
+    const Layer* found = layer(camera, index);
+    return found ? found->name() : QString();
+}
+
+float LayerManager::layerOpacity(const QString& camera, int index) const {
+    const Layer* found = layer(camera, index);
+    return found ? found->opacity() : 0.0F;
+}
+
+int LayerManager::layerState(const QString& camera, int index) const {
+    const Layer* found = layer(camera, index);
+    return found ? found->state() : 0;
+}
+
+bool LayerManager::layerVisible(const QString& camera, int index) const {
+    const Layer* found = layer(camera, index);
+    return found && found->isVisible();
+}
+
+bool LayerManager::setActiveLayer(const QString& camera, int index, bool makeCurrentCamera) {
+    const int count = cameraLayerCount(camera);
+    if (index >= count || (index < 0 && count > 0)) {
+        report::error(QStringLiteral("Invalid layer index: %1").arg(index));
+        return false;
+    }
+    if (Camera* found = find(camera)) {
+        if (activeLayerIndex(camera) != index) {
+            markCameraModified(camera); // the ghosts are those of the active layer
+        }
+        for (int i = 0; i < count; ++i) {
+            found->layers[static_cast<std::size_t>(i)]->setActive(i == index);
+        }
+    }
+    if (makeCurrentCamera) {
+        adoptCamera(camera);
+    }
+    changeStep();
+    return true;
+}
+
+bool LayerManager::adoptCamera(const QString& camera) {
+    if (camera == currentCamera_) {
+        return false;
+    }
+    previousCamera_ = std::exchange(currentCamera_, camera);
+    return true;
+}
+
+void LayerManager::setCurrentCamera(const QString& camera) {
+    if (adoptCamera(camera)) {
+        changeStep();
+    }
+}
+
+void LayerManager::RefreshActiveCamera() {
+    const QString camera = documentObserver().currentCamera();
+    // Without an active view (batch mode, all panels torn off) the last camera stays.
+    if (!camera.isEmpty()) {
+        setCurrentCamera(camera);
+    }
+}
+
+void LayerManager::markCameraModified(const QString& camera) {
+    modifiedCameras_.insert(camera);
+}
+
+QStringList LayerManager::modifiedCameras() const {
+    return {modifiedCameras_.begin(), modifiedCameras_.end()};
+}
+
+void LayerManager::tintImage(QImage& image, const QColor& color) {
+    for (int y = 0; y < image.height(); ++y) {
+        rows::tint(image.scanLine(y), image.width(), static_cast<quint8>(color.red()),
+                   static_cast<quint8>(color.green()), static_cast<quint8>(color.blue()));
+    }
+}
+
+} // namespace vellum

@@ -1,0 +1,202 @@
+// The document: for every camera an ordered list of layers, and the picture they make together.
+// Owned by the node's data and shared by everyone who works on it (std::shared_ptr). Main thread
+// only.
+//
+// Cameras are named by their transform. A layer is addressed by camera and index, 0 at the bottom.
+// Queries and setters of a layer that does not exist are silent and neutral; moving it reports
+// "Invalid layer: CAMERA (INDEX)", activating it "Invalid layer index: INDEX", and changes nothing.
+#pragma once
+
+#include "document/CameraComposite.h"
+#include "document/Layer.h"
+#include "document/StrokeSession.h"
+
+#include <QColor>
+#include <QImage>
+#include <QObject>
+#include <QRect>
+#include <QString>
+#include <QStringList>
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+namespace vellum {
+
+class LayerManager : public QObject {
+    Q_OBJECT
+
+public:
+    LayerManager();
+    ~LayerManager() override;
+
+    /// The mark of the scene's main drawing: the first node that carries it is the active one.
+    bool isMaster() const { return master_; }
+    void setMaster(bool master) { master_ = master; }
+
+    // --- Layers -------------------------------------------------------------------------------
+
+    QStringList cameras() const; ///< ascending; a camera that lost its layers stays listed
+    int cameraLayerCount(const QString& camera) const;
+    int totalLayerCount() const;
+    bool isValidLayer(const QString& camera, int index) const;
+    Layer* layer(const QString& camera, int index) const; ///< null when there is none
+    int activeLayerIndex(const QString& camera) const;    ///< -1 when there is none
+    Layer* activeLayer(const QString& camera) const;
+
+    /// Makes a layer with a unique name and the state of new layers; its index or -1.
+    int addLayer(const QString& camera, int index, const QString& name);
+
+    /// Takes a layer over, its name unchanged. An index outside the list appends. The first layer
+    /// of a camera becomes active; the first of the document makes its camera current. -1 for null.
+    int insertLayer(const QString& camera, int index, std::unique_ptr<Layer> layer);
+
+    /// Removes a layer and hands it over. When it was the active one, the one below becomes active.
+    std::unique_ptr<Layer> takeLayer(const QString& camera, int index);
+
+    /// Hands all layers of a camera over, bottom first, appended to `out`.
+    void deleteAllLayers(const QString& camera, std::vector<std::unique_ptr<Layer>>& out);
+
+    int moveLayer(const QString& camera, int from, int to); ///< final index or -1
+    int moveLayerToCamera(const QString& camera, int index, const QString& newCamera,
+                          int newIndex); ///< index in the new camera or -1
+
+    void renameLayer(const QString& camera, int index, const QString& name);
+    void setLayerOpacity(const QString& camera, int index, float opacity);
+    void setLayerState(const QString& camera, int index, int state); ///< ignored outside 0..2
+    void setLayerVisible(const QString& camera, int index, bool visible);
+    QString layerName(const QString& camera, int index) const;
+    float layerOpacity(const QString& camera, int index) const;
+    int layerState(const QString& camera, int index) const;
+    bool layerVisible(const QString& camera, int index) const;
+
+    /// The name itself when no layer of any camera has it, else "Layer 1", "Layer 2", ...
+    QString uniqueLayerName(const QString& name) const;
+
+    /// Makes a layer the drawing target of its camera. A negative index is accepted for a camera
+    /// without layers. False after reporting "Invalid layer index: INDEX".
+    bool setActiveLayer(const QString& camera, int index, bool makeCurrentCamera);
+
+    const QString& currentCamera() const { return currentCamera_; }
+    const QString& previousCamera() const { return previousCamera_; }
+    void setCurrentCamera(const QString& camera);
+
+    // --- Frames of the active layer of a camera; neutral without one ----------------------------
+
+    int addFrameAt(const QString& camera, const MTime& time);
+    int addFrameAt(const QString& camera, int intTime);
+    int addFrameAtCurrentTime(const QString& camera);
+    bool hasFrameAt(const QString& camera, int intTime) const;
+    bool hasFrameAtCurrentTime(const QString& camera) const;
+    std::unique_ptr<Frame> takeFrameAt(const QString& camera, const MTime& time);
+    std::unique_ptr<Frame> takeFrameAt(const QString& camera, int intTime);
+    std::unique_ptr<Frame> takeFrameAtCurrentTime(const QString& camera);
+    std::unique_ptr<Frame> copyFrameAt(const QString& camera, int intTime) const;
+    Frame* nextFrame(const QString& camera, bool wrap) const;
+    Frame* previousFrame(const QString& camera, bool wrap) const;
+    void setFrameTimes(const QString& camera, const QList<int>& times);
+
+    /// Also brings the layer's current frame up to date with the scene's time, so that a following
+    /// timeChanged() may skip it.
+    void collectFrameTimes(const QString& camera, QList<int>& times);
+
+    /// The frame shown now, null when there is none.
+    Frame* currentFrame(const QString& camera) const;
+
+    /// Exchange used by undo and redo of strokes: the current frame gets the picture of the bytes,
+    /// the bytes become the picture it had. Bytes that do not load give a blank picture. False,
+    /// changing nothing, without an active layer or current frame.
+    bool replaceActiveImage(const QString& camera, QByteArray& png);
+
+    // --- Stroke in progress: at most one --------------------------------------------------------
+
+    /// Begins a stroke on the current frame of the camera's active layer and prepares the stroke
+    /// image for the tool (tools/raster/ToolNumber.h). A stroke still in progress is discarded.
+    /// Null when the layer is missing or locked or has no frame to draw on now.
+    Stroke* beginStroke(const QString& camera, int tool, const QColor& color);
+    Stroke* currentStroke() { return stroke_ ? &stroke_->stroke() : nullptr; }
+    const QString& strokeCamera() const { return strokeCamera_; }
+
+    /// Merges the stroke into the current frame and ends it. `undoBytes` gets the PNG of the
+    /// picture before. False, changing nothing, without a stroke on that camera, without a current
+    /// frame, or when the picture that an eraser works on is no longer the current one.
+    bool commitStroke(const QString& camera, QByteArray& undoBytes);
+    void discardStroke();
+
+    // --- The picture ----------------------------------------------------------------------------
+
+    /// Whether compositeCamera() would change the picture.
+    bool needsRedraw(const QString& camera) const;
+    void markCameraModified(const QString& camera);
+    QStringList modifiedCameras() const;
+
+    /// The picture of a camera at the current time: ghosts of the active layer, then the layers
+    /// from the bottom up, the stroke in progress on the active one. 1024 x 1024, Format_RGBA8888,
+    /// straight alpha. Only what changed since the last call is made anew. Null for a camera
+    /// without layers. Owned by the document; the pixels change with the next call.
+    const QImage* compositeCamera(const QString& camera);
+
+    /// Version of a camera's picture, another one after every change; 0 before the first. With it
+    /// several textures can each fetch what they miss: changes since a version that was never this
+    /// picture's, or too long ago, are the whole canvas.
+    quint64 compositeVersion(const QString& camera) const;
+    QRect compositeChangedSince(const QString& camera, quint64 version) const;
+
+    /// The scene's time changed: every layer finds its current frame. With `skipActive` the active
+    /// layer of the current camera is left alone (see collectFrameTimes()).
+    void timeChanged(int intTime, bool skipActive = false);
+
+    /// Sets the colour of every pixel that is not fully transparent, keeping its alpha. `image`:
+    /// Format_RGBA8888.
+    static void tintImage(QImage& image, const QColor& color);
+
+    /// Groups changes: one change step at the end instead of one for each.
+    class ChangeGroup {
+    public:
+        explicit ChangeGroup(LayerManager& manager);
+        ~ChangeGroup();
+        ChangeGroup(const ChangeGroup&) = delete;
+        ChangeGroup& operator=(const ChangeGroup&) = delete;
+
+    private:
+        LayerManager& manager_;
+    };
+
+public Q_SLOTS:
+    /// The camera of the active 3D view becomes the current camera.
+    void RefreshActiveCamera();
+
+private:
+    struct Camera {
+        std::vector<std::unique_ptr<Layer>> layers; ///< bottom first, never null
+        std::unique_ptr<CameraComposite> composite; ///< while there are layers
+    };
+
+    const Camera* find(const QString& camera) const;
+    Camera* find(const QString& camera);
+    bool adoptCamera(const QString& camera);
+    void changeStep();
+    bool reportInvalidLayer(const QString& camera, int index) const;
+    const StrokeSession* strokeOn(const QString& camera, const Layer& layer) const;
+    bool updateGhosts(Camera& camera);
+    QRect collectChanges(const QString& name, Camera& camera);
+    void noteDisplayed(const QString& camera);
+
+    std::map<QString, Camera> cameras_;
+    std::set<QString> modifiedCameras_;
+    QString currentCamera_;
+    QString previousCamera_;
+    bool master_ = false;
+    bool wasPlaying_ = false;
+    int changeGroups_ = 0;
+    bool changePending_ = false;
+
+    std::unique_ptr<StrokeSession> stroke_;
+    QString strokeCamera_;
+    QImage strokeCanvas_;       ///< reused from stroke to stroke
+    QStringList recentCameras_; ///< whose pictures are taken to be on display, latest first
+    QString fullRedrawCamera_;  ///< a stroke was discarded there and the picture still shows it
+};
+
+} // namespace vellum

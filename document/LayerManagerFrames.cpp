@@ -1,0 +1,113 @@
+// The part of LayerManager that passes frame operations on to the active layer of a camera.
+#include "document/DocumentObserver.h"
+#include "document/IntTime.h"
+#include "document/LayerManager.h"
+#include "document/PngCheck.h"
+#include "tools/raster/StrokeMerge.h"
+
+namespace vellum {
+
+int LayerManager::addFrameAt(const QString& camera, const MTime& time) {
+    Layer* active = activeLayer(camera);
+    return active ? active->addFrameAt(time) : -1;
+}
+
+int LayerManager::addFrameAt(const QString& camera, int intTime) {
+    return addFrameAt(camera, fromIntTime(intTime));
+}
+
+int LayerManager::addFrameAtCurrentTime(const QString& camera) {
+    Layer* active = activeLayer(camera);
+    return active ? active->addFrameAtCurrentTime() : -1;
+}
+
+bool LayerManager::hasFrameAt(const QString& camera, int intTime) const {
+    const Layer* active = activeLayer(camera);
+    return active && active->hasFrameAtIntTime(intTime);
+}
+
+bool LayerManager::hasFrameAtCurrentTime(const QString& camera) const {
+    const Layer* active = activeLayer(camera);
+    return active && active->hasFrameAtCurrentTime();
+}
+
+std::unique_ptr<Frame> LayerManager::takeFrameAt(const QString& camera, const MTime& time) {
+    return takeFrameAt(camera, toIntTime(time));
+}
+
+std::unique_ptr<Frame> LayerManager::takeFrameAt(const QString& camera, int intTime) {
+    Layer* active = activeLayer(camera);
+    return active ? active->takeFrameAt(intTime) : nullptr;
+}
+
+std::unique_ptr<Frame> LayerManager::takeFrameAtCurrentTime(const QString& camera) {
+    return takeFrameAt(camera, currentIntTime());
+}
+
+std::unique_ptr<Frame> LayerManager::copyFrameAt(const QString& camera, int intTime) const {
+    const Layer* active = activeLayer(camera);
+    return active ? active->copyFrameAt(intTime) : nullptr;
+}
+
+Frame* LayerManager::nextFrame(const QString& camera, bool wrap) const {
+    const Layer* active = activeLayer(camera);
+    return active ? active->nextFrame(wrap) : nullptr;
+}
+
+Frame* LayerManager::previousFrame(const QString& camera, bool wrap) const {
+    const Layer* active = activeLayer(camera);
+    return active ? active->previousFrame(wrap) : nullptr;
+}
+
+void LayerManager::setFrameTimes(const QString& camera, const QList<int>& times) {
+    if (Layer* active = activeLayer(camera)) {
+        active->setFrameTimes(times);
+    }
+}
+
+void LayerManager::collectFrameTimes(const QString& camera, QList<int>& times) {
+    times.clear();
+    if (Layer* active = activeLayer(camera)) {
+        active->updateCurrentIndex(currentIntTime());
+        active->collectFrameTimes(times);
+    }
+}
+
+Frame* LayerManager::currentFrame(const QString& camera) const {
+    const Layer* active = activeLayer(camera);
+    return active ? active->currentFrame() : nullptr;
+}
+
+bool LayerManager::replaceActiveImage(const QString& camera, QByteArray& png) {
+    Layer* active = activeLayer(camera);
+    const Frame* frame = active ? active->currentFrame() : nullptr;
+    if (!frame) {
+        return false;
+    }
+    const QByteArray before = frame->pngBytes();
+    if (pngLoads(png)) {
+        active->setCurrentPng(png);
+    } else {
+        active->setCurrentImage(blankCanvas());
+    }
+    png = before;
+    return true;
+}
+
+void LayerManager::timeChanged(int intTime, bool skipActive) {
+    const Layer* skipped = skipActive ? activeLayer(currentCamera_) : nullptr;
+    for (auto& [name, camera] : cameras_) {
+        for (auto& one : camera.layers) {
+            if (one.get() != skipped) {
+                one->updateCurrentIndex(intTime);
+            }
+        }
+    }
+    const bool playing = documentObserver().isPlaying();
+    if (playing && !wasPlaying_) {
+        markCameraModified(currentCamera_); // its ghosts may vanish
+    }
+    wasPlaying_ = playing;
+}
+
+} // namespace vellum

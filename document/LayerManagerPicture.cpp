@@ -1,0 +1,176 @@
+// The part of LayerManager that draws: the stroke in progress and the picture of a camera.
+#include "document/DocumentObserver.h"
+#include "document/LayerManager.h"
+
+#include <utility>
+
+namespace vellum {
+
+namespace {
+/// Maya shows up to four panels at once, each through another camera.
+constexpr int kCamerasOnDisplay = 4;
+} // namespace
+
+Stroke* LayerManager::beginStroke(const QString& camera, int tool, const QColor& color) {
+    discardStroke();
+    const Layer* active = activeLayer(camera);
+    const bool drawable = tool >= tool::kPencil && tool <= tool::kRectangle;
+    if (!drawable || !active || active->state() == layer_state::kLocked ||
+        !active->hasFrameAtCurrentTime() || !active->currentFrame()) {
+        return nullptr;
+    }
+    // While the stroke is drawn the ghosts stay as they are, so they have to be right now.
+    Camera& target = *find(camera);
+    if (updateGhosts(target)) {
+        markCameraModified(camera);
+    }
+    strokeCamera_ = camera;
+    stroke_ = std::make_unique<StrokeSession>(*active->currentFrame(), tool, color,
+                                              std::exchange(strokeCanvas_, QImage()));
+    return &stroke_->stroke();
+}
+
+bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
+    Layer* active = activeLayer(camera);
+    Frame* frame = active ? active->currentFrame() : nullptr;
+    if (!stroke_ || strokeCamera_ != camera || !frame || active->state() == layer_state::kLocked) {
+        return false;
+    }
+    // The eraser's picture is the whole frame: it would overwrite another one.
+    if (stroke_->replacesFrame() && !stroke_->isOn(*frame)) {
+        return false;
+    }
+    undoBytes = frame->pngBytes();
+    const QImage merged = stroke_->merged(frame->image());
+    active->setCurrentImage(merged, stroke_->touched());
+    strokeCanvas_ = stroke_->takeCanvas();
+    stroke_.reset();
+    return true;
+}
+
+void LayerManager::discardStroke() {
+    if (stroke_) {
+        strokeCanvas_ = stroke_->takeCanvas();
+        stroke_.reset();
+        fullRedrawCamera_ = strokeCamera_;
+    }
+}
+
+const StrokeSession* LayerManager::strokeOn(const QString& camera, const Layer& layer) const {
+    const Frame* frame = layer.currentFrame();
+    return stroke_ && strokeCamera_ == camera && layer.isActive() && frame && stroke_->isOn(*frame)
+               ? stroke_.get()
+               : nullptr;
+}
+
+bool LayerManager::needsRedraw(const QString& camera) const {
+    const Camera* found = find(camera);
+    if (!found || !found->composite) {
+        return false;
+    }
+    if (found->composite->version() == 0 ||
+        (stroke_ && strokeCamera_ == camera && stroke_->isDirty()) ||
+        (!fullRedrawCamera_.isNull() && fullRedrawCamera_ == camera) ||
+        modifiedCameras_.count(camera) > 0) {
+        return true;
+    }
+    for (const auto& one : found->layers) {
+        if (!one->undisplayed().isEmpty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool LayerManager::updateGhosts(Camera& camera) {
+    const Layer* active = nullptr;
+    for (const auto& one : camera.layers) {
+        if (one->isActive()) {
+            active = one.get();
+            break;
+        }
+    }
+    return camera.composite->ghosts().update(
+        active, GhostOptions::fromSettings(documentObserver().isPlaying()));
+}
+
+QRect LayerManager::collectChanges(const QString& name, Camera& camera) {
+    QRect changed;
+    if (modifiedCameras_.erase(name) > 0 || camera.composite->version() == 0) {
+        changed = Layer::wholeCanvas();
+    }
+    if (fullRedrawCamera_ == name) {
+        fullRedrawCamera_ = QString();
+        changed = Layer::wholeCanvas();
+    }
+    for (const auto& one : camera.layers) {
+        changed |= one->takeUndisplayed();
+    }
+    const bool strokeHere = stroke_ && strokeCamera_ == name;
+    if (strokeHere && stroke_->isDirty()) {
+        changed |= stroke_->update();
+    }
+    if (!strokeHere && updateGhosts(camera)) {
+        changed = Layer::wholeCanvas();
+    }
+    return changed;
+}
+
+const QImage* LayerManager::compositeCamera(const QString& name) {
+    Camera* camera = find(name);
+    if (!camera || !camera->composite) {
+        return nullptr;
+    }
+    CameraComposite& composite = *camera->composite;
+    if (!needsRedraw(name)) {
+        return &composite.image();
+    }
+    const QRect changed = collectChanges(name, *camera);
+    if (changed.isEmpty()) {
+        return &composite.image();
+    }
+    std::vector<CompositeLayer> layers;
+    std::vector<Frame::Hold> holds;
+    for (const auto& one : camera->layers) {
+        const QImage image = one->displayImage();
+        if (image.isNull()) {
+            continue;
+        }
+        const Frame* frame = one->currentFrame();
+        holds.push_back(frame->hold());
+        const StrokeSession* stroke = strokeOn(name, *one);
+        if (stroke && stroke->replacesFrame()) {
+            layers.push_back({stroke->image(), nullptr, QImage()});
+        } else {
+            layers.push_back({image, frame->spans(), stroke ? stroke->image() : QImage()});
+        }
+    }
+    composite.paint(changed, layers);
+    composite.setHolds(std::move(holds));
+    noteDisplayed(name);
+    return &composite.image();
+}
+
+void LayerManager::noteDisplayed(const QString& camera) {
+    recentCameras_.removeAll(camera);
+    recentCameras_.prepend(camera);
+    while (recentCameras_.size() > kCamerasOnDisplay) {
+        Camera* gone = find(recentCameras_.takeLast());
+        if (gone && gone->composite) {
+            gone->composite->setHolds({});
+        }
+    }
+}
+
+quint64 LayerManager::compositeVersion(const QString& camera) const {
+    const Camera* found = find(camera);
+    return found && found->composite ? found->composite->version() : 0;
+}
+
+QRect LayerManager::compositeChangedSince(const QString& camera, quint64 version) const {
+    const Camera* found = find(camera);
+    return found && found->composite ? found->composite->changedSince(version)
+                                     : Layer::wholeCanvas();
+}
+
+} // namespace vellum

@@ -1,0 +1,14 @@
+#pragma once
+
+class MSpace {
+public:
+    enum Space {
+        kInvalid,
+        kTransform,
+        kPreTransform,
+        kPostTransform,
+        kWorld,
+        kObject = kPreTransform,
+        kLast = kWorld
+    };
+};

@@ -1,0 +1,253 @@
+#include "app/Replay.h"
+
+#include "render/View.h"
+#include "render/Views.h"
+#include "script/Interpreter.h"
+#include "ui/QtCompat.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+#include <algorithm>
+#include <cmath>
+
+namespace host {
+
+namespace {
+
+constexpr int lostAfterMs = 2000;
+
+} // namespace
+
+Replay::Replay(Session session, QWidget* window, double speed)
+    : session_(std::move(session)), window_(window), speed_(session_.speed * speed),
+      input_(InputInjector::create()) {
+    stepTimer_.setSingleShot(true);
+    stepTimer_.setTimerType(Qt::PreciseTimer);
+    connect(&stepTimer_, &QTimer::timeout, this, &Replay::next);
+    lostTimer_.setSingleShot(true);
+    lostTimer_.setInterval(lostAfterMs);
+    connect(&lostTimer_, &QTimer::timeout, this, [this] {
+        ++lost_;
+        settle();
+    });
+}
+
+Replay::~Replay() {
+    letGo();
+}
+
+void Replay::start(std::function<void(const std::string&)> finished) {
+    finished_ = std::move(finished);
+    // The pointer events are sent beside the pen's; Qt must not make up a second set of them.
+    QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, false);
+    qApp->installEventFilter(this);
+    window_->activateWindow();
+    sinceStep_.start();
+    stepTimer_.start(int(session_.steps.front().time * 1000 / speed_));
+}
+
+QWidget* Replay::target() const {
+    if (session_.space == Session::Space::window)
+        return window_;
+    const View* view = Views::instance().active();
+    return view && view->surface().widget ? view->surface().widget : window_;
+}
+
+QPoint Replay::toScreen(QPointF position) const {
+    const QWidget* widget = target();
+    if (!session_.surface.isEmpty()) {
+        const QSizeF size = QSizeF(widget->size()) * widget->devicePixelRatioF();
+        const double scale = std::min(size.width() / session_.surface.width(),
+                                      size.height() / session_.surface.height());
+        position = {(size.width() - session_.surface.width() * scale) / 2 + position.x() * scale,
+                    (size.height() - session_.surface.height() * scale) / 2 + position.y() * scale};
+    }
+    return InputInjector::toScreen(widget, position);
+}
+
+bool Replay::reachesUs(QPoint position) const {
+    if (held_ != Qt::NoButton)
+        return true; // the window of the press keeps the pointer
+    const QPointF logical = QPointF(position) / window_->devicePixelRatioF();
+    return QApplication::topLevelAt(logical.toPoint()) != nullptr;
+}
+
+void Replay::next() {
+    if (done_)
+        return;
+    if (index_ == session_.steps.size()) {
+        finish(lost_ ? std::to_string(lost_) + " events of the session did not arrive" : "");
+        return;
+    }
+    const SessionStep step = session_.steps[index_++];
+    sinceStep_.restart();
+    waiting_ = Waiting::no;
+    perform(step);
+}
+
+void Replay::expect(Waiting what, QPoint position) {
+    waiting_ = what;
+    expected_ = position;
+    lostTimer_.start();
+}
+
+void Replay::settle() {
+    waiting_ = Waiting::no;
+    lostTimer_.stop();
+    // Whatever the event caused is handled before the next step.
+    QTimer::singleShot(0, this, &Replay::schedule);
+}
+
+void Replay::schedule() {
+    if (done_)
+        return;
+    double pause = 0;
+    if (index_ > 0 && index_ < session_.steps.size())
+        pause = (session_.steps[index_].time - session_.steps[index_ - 1].time) / speed_;
+    const double left = pause * 1000 - double(sinceStep_.nsecsElapsed()) / 1e6;
+    stepTimer_.start(std::max(0, int(std::ceil(left))));
+}
+
+void Replay::movePointer(QPoint target) {
+    if (input_->position() == target) {
+        settle();
+        return;
+    }
+    if (reachesUs(target))
+        expect(Waiting::motion, target);
+    input_->moveTo(target);
+    if (waiting_ == Waiting::no)
+        settle();
+}
+
+void Replay::perform(const SessionStep& step) {
+    using Kind = SessionStep::Kind;
+    switch (step.kind) {
+    case Kind::move:
+        movePointer(toScreen(step.position));
+        return;
+    case Kind::tabletMove: {
+        const QPoint position = toScreen(step.position);
+        InputInjector::tablet(target()->window()->windowHandle(), InputInjector::TabletPhase::move,
+                              position, step.pressure, step.eraser);
+        movePointer(position);
+        return;
+    }
+    case Kind::tabletPress: {
+        const QPoint position = toScreen(step.position);
+        input_->moveTo(position);
+        InputInjector::tablet(target()->window()->windowHandle(), InputInjector::TabletPhase::press,
+                              position, step.pressure, step.eraser);
+        penDown_ = true;
+        held_ |= Qt::LeftButton;
+        expect(Waiting::event);
+        input_->press(Qt::LeftButton);
+        return;
+    }
+    case Kind::tabletRelease: {
+        InputInjector::tablet(target()->window()->windowHandle(),
+                              InputInjector::TabletPhase::release, toScreen(step.position), 0,
+                              step.eraser);
+        penDown_ = false;
+        held_ &= ~Qt::MouseButtons(Qt::LeftButton);
+        expect(Waiting::event);
+        input_->release(Qt::LeftButton);
+        return;
+    }
+    case Kind::press:
+        held_ |= step.button;
+        expect(Waiting::event);
+        input_->press(step.button);
+        return;
+    case Kind::release:
+        held_ &= ~Qt::MouseButtons(step.button);
+        expect(Waiting::event);
+        input_->release(step.button);
+        return;
+    case Kind::keyDown:
+    case Kind::keyUp: {
+        const bool down = step.kind == Kind::keyDown;
+        down ? keysHeld_.append(step.key) : void(keysHeld_.removeAll(step.key));
+        expect(Waiting::event);
+        if (!input_->key(step.key, down))
+            finish(session_.file + ":" + std::to_string(step.line) +
+                   ": the keyboard has no such key");
+        return;
+    }
+    case Kind::wheel:
+        expect(Waiting::event);
+        input_->wheel(step.notches);
+        return;
+    case Kind::command:
+        break;
+    }
+    script::ScriptError error("");
+    script::RunOptions options;
+    options.fileName = session_.file;
+    if (script::run(step.script, nullptr, options, &error))
+        settle();
+    else
+        finish(session_.file + ":" + std::to_string(step.line) + ": the command failed");
+}
+
+bool Replay::eventFilter(QObject* watched, QEvent* event) {
+    if (waiting_ == Waiting::no || !watched->isWindowType())
+        return false;
+    switch (event->type()) {
+    case QEvent::MouseMove: {
+        if (waiting_ != Waiting::motion)
+            break;
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        const QPointF pixel = qt::globalPosition(*mouse) * window_->devicePixelRatioF();
+        if (std::abs(pixel.x() - expected_.x()) < 1.5 && std::abs(pixel.y() - expected_.y()) < 1.5)
+            settle();
+        break;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Wheel:
+        if (waiting_ == Waiting::event)
+            settle();
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+void Replay::letGo() {
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
+        if (held_ & button)
+            input_->release(button);
+    }
+    held_ = Qt::NoButton;
+    for (const Qt::Key key : keysHeld_)
+        input_->key(key, false);
+    keysHeld_.clear();
+    if (penDown_ && target()->window()->windowHandle())
+        InputInjector::tablet(target()->window()->windowHandle(),
+                              InputInjector::TabletPhase::release, input_->position(), 0, false);
+    penDown_ = false;
+}
+
+void Replay::finish(const std::string& error) {
+    if (done_)
+        return;
+    done_ = true;
+    lostTimer_.stop();
+    letGo();
+    qApp->removeEventFilter(this);
+    QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, true);
+    // What the last event caused is finished before whoever waits goes on.
+    QTimer::singleShot(0, this, [this, error] { finished_(error); });
+}
+
+} // namespace host

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "app/Session.h"
+#include "ui/InputInjector.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPoint>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <string>
+
+class QWidget;
+
+namespace host {
+
+/// Plays a session into the program through the window system: a pen's samples are tablet events
+/// beside real pointer motion. Pauses are kept: each step comes no sooner after the one before it
+/// than it was recorded, and only after that one's event has been delivered, so a slow machine
+/// stretches a session but never loses a part of it.
+class Replay : public QObject {
+    Q_OBJECT
+public:
+    /// Coordinates are those of the active 3D view's widget, or of `window` when the session says
+    /// so. The factor multiplies the session's own speed.
+    Replay(Session session, QWidget* window, double speed);
+    ~Replay() override;
+
+    /// Called once, later: with "" when everything was played, else with what went wrong. The
+    /// buttons and keys that were held are let go first.
+    void start(std::function<void(const std::string&)> finished);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    enum class Waiting { no, motion, event };
+
+    void next();
+    void perform(const SessionStep& step);
+    void movePointer(QPoint target);
+    void expect(Waiting what, QPoint position = {});
+    void settle();
+    void schedule();
+    void finish(const std::string& error);
+    void letGo();
+    QWidget* target() const;
+    QPoint toScreen(QPointF position) const;
+    bool reachesUs(QPoint position) const;
+
+    Session session_;
+    QWidget* window_;
+    double speed_;
+    std::function<void(const std::string&)> finished_;
+    std::unique_ptr<InputInjector> input_;
+    std::size_t index_ = 0;
+    QElapsedTimer sinceStep_;
+    QTimer stepTimer_;
+    QTimer lostTimer_;
+    Waiting waiting_ = Waiting::no;
+    QPoint expected_;
+    int lost_ = 0;
+    Qt::MouseButtons held_;
+    QList<Qt::Key> keysHeld_;
+    bool penDown_ = false;
+    bool done_ = false;
+};
+
+} // namespace host

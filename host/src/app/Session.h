@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QPointF>
+#include <QSizeF>
+#include <Qt>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// One step of a recorded session. Times are seconds from its beginning.
+struct SessionStep {
+    enum class Kind {
+        move,
+        press,
+        release,
+        tabletPress,
+        tabletMove,
+        tabletRelease,
+        keyDown,
+        keyUp,
+        wheel,
+        command
+    };
+
+    double time = 0;
+    Kind kind = Kind::move;
+    QPointF position; ///< in the units of the session's space
+    Qt::MouseButton button = Qt::LeftButton;
+    double pressure = 0; ///< 0 to 1
+    bool eraser = false;
+    Qt::Key key = Qt::Key_unknown;
+    int notches = 0;
+    std::string script;
+    int line = 0; ///< in the file, from 1
+};
+
+/// A recorded pointer and tablet session, as docs/replay.md describes it, or a plain tablet
+/// recording (columns of time, x, y and pressure).
+struct Session {
+    enum class Space { view, window };
+
+    std::string file;
+    std::vector<SessionStep> steps; ///< in order of time
+    Space space = Space::view;
+    /// The recorded surface; it is fitted into the view, centred, keeping its shape. Empty: the
+    /// positions are device pixels from the top left corner.
+    QSizeF surface;
+    double speed = 1;
+
+    /// Throws std::runtime_error with file, line and reason.
+    static Session read(const std::string& path);
+};
+
+} // namespace host

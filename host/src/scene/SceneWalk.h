@@ -1,0 +1,22 @@
+#pragma once
+#include "scene/FileIO.h"
+#include "scene/SceneRecords.h"
+
+#include <maya/MObject.h>
+
+#include <set>
+#include <string>
+
+// Goes through the scene and writes it to a sink.
+namespace host {
+
+// `fileName` is for the head of the file; `without` names plugs (as the return value does) whose
+// plug-in data are left out. Returns "NODE.PLUG" of the first plug-in data that failed to write
+// themselves, after which the sink's file is not usable, or "". Throws FileError.
+std::string writeScene(SceneSink& sink, const std::string& fileName, const SceneMemory& memory,
+                       const std::set<std::string>& without);
+
+// The shortest path that names the node alone.
+std::string nodePath(const MObject& node);
+
+} // namespace host

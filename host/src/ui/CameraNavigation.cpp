@@ -1,0 +1,131 @@
+#include "ui/CameraNavigation.h"
+
+#include "render/CameraFit.h"
+#include "render/Views.h"
+
+#include <maya/MFnDependencyNode.h>
+#include <maya/MPlug.h>
+#include <maya/MVector.h>
+
+#include <cmath>
+
+namespace host {
+
+namespace {
+
+constexpr double radiansPerPixel = 0.006;
+constexpr double dollyPerPixel = 0.005;
+constexpr double dollyPerStep = 0.12;
+constexpr double closest = 0.01;
+
+/// A camera's attributes as numbers: lengths in scene units, angles in radians.
+class Rig {
+public:
+    explicit Rig(const MDagPath& camera) : shape_(camera.node()), transform_(camera.transform()) {}
+
+    double get(const char* name) const { return plug(name).asDouble(); }
+
+    void set(const char* name, double value) const {
+        MPlug target = plug(name);
+        if (!target.isNull() && !target.isLocked() && !target.isConnected())
+            target.setDouble(value);
+    }
+
+    MVector position() const { return {get("translateX"), get("translateY"), get("translateZ")}; }
+
+    void setPosition(const MVector& p) const {
+        set("translateX", p.x);
+        set("translateY", p.y);
+        set("translateZ", p.z);
+    }
+
+    /// A direction of the camera turned into the space of its transform's parent.
+    MVector turned(MVector v) const {
+        const double x = get("rotateX"), y = get("rotateY"), z = get("rotateZ");
+        v = {v.x, v.y * std::cos(x) - v.z * std::sin(x), v.y * std::sin(x) + v.z * std::cos(x)};
+        v = {v.x * std::cos(y) + v.z * std::sin(y), v.y, v.z * std::cos(y) - v.x * std::sin(y)};
+        return {v.x * std::cos(z) - v.y * std::sin(z), v.x * std::sin(z) + v.y * std::cos(z), v.z};
+    }
+
+    double distance() const {
+        const double value = get("centerOfInterest");
+        return value > closest ? value : closest;
+    }
+
+private:
+    MPlug plug(const char* name) const {
+        MStatus status;
+        MPlug found = MFnDependencyNode(shape_).findPlug(name, true, &status);
+        return status && !found.isNull() ? found
+                                         : MFnDependencyNode(transform_).findPlug(name, true);
+    }
+
+    MObject shape_, transform_;
+};
+
+// Closer for a factor below 1; the picture of an orthographic camera is enlarged instead.
+void dollyBy(const MDagPath& camera, double factor) {
+    const Rig rig(camera);
+    if (readLens(camera).orthographic) {
+        rig.set("orthographicWidth", rig.get("orthographicWidth") * factor);
+        return;
+    }
+    const double from = rig.distance();
+    const double to = std::max(closest, from * factor);
+    rig.setPosition(rig.position() + rig.turned({0, 0, -1}) * (from - to));
+    rig.set("centerOfInterest", to);
+}
+
+} // namespace
+
+CameraNavigation::CameraNavigation(MDagPath camera, Mode mode)
+    : camera_(std::move(camera)), mode_(mode) {
+}
+
+void CameraNavigation::drag(QPointF delta, QSize port) {
+    if (!camera_.isValid())
+        return;
+    switch (mode_) {
+    case Mode::tumble:
+        tumble(delta);
+        break;
+    case Mode::track:
+        track(delta, port);
+        break;
+    case Mode::dolly:
+        dollyBy(camera_, std::exp(-(delta.x() + delta.y()) * dollyPerPixel));
+        break;
+    }
+    Views::instance().refreshAll();
+}
+
+void CameraNavigation::tumble(QPointF delta) {
+    if (readLens(camera_).orthographic)
+        return;
+    const Rig rig(camera_);
+    const double distance = rig.distance();
+    const MVector centre = rig.position() + rig.turned({0, 0, -1}) * distance;
+    rig.set("rotateX", rig.get("rotateX") + delta.y() * radiansPerPixel);
+    rig.set("rotateY", rig.get("rotateY") - delta.x() * radiansPerPixel);
+    rig.setPosition(centre - rig.turned({0, 0, -1}) * distance);
+}
+
+void CameraNavigation::track(QPointF delta, QSize port) {
+    const Rig rig(camera_);
+    const CameraLens lens = readLens(camera_);
+    const Frustum frustum = viewFrustum(lens, double(port.width()) / port.height());
+    double unitsPerPixel = (frustum.right - frustum.left) / port.width();
+    if (!lens.orthographic)
+        unitsPerPixel *= rig.distance() / lens.nearClip;
+    rig.setPosition(rig.position() - rig.turned({1, 0, 0}) * (delta.x() * unitsPerPixel) -
+                    rig.turned({0, 1, 0}) * (delta.y() * unitsPerPixel));
+}
+
+void CameraNavigation::dollyStep(MDagPath camera, double steps) {
+    if (!camera.isValid())
+        return;
+    dollyBy(camera, std::exp(-steps * dollyPerStep));
+    Views::instance().refreshAll();
+}
+
+} // namespace host

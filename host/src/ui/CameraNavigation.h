@@ -1,0 +1,35 @@
+#pragma once
+
+#include <maya/MDagPath.h>
+#include <maya/MPoint.h>
+
+#include <QPointF>
+#include <QSize>
+
+namespace host {
+
+/// Moving a view's camera with the mouse: tumbling about its centre of interest, tracking across
+/// the picture, dollying towards the centre. Locked or driven attributes stay as they are, and
+/// nothing of it can be undone.
+class CameraNavigation {
+public:
+    enum class Mode { tumble, track, dolly };
+
+    /// `camera` is the path of the camera shape.
+    CameraNavigation(MDagPath camera, Mode mode);
+
+    /// The pointer moved by `delta` view pixels (y up) in a port of this size.
+    void drag(QPointF delta, QSize port);
+
+    /// One step of the wheel; positive goes closer.
+    static void dollyStep(MDagPath camera, double steps);
+
+private:
+    void tumble(QPointF delta);
+    void track(QPointF delta, QSize port);
+
+    MDagPath camera_;
+    Mode mode_;
+};
+
+} // namespace host

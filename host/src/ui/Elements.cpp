@@ -1,0 +1,119 @@
+#include "ui/Elements.h"
+
+#include <QWidget>
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+const QChar separator('|');
+
+bool isBelow(const QObject* object, const QObject* ancestor) {
+    for (; object; object = object->parent()) {
+        if (object == ancestor)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+Elements& Elements::instance() {
+    static Elements elements;
+    return elements;
+}
+
+void Elements::add(QObject* object, const QString& name, ElementKind kind, const QObject* parent) {
+    object->setObjectName(name);
+    entries_.push_back({object, name, kind, parent});
+    connect(object, &QObject::destroyed, this, [this](QObject* gone) {
+        entries_.erase(std::remove_if(entries_.begin(), entries_.end(),
+                                      [gone](const Entry& entry) { return entry.object == gone; }),
+                       entries_.end());
+    });
+}
+
+const Elements::Entry* Elements::find(const QObject* object) const {
+    const auto it = std::find_if(entries_.begin(), entries_.end(),
+                                 [object](const Entry& entry) { return entry.object == object; });
+    return it == entries_.end() ? nullptr : &*it;
+}
+
+QObject* Elements::find(const QString& name, ElementKind kind, const QWidget* ancestor) const {
+    const bool isPath = name.contains(separator);
+    for (const Entry& entry : entries_) {
+        // An interface's layouts and panels are controls too, as are the windows' contents.
+        const bool kindFits = entry.kind == kind ||
+                              (kind == ElementKind::control && (entry.kind == ElementKind::layout ||
+                                                                entry.kind == ElementKind::panel));
+        if (!kindFits || (ancestor && !isBelow(entry.object, ancestor)))
+            continue;
+        if (isPath ? pathOf(entry.object) == name : entry.name == name)
+            return entry.object;
+    }
+    return nullptr;
+}
+
+QObject* Elements::findAny(const QString& name) const {
+    for (const ElementKind kind :
+         {ElementKind::window, ElementKind::layout, ElementKind::control, ElementKind::panel,
+          ElementKind::menu, ElementKind::menuItem, ElementKind::collection}) {
+        if (QObject* object = find(name, kind))
+            return object;
+    }
+    return nullptr;
+}
+
+ElementKind Elements::kindOf(const QObject* object) const {
+    const Entry* entry = find(object);
+    return entry ? entry->kind : ElementKind::control;
+}
+
+QString Elements::nameOf(const QObject* object) const {
+    const Entry* entry = find(object);
+    return entry ? entry->name : QString();
+}
+
+QString Elements::pathOf(const QObject* object) const {
+    QStringList parts;
+    for (const Entry* entry = find(object); entry; entry = find(entry->parent.data()))
+        parts.prepend(entry->name);
+    return parts.join(separator);
+}
+
+QStringList Elements::namesOf(ElementKind kind) const {
+    QStringList names;
+    for (const Entry& entry : entries_) {
+        if (entry.kind == kind)
+            names.append(entry.name);
+    }
+    return names;
+}
+
+QList<QObject*> Elements::childrenOf(const QObject* object) const {
+    QList<QObject*> children;
+    for (const Entry& entry : entries_) {
+        if (entry.parent == object)
+            children.append(entry.object);
+    }
+    return children;
+}
+
+void Elements::forget(QObject* object) {
+    for (QObject* child : childrenOf(object))
+        forget(child);
+    entries_.erase(std::remove_if(entries_.begin(), entries_.end(),
+                                  [object](const Entry& entry) { return entry.object == object; }),
+                   entries_.end());
+}
+
+QString Elements::uniqueName(const QString& stem) const {
+    for (int number = 1;; ++number) {
+        const QString name = stem + QString::number(number);
+        if (!findAny(name))
+            return name;
+    }
+}
+
+} // namespace host

@@ -1,0 +1,223 @@
+#include "ui/MainWindow.h"
+
+#include "render/Views.h"
+#include "scene/Events.h"
+#include "scene/FileIO.h"
+#include "script/Interpreter.h"
+#include "ui/ContextState.h"
+#include "ui/Elements.h"
+#include "ui/ModelPanel.h"
+#include "ui/Playback.h"
+#include "ui/ScriptLine.h"
+#include "ui/TimeBar.h"
+#include "ui/TimeSlider.h"
+#include "ui/Tools.h"
+
+#include <maya/MQtUtil.h>
+
+#include <QAbstractSpinBox>
+#include <QAction>
+#include <QCloseEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace host {
+
+namespace {
+
+MainWindow* theWindow = nullptr;
+
+} // namespace
+
+MainWindow* MainWindow::instance() {
+    return theWindow;
+}
+
+MainWindow::MainWindow() {
+    theWindow = this;
+    Elements& elements = Elements::instance();
+    elements.add(this, QStringLiteral("MayaWindow"), ElementKind::window, nullptr);
+    setFocusPolicy(Qt::StrongFocus);
+    buildMenus();
+    buildCentre();
+    buildToolBox();
+
+    script::setGlobalVariable("gMainWindow", script::Value("MayaWindow"));
+    script::setGlobalVariable("gMainPane", script::Value("viewPanes"));
+    script::setGlobalVariable("gPlayBackSlider",
+                              script::Value(elements.pathOf(timeSlider_).toStdString()));
+
+    toolListener_ = Tools::instance().addListener([this] { updateTool(); });
+    updateTool();
+    for (const char* name : {"SceneOpened", "NewSceneOpened", "SceneSaved"})
+        eventListeners_.push_back(events::listen(name, [this] { sceneChanged(); }));
+    modifiedTimer_.setInterval(200);
+    connect(&modifiedTimer_, &QTimer::timeout, this, &MainWindow::updateTitle);
+    modifiedTimer_.start();
+    updateTitle();
+    resize(1120, 760);
+}
+
+MainWindow::~MainWindow() {
+    Playback::instance().stop();
+    for (const int listener : eventListeners_)
+        events::removeListener(listener);
+    Tools::instance().removeListener(toolListener_);
+    script::setGlobalVariable("gPlayBackSlider", script::Value(""));
+    script::setGlobalVariable("gMainWindow", script::Value(""));
+    theWindow = nullptr;
+}
+
+void MainWindow::buildCentre() {
+    Elements& elements = Elements::instance();
+    auto* centre = new QWidget(this);
+    elements.add(centre, QStringLiteral("mainWindowLayout"), ElementKind::layout, this);
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(1);
+
+    auto* panes = new QSplitter(centre);
+    elements.add(panes, QStringLiteral("viewPanes"), ElementKind::layout, centre);
+    panel_ = new ModelPanel(QStringLiteral("modelPanel4"), panes);
+    elements.add(panel_, QStringLiteral("modelPanel4"), ElementKind::panel, panes);
+    panes->addWidget(panel_);
+    layout->addWidget(panes, 1);
+
+    timeSlider_ = new TimeSlider(centre);
+    elements.add(timeSlider_, QStringLiteral("timeControl1"), ElementKind::control, centre);
+    layout->addWidget(timeSlider_);
+    timeBar_ = new TimeBar(centre);
+    layout->addWidget(timeBar_);
+    scriptLine_ = new ScriptLine(centre);
+    layout->addWidget(scriptLine_);
+    helpLine_ = new QLabel(centre);
+    helpLine_->setObjectName(QStringLiteral("helpLine"));
+    helpLine_->setProperty("role", "help");
+    layout->addWidget(helpLine_);
+    setCentralWidget(centre);
+    Views::instance().setActive(&panel_->view());
+    panel_->updateLabels();
+}
+
+void MainWindow::buildToolBox() {
+    auto* bar = new QToolBar(tr("Tool Box"), this);
+    bar->setObjectName(QStringLiteral("toolBox"));
+    bar->setMovable(false);
+    bar->setOrientation(Qt::Vertical);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    addToolBar(Qt::LeftToolBarArea, bar);
+
+    select_ = new QToolButton(bar);
+    select_->setText(QStringLiteral("\u25B3"));
+    select_->setToolTip(tr("Select Tool (Q)"));
+    select_->setCheckable(true);
+    select_->setFixedSize(34, 34);
+    select_->setFocusPolicy(Qt::NoFocus);
+    connect(select_, &QToolButton::clicked, this, [this] {
+        Tools::instance().setCurrent(Tools::selectTool);
+        updateTool();
+    });
+    lastTool_ = new QToolButton(bar);
+    lastTool_->setObjectName(QStringLiteral("currentTool"));
+    lastTool_->setCheckable(true);
+    lastTool_->setFixedSize(34, 34);
+    lastTool_->setIconSize(QSize(24, 24));
+    lastTool_->setFocusPolicy(Qt::NoFocus);
+    connect(lastTool_, &QToolButton::clicked, this, [this] {
+        Tools::instance().setCurrent(lastToolName_);
+        updateTool();
+    });
+    bar->addWidget(select_);
+    lastToolAction_ = bar->addWidget(lastTool_);
+    lastToolAction_->setVisible(false);
+}
+
+void MainWindow::updateTool() {
+    Tools& tools = Tools::instance();
+    const MPxContext* tool = tools.current();
+    const bool selecting = tools.currentName() == Tools::selectTool;
+    if (tool && !selecting)
+        lastToolName_ = tools.currentName();
+    if (!tools.find(lastToolName_))
+        lastToolName_.clear();
+    select_->setChecked(selecting);
+    lastToolAction_->setVisible(!lastToolName_.empty());
+    if (const MPxContext* last = tools.find(lastToolName_)) {
+        const ContextState& state = ContextState::of(*last);
+        const QString title = QString::fromStdString(state.title);
+        const QIcon icon(QString::fromStdString(state.images[0]));
+        const bool hasIcon = !icon.pixmap(24, 24).isNull();
+        lastTool_->setIcon(hasIcon ? icon : QIcon());
+        lastTool_->setText(hasIcon ? QString() : title.left(2));
+        lastTool_->setToolTip(title);
+        lastTool_->setChecked(!selecting);
+    }
+    showHelp(tool ? QString::fromStdString(ContextState::of(*tool).help) : QString());
+}
+
+void MainWindow::showHelp(const QString& text) {
+    helpLine_->setText(text.isEmpty() ? QStringLiteral(" ") : text);
+}
+
+void MainWindow::sceneChanged() {
+    timeSlider_->setRange({});
+    timeSlider_->update();
+    timeBar_->showTime();
+    updateTitle();
+    for (View* view : Views::instance().all()) {
+        if (ModelPanel* panel = ModelPanel::of(view))
+            panel->updateLabels();
+    }
+    Views::instance().refreshAll();
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    // Fields let Enter and Escape go on to their window.
+    const QWidget* focus = focusWidget();
+    MPxContext* tool = Tools::instance().current();
+    if (qobject_cast<const QLineEdit*>(focus) || qobject_cast<const QAbstractSpinBox*>(focus))
+        tool = nullptr;
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (tool)
+            tool->completeAction();
+        return;
+    case Qt::Key_Escape:
+        if (Playback::instance().isPlaying())
+            Playback::instance().stop();
+        else if (tool)
+            tool->abortAction();
+        return;
+    case Qt::Key_Backspace: // Delete itself is a hotkey of the Edit menu
+        if (tool)
+            tool->deleteAction();
+        return;
+    default:
+        QMainWindow::keyPressEvent(event);
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!forced_ && !askToSave()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    Q_EMIT closed();
+}
+
+void MainWindow::closeForced() {
+    forced_ = true;
+    close();
+}
+
+} // namespace host

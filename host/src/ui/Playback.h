@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+namespace host {
+
+/// Plays the playback range in a loop, at the frame rate of the time unit times the playback
+/// speed. A slow scene skips frames rather than slowing down, unless every frame is asked for.
+/// Stops with "playingBack" cleared, wherever the time is then.
+class Playback : public QObject {
+    Q_OBJECT
+public:
+    static Playback& instance();
+
+    enum class Direction { backward = -1, forward = 1 };
+
+    void start(Direction direction);
+    void stop();
+    bool isPlaying() const { return timer_.isActive(); }
+    Direction direction() const { return direction_; }
+
+    /// When set, playback ends here instead of looping.
+    void setOnce(bool once) { once_ = once; }
+    /// Shows every frame, as fast as it can but no faster than the rate.
+    void setEveryFrame(bool every) { everyFrame_ = every; }
+    bool everyFrame() const { return everyFrame_; }
+
+Q_SIGNALS:
+    void stateChanged(bool playing);
+
+private:
+    Playback();
+    void step();
+
+    QTimer timer_;
+    QElapsedTimer clock_; ///< since the last frame shown
+    Direction direction_ = Direction::forward;
+    bool once_ = false;
+    bool everyFrame_ = false;
+};
+
+} // namespace host

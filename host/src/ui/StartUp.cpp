@@ -1,0 +1,77 @@
+#include "ui/StartUp.h"
+
+#include "foundation/Idle.h"
+#include "render/RenderCommands.h"
+#include "scene/Events.h"
+#include "scene/FileIO.h"
+#include "scene/SceneCommands.h"
+#include "scene/TimeState.h"
+#include "script/Commands.h"
+#include "script/Interpreter.h"
+#include "ui/MainWindow.h"
+#include "ui/Playback.h"
+#include "ui/Tools.h"
+#include "ui/UiCommands.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QMetaObject>
+
+namespace host {
+
+namespace {
+
+bool started = false;
+
+// Work posted for later, from any thread, runs from the event loop.
+void wakeIdle() {
+    if (QCoreApplication* application = QCoreApplication::instance())
+        QMetaObject::invokeMethod(
+            application, [] { idle::drain(); }, Qt::QueuedConnection);
+}
+
+} // namespace
+
+void prepareApplication() {
+    // Textures made in one view's context are drawn in the others'.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+#endif
+    QCoreApplication::setApplicationName(QStringLiteral("vellum-host"));
+}
+
+void startUp(const StartUpOptions& options) {
+    if (started)
+        return;
+    started = true;
+    script::setBatchMode(options.batch);
+    script::registerCoreCommands();
+    registerSceneCommands();
+    registerRenderCommands();
+    registerUiCommands();
+    if (!options.batch) {
+        idle::setWakeUp(wakeIdle);
+        Playback::instance(); // plays when the API says so
+    }
+    Tools::instance().addSelectTool();
+    fileIO().newScene();
+}
+
+bool isStarted() {
+    return started;
+}
+
+void shutDown() {
+    if (!started)
+        return;
+    events::emit("quitApplication");
+    timeline::play(0);
+    Tools::instance().clear();
+    idle::setWakeUp({});
+    started = false;
+}
+
+} // namespace host

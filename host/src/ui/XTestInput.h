@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+namespace host {
+
+/// A connection of its own to the X server, on which the server's pointer and keyboard are
+/// driven. Every call has reached the server when it returns.
+class XTestInput {
+public:
+    /// Null when there is no X server or it lacks the XTEST extension.
+    static std::unique_ptr<XTestInput> open();
+    ~XTestInput();
+    XTestInput(const XTestInput&) = delete;
+    XTestInput& operator=(const XTestInput&) = delete;
+
+    void move(int x, int y);            ///< pixels of the screen
+    void button(int number, bool down); ///< X's numbers: 1 left, 2 middle, 3 right, 4, 5 wheel
+    bool key(int qtKey, bool down);     ///< a Qt::Key; false when the keyboard has none
+    void pointer(int& x, int& y) const;
+
+private:
+    explicit XTestInput(void* display) : display_(display) {}
+    void* display_; ///< Display*, whose header clashes with Qt's
+};
+
+} // namespace host

@@ -1,0 +1,80 @@
+// The locator that owns one drawing of the scene: its "layerData" attribute holds the document.
+// A scene normally has one, "vellumShape" under the transform "vellum". Main thread only.
+#pragma once
+
+#include "node/GateFit.h"
+#include "node/LegacyDraw.h"
+
+#include <QImage>
+#include <QString>
+#include <maya/MPxLocatorNode.h>
+#include <maya/MTypeId.h>
+#include <memory>
+
+namespace vellum {
+
+class LayerManager;
+
+class BaseNode : public MPxLocatorNode {
+public:
+    static const MTypeId id; ///< 0x11A886
+
+    BaseNode();
+    ~BaseNode() override;
+
+    BaseNode(const BaseNode&) = delete;
+    BaseNode& operator=(const BaseNode&) = delete;
+
+    static void* creator();
+    /// Makes the two attributes; asks for the timeline overlay first.
+    static MStatus initialize();
+
+    /// The node behind an object or a path, null when it is no BaseNode. The pointer is Maya's and
+    /// only good until control returns to Maya.
+    static BaseNode* fromObject(const MObject& object);
+
+    void postConstructor() override;
+    void draw(M3dView& view, const MDagPath& path, M3dView::DisplayStyle style,
+              M3dView::DisplayStatus status) override;
+    bool isBounded() const override;
+    MBoundingBox boundingBox() const override;
+    bool excludeAsLocator() const override;
+    bool isTransparent() const override;
+    bool drawLast() const override;
+
+    /// The document; empty when the node has none. Callers then do nothing.
+    std::shared_ptr<LayerManager> layerManager() const;
+
+    /// Gives the node a fresh document.
+    void initializeLayerManager();
+
+    float opacity() const; ///< 0..1
+
+    /// The picture of a camera at the current time, 1024 x 1024 RGBA8888, straight alpha; null when
+    /// the document has nothing for it. Owned by the document, changes with it.
+    const QImage* frameImageForCamera(const QString& camera) const;
+
+    /// Writes the parent transform's visibility back with its own value: nothing visible changes,
+    /// but Maya redraws the node. The scene stays as saved or unsaved as it was.
+    void forceRedraw();
+
+    /// To be called after every change of the drawing: marks the scene as modified, so that Maya
+    /// asks to save it, and redraws.
+    void drawingChanged();
+
+    /// Fit of the last draw in any view. Where the square lies in one particular view is
+    /// fitForView().
+    const GateFit& gateFit() const { return fit_; }
+    void setGateFit(const GateFit& fit) { fit_ = fit; }
+
+    static MObject layerDataAttribute;
+    static MObject opacityAttribute;
+
+private:
+    void lockLocalChannels();
+
+    GateFit fit_;
+    LegacyDraw legacy_;
+};
+
+} // namespace vellum

@@ -1,0 +1,60 @@
+#include "plugin/entry/DocumentLink.h"
+
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "plugin/leaves/Report.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/Panels.h"
+#include "plugin/middle/PluginState.h"
+#include "plugin/middle/Timeline.h"
+
+#include <maya/MAnimControl.h>
+
+namespace vellum {
+
+namespace {
+
+BaseNode* nodeOf(const LayerManager& manager) {
+    for (BaseNode* node : allNodes()) {
+        if (node->layerManager().get() == &manager)
+            return node;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void refreshInterface(LayerManager& manager) {
+    panels().refreshLayerManager(manager);
+    refreshTimeline();
+}
+
+void DocumentLink::documentChanged(LayerManager& manager) {
+    refreshInterface(manager);
+    // A document that no node shows yet belongs to a scene file being read.
+    if (BaseNode* node = nodeOf(manager))
+        node->drawingChanged();
+}
+
+void DocumentLink::activeLayerOpacityChanged(float) {
+    panels().refreshToolOptions();
+}
+
+void DocumentLink::timelineOverlayWanted() {
+    if (pluginState().interactive && !timeControlWidget())
+        report::error(QStringLiteral("Failed to get time control widget."));
+}
+
+bool DocumentLink::cameraExists(const QString& camera) const {
+    return vellum::cameraExists(camera);
+}
+
+QString DocumentLink::currentCamera() const {
+    return vellum::currentCamera();
+}
+
+bool DocumentLink::isPlaying() const {
+    return MAnimControl::isPlaying();
+}
+
+} // namespace vellum

@@ -1,0 +1,196 @@
+// The two entry points. The only source that includes maya/MFnPlugin.h, which defines the
+// plug-in's version symbols.
+#include "commands/LayerCommand.h"
+#include "commands/NodeCommand.h"
+#include "commands/UtilCommand.h"
+#include "document/BaseNodeLayerData.h"
+#include "node/BaseNode.h"
+#include "node/BaseNodeDrawOverride.h"
+#include "plugin/entry/DocumentLink.h"
+#include "plugin/entry/MenuScript.h"
+#include "plugin/entry/SceneEvents.h"
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/MayaStrings.h"
+#include "plugin/leaves/Names.h"
+#include "plugin/leaves/Report.h"
+#include "plugin/leaves/Script.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/Panels.h"
+#include "plugin/middle/PluginState.h"
+#include "tools/interaction/DrawContextCommand.h"
+#include "tools/interaction/StrokeCommand.h"
+
+#include <functional>
+#include <maya/MDrawRegistry.h>
+#include <maya/MFnPlugin.h>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using namespace vellum;
+
+std::unique_ptr<DocumentLink> documentLink;
+
+QString text(const char* latin1) {
+    return QString::fromLatin1(latin1);
+}
+
+/// Something Maya is told about, and how it is taken back. A failure is shown as the message of
+/// its direction, followed by Maya's own words where the message asks for them.
+struct Registration {
+    std::function<MStatus(MFnPlugin&)> add;
+    std::function<MStatus(MFnPlugin&)> remove;
+    QString addMessage;
+    QString removeMessage;
+    bool withReason;
+};
+
+Registration command(const char* name, MCreatorFunction creator, MCreateSyntaxFunction syntax) {
+    return {[=](MFnPlugin& plugin) { return plugin.registerCommand(name, creator, syntax); },
+            [=](MFnPlugin& plugin) { return plugin.deregisterCommand(name); },
+            QStringLiteral("Failed to register '%1' command: ").arg(text(name)),
+            QStringLiteral("Failed to deregister '%1' command: ").arg(text(name)), true};
+}
+
+Registration contextCommand(const char* name, MCreatorFunction creator) {
+    return {[=](MFnPlugin& plugin) { return plugin.registerContextCommand(name, creator); },
+            [=](MFnPlugin& plugin) { return plugin.deregisterContextCommand(name); },
+            QStringLiteral("Failed to register '%1' contextCommand: ").arg(text(name)),
+            QStringLiteral("Failed to deregister '%1' contextCommand: ").arg(text(name)), true};
+}
+
+Registration layerData() {
+    return {[](MFnPlugin& plugin) {
+                return plugin.registerData(kDataTypeName, BaseNodeLayerData::id,
+                                           BaseNodeLayerData::creator);
+            },
+            [](MFnPlugin& plugin) { return plugin.deregisterData(BaseNodeLayerData::id); },
+            QStringLiteral("Could not register '%1'").arg(text(kDataTypeName)),
+            QStringLiteral("Could not deregister %1").arg(text(kDataTypeName)), false};
+}
+
+Registration node() {
+    return {[](MFnPlugin& plugin) {
+                const MString classification(kDrawClassification);
+                return plugin.registerNode(kNodeTypeName, BaseNode::id, BaseNode::creator,
+                                           BaseNode::initialize, MPxNode::kLocatorNode,
+                                           &classification);
+            },
+            [](MFnPlugin& plugin) {
+                const MStatus status = plugin.deregisterNode(BaseNode::id);
+                if (status == MS::kSuccess)
+                    tearDownInterface();
+                return status;
+            },
+            QStringLiteral("Failed to register base node"),
+            QStringLiteral("Failed to deregister base node"), false};
+}
+
+Registration drawOverride() {
+    return {[](MFnPlugin&) {
+                return MHWRender::MDrawRegistry::registerDrawOverrideCreator(
+                    kDrawClassification, kDrawRegistrant, BaseNodeDrawOverride::creator);
+            },
+            [](MFnPlugin&) {
+                return MHWRender::MDrawRegistry::deregisterDrawOverrideCreator(kDrawClassification,
+                                                                               kDrawRegistrant);
+            },
+            QStringLiteral("Failed to register draw node override"),
+            QStringLiteral("Failed to deregister base node draw override"), false};
+}
+
+/// Gone through forwards at load and backwards at unload. Data before the node that holds them.
+const std::vector<Registration>& registrations() {
+    static const std::vector<Registration> table{
+        command(kNodeCommand, NodeCommand::creator, NodeCommand::newSyntax),
+        command(kLayerCommand, LayerCommand::creator, LayerCommand::newSyntax),
+        command(kStrokeCommand, StrokeCommand::creator, StrokeCommand::newSyntax),
+        command(kUtilCommand, UtilCommand::creator, UtilCommand::newSyntax),
+        contextCommand(kDrawContextCommand, DrawContextCommand::creator),
+        layerData(),
+        node(),
+        drawOverride(),
+    };
+    return table;
+}
+
+void showFailure(const QString& message, const MStatus& status, bool withReason) {
+    report::plainError(withReason ? message + fromMaya(status.errorString()) : message);
+}
+
+bool isBatch() {
+    return script::executeInt(command::isBatch()).value_or(0) != 0;
+}
+
+/// A menu that fails never stops the loading.
+void buildMenu() {
+    if (!sourceMenuScript()) {
+        report::plainError(QStringLiteral("Failed to source scripts"));
+        return;
+    }
+    if (!pluginState().interactive)
+        return;
+    if (!script::execute(command::createMainMenu(settings().showMainMenuInAnimationSet)))
+        report::plainError(QStringLiteral("Failed to create main menu"));
+    if (!updateMainMenu())
+        report::plainError(QStringLiteral("Failed to update main menu"));
+}
+
+} // namespace
+
+MStatus initializePlugin(MObject object) {
+    MStatus status;
+    MFnPlugin plugin(object, kVendor, kVersion, kRequiredApi, &status);
+    if (status != MS::kSuccess) {
+        showFailure(QStringLiteral("Failed to initialize plugin: "), status, true);
+        return status;
+    }
+    resetPluginState();
+    resetSettings();
+    documentLink = std::make_unique<DocumentLink>();
+    setDocumentObserver(documentLink.get());
+    pluginState().interactive = !isBatch();
+    loadSettings();
+    buildMenu();
+
+    for (const Registration& registration : registrations()) {
+        status = registration.add(plugin);
+        if (status != MS::kSuccess) {
+            showFailure(registration.addMessage, status, registration.withReason);
+            return status;
+        }
+    }
+    installSceneEvents();
+    pluginState().playbackJob = script::executeInt(command::playbackJob()).value_or(-1);
+    return status;
+}
+
+MStatus uninitializePlugin(MObject object) {
+    if (pluginState().interactive && !script::execute(command::deleteMainMenu()))
+        report::plainError(QStringLiteral("Failed to delete main menu"));
+    if (pluginState().playbackJob >= 0)
+        script::execute(command::killJob(pluginState().playbackJob));
+    pluginState().playbackJob = -1;
+    MStatus status = removeSceneEvents();
+    if (status != MS::kSuccess) {
+        report::plainError(QStringLiteral("Failed to remove callbacks"));
+        return status;
+    }
+    MFnPlugin plugin(object, kVendor, kVersion, kRequiredApi, &status);
+    if (status != MS::kSuccess) {
+        showFailure(QStringLiteral("Failed to uninitialize plugin: "), status, true);
+        return status;
+    }
+    for (auto it = registrations().rbegin(); it != registrations().rend(); ++it) {
+        status = it->remove(plugin);
+        if (status != MS::kSuccess) {
+            showFailure(it->removeMessage, status, it->withReason);
+            return status;
+        }
+    }
+    setDocumentObserver(nullptr);
+    documentLink.reset();
+    resetPluginState();
+    return status;
+}

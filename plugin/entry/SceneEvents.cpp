@@ -1,0 +1,100 @@
+#include "plugin/entry/SceneEvents.h"
+
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "plugin/entry/DocumentLink.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/Panels.h"
+#include "plugin/middle/PluginState.h"
+#include "plugin/middle/Timeline.h"
+
+#include <maya/M3dView.h>
+#include <maya/MEventMessage.h>
+#include <maya/MMessage.h>
+
+namespace vellum {
+
+namespace {
+
+void refreshLayerManager() {
+    if (BaseNode* node = activeNode()) {
+        refreshInterface(*node->layerManager());
+        M3dView::scheduleRefreshAllViews();
+    } else {
+        panels().clearLayerManager();
+    }
+}
+
+void onSelectionChanged(void*) {
+    refreshTimeline();
+    if (!activeNode())
+        panels().clearLayerManager();
+}
+
+void onTimeChanged(void*) {
+    propagateCurrentTime();
+}
+
+void onTimeUnitChanged(void*) {
+    refreshTimeline();
+}
+
+void onSceneOpened(void*) {
+    propagateCurrentTime();
+    refreshTimeline();
+    refreshLayerManager();
+}
+
+void onQuit(void*) {
+    tearDownInterface();
+}
+
+void onUndoOrRedo(void*) {
+    refreshTimeline();
+    refreshLayerManager();
+}
+
+struct Event {
+    const char* name;
+    MMessage::MBasicFunction handler;
+};
+
+constexpr Event kEvents[] = {
+    {"SelectionChanged", onSelectionChanged},
+    {"timeChanged", onTimeChanged},
+    {"timeUnitChanged", onTimeUnitChanged},
+    {"SceneOpened", onSceneOpened},
+    {"quitApplication", onQuit},
+    {"Undo", onUndoOrRedo},
+    {"Redo", onUndoOrRedo},
+};
+
+} // namespace
+
+void installSceneEvents() {
+    for (const Event& event : kEvents) {
+        MStatus status;
+        const MCallbackId id =
+            MEventMessage::addEventCallback(event.name, event.handler, nullptr, &status);
+        if (status == MS::kSuccess)
+            pluginState().callbackIds.append(id);
+    }
+}
+
+MStatus removeSceneEvents() {
+    const MStatus status = MMessage::removeCallbacks(pluginState().callbackIds);
+    if (status == MS::kSuccess)
+        pluginState().callbackIds.clear();
+    return status;
+}
+
+void tearDownInterface() {
+    // The overlay is a child of Maya's time slider and would survive with it.
+    delete pluginState().timeline;
+    pluginState().timeline = nullptr;
+    panels().closeAll();
+    saveSettings();
+}
+
+} // namespace vellum

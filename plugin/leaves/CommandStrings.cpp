@@ -1,0 +1,358 @@
+#include "plugin/leaves/CommandStrings.h"
+
+#include "plugin/leaves/Names.h"
+#include "plugin/leaves/Tool.h"
+
+#include <array>
+
+namespace vellum::command {
+
+namespace {
+
+// Arguments are joined, never substituted into a format: a name that holds "%1" must stay a name.
+QString join(std::initializer_list<QString> parts) {
+    QString result;
+    for (const QString& part : parts) {
+        if (!result.isEmpty())
+            result += QLatin1Char(' ');
+        result += part;
+    }
+    return result;
+}
+
+QString text(const char* latin1) {
+    return QString::fromLatin1(latin1);
+}
+
+QString number(int value) {
+    return QString::number(value);
+}
+
+QString onOff(bool value) {
+    return value ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+QString components(const QColor& color) {
+    return join({number(color.red()), number(color.green()), number(color.blue())});
+}
+
+/// "name(a, b, c)"
+QString call(const char* procedure, std::initializer_list<QString> arguments) {
+    QString result = text(procedure) + QLatin1Char('(');
+    bool first = true;
+    for (const QString& argument : arguments) {
+        if (!first)
+            result += QStringLiteral(", ");
+        result += argument;
+        first = false;
+    }
+    return result + QLatin1Char(')');
+}
+
+QString utilEdit(const char* flag, const QString& arguments) {
+    return join({text(kUtilCommand), QStringLiteral("-e"), text(flag), arguments});
+}
+
+} // namespace
+
+QString escape(const QString& plain) {
+    QString result;
+    result.reserve(plain.size() + 8);
+    for (const QChar c : plain) {
+        switch (c.unicode()) {
+        case 0:
+            break; // would end the C string underneath
+        case '\\':
+            result += QStringLiteral("\\\\");
+            break;
+        case '"':
+            result += QStringLiteral("\\\"");
+            break;
+        case '\n':
+            result += QStringLiteral("\\n");
+            break;
+        case '\r':
+            result += QStringLiteral("\\r");
+            break;
+        case '\t':
+            result += QStringLiteral("\\t");
+            break;
+        default:
+            result += c;
+        }
+    }
+    return result;
+}
+
+QString quote(const QString& plain) {
+    return QLatin1Char('"') + escape(plain) + QLatin1Char('"');
+}
+
+QString deferred(const QString& command) {
+    return call("evalDeferred", {quote(command)});
+}
+
+QString createNode() {
+    return text(kNodeCommand);
+}
+
+QString refreshGhosting() {
+    return join({text(kNodeCommand), QStringLiteral("-rg")});
+}
+
+QString playbackJob() {
+    return join({QStringLiteral("scriptJob -cf"), quote(QStringLiteral("playingBack")),
+                 quote(refreshGhosting())});
+}
+
+QString killJob(int job) {
+    return join({QStringLiteral("scriptJob -f -k"), number(job)});
+}
+
+QString commitStroke(const QString& camera, int addedLayer, bool frameAdded) {
+    QString result = text(kStrokeCommand);
+    if (addedLayer >= 0)
+        result += QStringLiteral(" -la ") + number(addedLayer);
+    if (frameAdded)
+        result += QStringLiteral(" -fa");
+    return result + QLatin1Char(' ') + quote(camera);
+}
+
+QString frame(const QString& flag) {
+    return join({text(kFrameCommand), flag});
+}
+
+QString retimeFrames(int count, bool relative, bool moveToNext) {
+    QString result = text(kFrameCommand);
+    if (relative)
+        result += QStringLiteral(" -relative");
+    if (moveToNext)
+        result += QStringLiteral(" -moveToNext");
+    return result + QStringLiteral(" -retime ") + number(count);
+}
+
+QString moveFrames(int offset, int start, int end) {
+    return join(
+        {text(kFrameCommand), QStringLiteral("-move"), number(offset), number(start), number(end)});
+}
+
+QString addLayer(const QString& camera, const QString& name, int state) {
+    return join({text(kLayerCommand), QStringLiteral("-addLayer -name"), quote(name),
+                 QStringLiteral("-ls"), number(state), quote(camera)});
+}
+
+QString setActiveLayer(int index, const QString& camera) {
+    return join({text(kLayerCommand), QStringLiteral("-e -active"), number(index), quote(camera)});
+}
+
+QString deleteLayer(int index, const QString& camera) {
+    return join({text(kLayerCommand), QStringLiteral("-delete"), number(index), quote(camera)});
+}
+
+QString moveLayer(int from, int to, const QString& camera) {
+    return join(
+        {text(kLayerCommand), QStringLiteral("-move"), number(from), number(to), quote(camera)});
+}
+
+QString moveLayerToCamera(const QString& target, int from, int to, const QString& camera) {
+    return join({text(kLayerCommand), QStringLiteral("-newCamera"), quote(target),
+                 QStringLiteral("-move"), number(from), number(to), quote(camera)});
+}
+
+QString moveAllLayers(const QString& target, const QString& camera) {
+    return join({text(kLayerCommand), QStringLiteral("-moveAll"), quote(target), quote(camera)});
+}
+
+QString renameLayer(const QString& name, int index, const QString& camera) {
+    return join(
+        {text(kLayerCommand), QStringLiteral("-en"), quote(name), number(index), quote(camera)});
+}
+
+QString setLayerState(int state, int index, const QString& camera) {
+    return join(
+        {text(kLayerCommand), QStringLiteral("-es"), number(state), number(index), quote(camera)});
+}
+
+QString setLayerVisible(bool visible, int index, const QString& camera) {
+    return join(
+        {text(kLayerCommand), QStringLiteral("-ev"), onOff(visible), number(index), quote(camera)});
+}
+
+QString util(const QString& arguments) {
+    return join({text(kUtilCommand), arguments});
+}
+
+QString chooseTool(int tool) {
+    static constexpr std::array<const char*, kDrawToolCount> flags{
+        "-pencilTool", "-brushTool", "-eraserTool",  "-textTool",
+        "-lineTool",   "-arrowTool", "-ellipseTool", "-rectangleTool"};
+    if (tool < 0 || tool >= kDrawToolCount)
+        return {};
+    return util(text(flags[static_cast<std::size_t>(tool)]));
+}
+
+QString drawDeferred() {
+    return deferred(util(QStringLiteral("-draw")));
+}
+
+QString refreshLayerManagerDeferred() {
+    return deferred(util(QStringLiteral("-rlm")));
+}
+
+QString drawColor(const QColor& color) {
+    return utilEdit("-drawColor", components(color));
+}
+
+QString pencilOptions(int size, int opacity, bool tablet) {
+    return util(
+        join({QStringLiteral("-pencilOptions"), number(size), number(opacity), onOff(tablet)}));
+}
+
+QString brushOptions(int size, int opacity, int hardness, bool tablet) {
+    return util(join({QStringLiteral("-brushOptions"), number(size), number(opacity),
+                      number(hardness), onOff(tablet)}));
+}
+
+QString eraserOptions(int size, int opacity, int hardness, bool tablet) {
+    return util(join({QStringLiteral("-eraserOptions"), number(size), number(opacity),
+                      number(hardness), onOff(tablet)}));
+}
+
+QString textOptions(int size, int opacity, const QString& fontFamily) {
+    return util(
+        join({QStringLiteral("-textOptions"), number(size), number(opacity), quote(fontFamily)}));
+}
+
+QString shapeOptions(int tool, int size, int opacity) {
+    const char* flag = nullptr;
+    switch (static_cast<Tool>(tool)) {
+    case Tool::Line:
+        flag = "-lineOptions";
+        break;
+    case Tool::Arrow:
+        flag = "-arrowOptions";
+        break;
+    case Tool::Ellipse:
+        flag = "-ellipseOptions";
+        break;
+    case Tool::Rectangle:
+        flag = "-rectangleOptions";
+        break;
+    default:
+        return {};
+    }
+    return util(join({text(flag), number(size), number(opacity)}));
+}
+
+QString ghostPrevious(int onOffToggle) {
+    return utilEdit("-ghostPrevious", number(onOffToggle));
+}
+
+QString ghostNext(int onOffToggle) {
+    return utilEdit("-ghostNext", number(onOffToggle));
+}
+
+QString ghostPreviousCount(int count) {
+    return utilEdit("-ghostPreviousCount", number(count));
+}
+
+QString ghostNextCount(int count) {
+    return utilEdit("-ghostNextCount", number(count));
+}
+
+QString ghostColorOverride(bool on) {
+    return utilEdit("-ghostColorOverride", onOff(on));
+}
+
+QString ghostColorPrevious(const QColor& color) {
+    return utilEdit("-ghostColorPrevious", components(color));
+}
+
+QString ghostColorNext(const QColor& color) {
+    return utilEdit("-ghostColorNext", components(color));
+}
+
+QString timelineFrameDisplay(int mode) {
+    return utilEdit("-timelineFrameDisplay", number(mode));
+}
+
+QString isBatch() {
+    return QStringLiteral("about -batch");
+}
+
+QString preferencesDirectory() {
+    return QStringLiteral("internalVar -userPrefDir");
+}
+
+QString contextExists(const QString& name) {
+    return QStringLiteral("contextInfo -exists ") + quote(name);
+}
+
+QString setToolTo(const QString& context) {
+    return QStringLiteral("setToolTo ") + quote(context);
+}
+
+QString timeSliderName() {
+    return QStringLiteral("$tempVar = $gPlayBackSlider");
+}
+
+QString timeRangeArray() {
+    return QStringLiteral("timeControl -q -rangeArray $gPlayBackSlider");
+}
+
+QString timeRangeVisible() {
+    return QStringLiteral("timeControl -q -rangeVisible $gPlayBackSlider");
+}
+
+QString markSceneModified(bool modified) {
+    return QStringLiteral("file -modified ") + onOff(modified);
+}
+
+QString isSceneModified() {
+    return QStringLiteral("file -q -modified");
+}
+
+QString colorSliderValue(const QString& control) {
+    return QStringLiteral("colorSliderGrp -q -rgbValue ") + quote(control);
+}
+
+QString setColorSliderValue(const QString& control, const QColor& color) {
+    return join({QStringLiteral("colorSliderGrp -e -rgbValue"), QString::number(color.redF()),
+                 QString::number(color.greenF()), QString::number(color.blueF()), quote(control)});
+}
+
+QString setColorSliderCommand(const QString& control, const QString& command) {
+    return join(
+        {QStringLiteral("colorSliderGrp -e -changeCommand"), quote(command), quote(control)});
+}
+
+QString createMainMenu(bool inAnimationSet) {
+    return call("rvVlCreateMainMenu", {onOff(inAnimationSet)});
+}
+
+QString deleteMainMenu() {
+    return call("rvVlDeleteMainMenu", {});
+}
+
+QString updateMainMenu(int tool, bool ghostPrev, bool ghostNext, int mode) {
+    return call("rvVlUpdateMainMenu",
+                {number(tool), onOff(ghostPrev), onOff(ghostNext), number(mode)});
+}
+
+QString createFloatingView(const QString& sourceCamera) {
+    return call("rvVlCreateFloatingViewport", {quote(sourceCamera)});
+}
+
+QString deleteActiveLayer() {
+    return call("rvVlDeleteActiveLayer", {});
+}
+
+QString deleteActiveCameraLayers() {
+    return call("rvVlDeleteActiveCameraLayers", {});
+}
+
+QString deleteAllNodes() {
+    return call("rvVlDeleteAllNodes", {});
+}
+
+} // namespace vellum::command

@@ -1,0 +1,89 @@
+// Every piece of script the plug-in runs, built here and nowhere else. Each argument that a user
+// may have typed (names of cameras, layers, fonts, menus) is passed plain and leaves quoted, so it
+// can never run as script.
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+namespace vellum::command {
+
+/// A string literal of Maya's script language with quotes: backslash, quote and line controls are
+/// escaped, NUL is dropped, everything else, Unicode included, stays as it is.
+QString quote(const QString& text);
+
+/// The same without the surrounding quotes, for text that goes between quotes already there.
+QString escape(const QString& text);
+
+/// "evalDeferred(...)" of any command.
+QString deferred(const QString& command);
+
+// rvVellumNode
+QString createNode(); ///< all arguments left to their defaults
+QString refreshGhosting();
+QString playbackJob(); ///< scriptJob that refreshes the ghosts when playback starts or stops
+QString killJob(int job);
+
+// rvVellumStroke; addedLayer < 0 leaves the flag out
+QString commitStroke(const QString& camera, int addedLayer, bool frameAdded);
+
+// rvVellumFrame
+QString frame(const QString& flag); ///< "-insert", "-duplicate", "-delete", "-cut", ...
+QString retimeFrames(int count, bool relative, bool moveToNext);
+QString moveFrames(int offset, int start, int end);
+
+// rvVellumLayer
+QString addLayer(const QString& camera, const QString& name, int state);
+QString setActiveLayer(int index, const QString& camera);
+QString deleteLayer(int index, const QString& camera);
+QString moveLayer(int from, int to, const QString& camera);
+QString moveLayerToCamera(const QString& target, int from, int to, const QString& camera);
+QString moveAllLayers(const QString& target, const QString& camera);
+QString renameLayer(const QString& name, int index, const QString& camera);
+QString setLayerState(int state, int index, const QString& camera);
+QString setLayerVisible(bool visible, int index, const QString& camera);
+
+// rvVellumUtil
+QString util(const QString& arguments); ///< `arguments` is script: fixed text, never typed text
+QString chooseTool(int tool);           ///< empty for a number that is no tool
+QString drawDeferred();                 ///< activates the draw tool after the current event
+QString refreshLayerManagerDeferred();
+QString drawColor(const QColor& color);
+QString pencilOptions(int size, int opacity, bool tablet);
+QString brushOptions(int size, int opacity, int hardness, bool tablet);
+QString eraserOptions(int size, int opacity, int hardness, bool tablet);
+QString textOptions(int size, int opacity, const QString& fontFamily);
+QString shapeOptions(int tool, int size, int opacity); ///< line, arrow, ellipse, rectangle
+QString ghostPrevious(int onOffToggle);                ///< 1, 0, -1
+QString ghostNext(int onOffToggle);
+QString ghostPreviousCount(int count);
+QString ghostNextCount(int count);
+QString ghostColorOverride(bool on);
+QString ghostColorPrevious(const QColor& color);
+QString ghostColorNext(const QColor& color);
+QString timelineFrameDisplay(int mode);
+
+// Maya's own commands
+QString isBatch();
+QString preferencesDirectory();
+QString contextExists(const QString& name);
+QString setToolTo(const QString& context);
+QString timeSliderName();
+QString timeRangeArray();
+QString timeRangeVisible();
+QString markSceneModified(bool modified);
+QString isSceneModified();
+QString colorSliderValue(const QString& control);
+QString setColorSliderValue(const QString& control, const QColor& color);
+QString setColorSliderCommand(const QString& control, const QString& command);
+
+// Procedures of the menu script
+QString createMainMenu(bool inAnimationSet);
+QString deleteMainMenu();
+QString updateMainMenu(int tool, bool ghostPrev, bool ghostNext, int timelineFrameDisplay);
+QString createFloatingView(const QString& sourceCamera);
+QString deleteActiveLayer();
+QString deleteActiveCameraLayers();
+QString deleteAllNodes();
+
+} // namespace vellum::command

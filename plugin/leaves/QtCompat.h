@@ -1,0 +1,53 @@
+// Differences between Qt 5.15 and Qt 6, gathered here.
+#pragma once
+
+#include <QEvent>
+#include <QMouseEvent>
+#include <QTabletEvent>
+#include <QWheelEvent>
+#include <QtGlobal>
+
+namespace vellum::qt {
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+using EnterEvent = QEnterEvent; ///< what QWidget::enterEvent takes
+
+inline QPointF position(const QMouseEvent* event) {
+    return event->position();
+}
+inline QPointF globalPosition(const QMouseEvent* event) {
+    return event->globalPosition();
+}
+inline QPointF position(const QTabletEvent* event) {
+    return event->position();
+}
+inline QPointF globalPosition(const QTabletEvent* event) {
+    return event->globalPosition();
+}
+
+/// True while the pen's eraser end is in use.
+inline bool isEraser(const QTabletEvent* event) {
+    return event->pointerType() == QPointingDevice::PointerType::Eraser;
+}
+#else
+using EnterEvent = QEvent;
+
+inline QPointF position(const QMouseEvent* event) {
+    return event->localPos();
+}
+inline QPointF globalPosition(const QMouseEvent* event) {
+    return event->screenPos();
+}
+inline QPointF position(const QTabletEvent* event) {
+    return event->posF();
+}
+inline QPointF globalPosition(const QTabletEvent* event) {
+    return event->globalPosF();
+}
+
+inline bool isEraser(const QTabletEvent* event) {
+    return event->pointerType() == QTabletEvent::Eraser;
+}
+#endif
+
+} // namespace vellum::qt

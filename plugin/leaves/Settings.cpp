@@ -1,0 +1,222 @@
+#include "plugin/leaves/Settings.h"
+
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Report.h"
+#include "plugin/leaves/Script.h"
+
+#include <QFileInfo>
+#include <QSettings>
+#include <QStringList>
+#include <QVariant>
+#include <algorithm>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace vellum {
+
+namespace {
+
+constexpr int kFileVersion = 1;
+
+struct Limits {
+    enum Rule { Keep, Clamp, Replace } rule;
+    int min;
+    int max;
+    int replacement; ///< Replace: value for anything out of range
+};
+
+using Field = std::variant<int Settings::*, bool Settings::*, QString Settings::*,
+                           QColor Settings::*, QByteArray Settings::*>;
+
+struct Key {
+    const char* name;
+    Field field;
+    std::optional<Limits> limits;
+};
+
+struct Group {
+    const char* name;
+    std::vector<Key> keys;
+};
+
+constexpr Limits clamped(int min, int max) {
+    return {Limits::Clamp, min, max, 0};
+}
+constexpr Limits kept(int min, int max) {
+    return {Limits::Keep, min, max, 0};
+}
+constexpr Limits replaced(int min, int max, int by) {
+    return {Limits::Replace, min, max, by};
+}
+
+using S = Settings;
+
+/// Every key in file order.
+const std::vector<Group>& groups() {
+    static const std::vector<Group> table{
+        {"main",
+         {{"mainMenuName", &S::mainMenuName, {}},
+          {"toolboxGeometry", &S::toolboxGeometry, {}},
+          {"toolOptionsGeometry", &S::toolOptionsGeometry, {}},
+          {"layerManagerGeometry", &S::layerManagerGeometry, {}},
+          {"colorPaletteGeometry", &S::colorPaletteGeometry, {}},
+          {"retimingToolGeometry", &S::retimingToolGeometry, {}}}},
+        {"tools",
+         {{"activeTool", &S::activeTool, kept(0, 8)},
+          {"activeColor", &S::activeColor, {}},
+          {"pencilSize", &S::pencilSize, clamped(1, 100)},
+          {"pencilOpacity", &S::pencilOpacity, clamped(1, 100)},
+          {"pencilTabletEnabled", &S::pencilTabletEnabled, {}},
+          {"brushSize", &S::brushSize, clamped(1, 100)},
+          {"brushOpacity", &S::brushOpacity, clamped(1, 100)},
+          {"brushTabletEnabled", &S::brushTabletEnabled, {}},
+          {"eraserSize", &S::eraserSize, clamped(1, 100)},
+          {"textFontFamily", &S::textFontFamily, {}},
+          {"textSize", &S::textSize, clamped(1, 100)},
+          {"textOpacity", &S::textOpacity, clamped(1, 100)},
+          {"lineSize", &S::lineSize, clamped(1, 50)},
+          {"lineOpacity", &S::lineOpacity, clamped(1, 100)},
+          {"arrowSize", &S::arrowSize, clamped(1, 50)},
+          {"arrowOpacity", &S::arrowOpacity, clamped(1, 100)},
+          {"ellipseSize", &S::ellipseSize, clamped(1, 50)},
+          {"ellipseOpacity", &S::ellipseOpacity, clamped(1, 100)},
+          {"rectangleSize", &S::rectangleSize, clamped(1, 50)},
+          {"rectangleOpacity", &S::rectangleOpacity, clamped(1, 100)},
+          {"ghostPrev", &S::ghostPrev, {}},
+          {"ghostNext", &S::ghostNext, {}},
+          {"ghostPrevCount", &S::ghostPrevCount, replaced(1, 9, 3)},
+          {"ghostNextCount", &S::ghostNextCount, replaced(1, 9, 3)},
+          {"ghostColorOverride", &S::ghostColorOverride, {}},
+          {"ghostColorOverridePrev", &S::ghostColorOverridePrev, {}},
+          {"ghostColorOverrideNext", &S::ghostColorOverrideNext, {}},
+          {"retimeMoveToNextFrame", &S::retimeMoveToNextFrame, {}}}},
+        {"preferences",
+         {{"drawToolContextMenu", &S::drawToolContextMenu, {}},
+          {"transformToolContextMenu", &S::transformToolContextMenu, {}},
+          {"timelineContextMenu", &S::timelineContextMenu, {}},
+          {"toolboxDrawToolContextMenu", &S::toolboxDrawToolContextMenu, {}},
+          {"toolboxGhostingContextMenu", &S::toolboxGhostingContextMenu, {}},
+          {"showMainMenuInAnimationSet", &S::showMainMenuInAnimationSet, {}},
+          {"disableGhostingDuringPlayback", &S::disableGhostingDuringPlayback, {}},
+          {"timeControlRangeMoveEnabled", &S::timeControlRangeMoveEnabled, {}},
+          {"ignore2dPanZoom", &S::ignore2dPanZoom, {}},
+          {"defaultLayerState", &S::defaultLayerState, kept(0, 2)},
+          {"automaticallyAddFirstLayer", &S::automaticallyAddFirstLayer, {}},
+          {"alwaysDisplayNewLayerDialog", &S::alwaysDisplayNewLayerDialog, {}},
+          {"insertDefaultStaticFrame", &S::insertDefaultStaticFrame, {}},
+          {"defaultStaticFrameTime", &S::defaultStaticFrameTime, {}},
+          {"timelineFrameDisplay", &S::timelineFrameDisplay, kept(0, 2)},
+          {"timelineFrameColor", &S::timelineFrameColor, {}}}},
+    };
+    return table;
+}
+
+// Each read() leaves the target alone when the file holds something else than its type.
+
+void read(const QVariant& stored, const std::optional<Limits>& limits, int& target) {
+    bool isNumber = false;
+    const int value = stored.toInt(&isNumber);
+    if (!isNumber)
+        return;
+    if (!limits || (value >= limits->min && value <= limits->max)) {
+        target = value;
+        return;
+    }
+    if (limits->rule == Limits::Clamp)
+        target = std::clamp(value, limits->min, limits->max);
+    else if (limits->rule == Limits::Replace)
+        target = limits->replacement;
+}
+
+void read(const QVariant& stored, const std::optional<Limits>&, bool& target) {
+    // QVariant takes any text for true; only what a switch is written as counts here.
+    const QString text = stored.toString().trimmed().toLower();
+    if (text == QLatin1String("true") || text == QLatin1String("1"))
+        target = true;
+    else if (text == QLatin1String("false") || text == QLatin1String("0"))
+        target = false;
+}
+
+void read(const QVariant& stored, const std::optional<Limits>&, QString& target) {
+    // An unquoted comma in a hand-edited file makes a list of it.
+    const QStringList parts = stored.toStringList();
+    if (!parts.isEmpty())
+        target = parts.join(QStringLiteral(", "));
+}
+
+void read(const QVariant& stored, const std::optional<Limits>&, QColor& target) {
+    const QColor color = stored.value<QColor>();
+    if (color.isValid())
+        target = color;
+}
+
+void read(const QVariant& stored, const std::optional<Limits>&, QByteArray& target) {
+    target = stored.toByteArray();
+}
+
+} // namespace
+
+Settings& settings() {
+    static Settings instance;
+    return instance;
+}
+
+void resetSettings() {
+    settings() = Settings{};
+}
+
+QString settingsPath() {
+    const QString directory = script::executeString(command::preferencesDirectory()).value_or("");
+    if (directory.isEmpty()) {
+        report::error(QStringLiteral("Failed to retrieve Maya prefs directory"));
+        return {};
+    }
+    return QFileInfo(directory + QStringLiteral("/vellum2.ini")).absoluteFilePath();
+}
+
+void loadSettings() {
+    const QString path = settingsPath();
+    if (!path.isEmpty())
+        loadSettingsFrom(path);
+}
+
+bool saveSettings() {
+    const QString path = settingsPath();
+    return !path.isEmpty() && saveSettingsTo(path);
+}
+
+void loadSettingsFrom(const QString& path) {
+    QSettings file(path, QSettings::IniFormat);
+    for (const Group& group : groups()) {
+        file.beginGroup(QLatin1String(group.name));
+        for (const Key& key : group.keys) {
+            const QVariant stored = file.value(QLatin1String(key.name));
+            if (!stored.isValid())
+                continue;
+            std::visit([&](auto field) { read(stored, key.limits, settings().*field); }, key.field);
+        }
+        file.endGroup();
+    }
+}
+
+bool saveSettingsTo(const QString& path) {
+    // QSettings merges into what is there and replaces the file in one step (QSaveFile).
+    QSettings file(path, QSettings::IniFormat);
+    for (const Group& group : groups()) {
+        file.beginGroup(QLatin1String(group.name));
+        if (&group == &groups().front())
+            file.setValue(QStringLiteral("version"), kFileVersion);
+        for (const Key& key : group.keys)
+            std::visit(
+                [&](auto field) {
+                    file.setValue(QLatin1String(key.name), QVariant::fromValue(settings().*field));
+                },
+                key.field);
+        file.endGroup();
+    }
+    file.sync();
+    return file.status() != QSettings::AccessError;
+}
+
+} // namespace vellum

@@ -1,0 +1,102 @@
+// Everything the user chose: preferences, tool options, panel geometry. One set of values for the
+// process, read directly by its users, changed by panels and commands. Main thread only.
+#pragma once
+
+#include <QByteArray>
+#include <QColor>
+#include <QString>
+
+namespace vellum {
+
+/// Factory colour of the frame markers on the time slider.
+inline const QColor& factoryTimelineFrameColor() {
+    static const QColor color(143, 193, 207);
+    return color;
+}
+
+/// Fields carry the names of the keys in the file. Initialisers are the defaults.
+struct Settings {
+    // group "main"
+    QString mainMenuName = QStringLiteral("VL2");
+    QByteArray toolboxGeometry; // geometries: QWidget::saveGeometry(), empty = never placed
+    QByteArray toolOptionsGeometry;
+    QByteArray layerManagerGeometry;
+    QByteArray colorPaletteGeometry;
+    QByteArray retimingToolGeometry;
+
+    // group "tools": sizes in image pixels, opacities in percent
+    int activeTool = 1; // 0..8, see Tool.h; files may hold 8, which selects no tool
+    QColor activeColor = QColor(0, 255, 255);
+    int pencilSize = 6;
+    int pencilOpacity = 100;
+    bool pencilTabletEnabled = false;
+    int brushSize = 6;
+    int brushOpacity = 100;
+    bool brushTabletEnabled = true;
+    int eraserSize = 40;
+    QString textFontFamily = QStringLiteral("Arial");
+    int textSize = 20;
+    int textOpacity = 100;
+    int lineSize = 6;
+    int lineOpacity = 100;
+    int arrowSize = 6;
+    int arrowOpacity = 100;
+    int ellipseSize = 6;
+    int ellipseOpacity = 100;
+    int rectangleSize = 6;
+    int rectangleOpacity = 100;
+    bool ghostPrev = false;
+    bool ghostNext = false;
+    int ghostPrevCount = 3; // 1..9
+    int ghostNextCount = 3;
+    bool ghostColorOverride = false;
+    QColor ghostColorOverridePrev = QColor(0, 128, 0);
+    QColor ghostColorOverrideNext = QColor(128, 0, 0);
+    bool retimeMoveToNextFrame = false;
+
+    // group "preferences"
+    bool drawToolContextMenu = true;
+    bool transformToolContextMenu = true;
+    bool timelineContextMenu = true;
+    bool toolboxDrawToolContextMenu = true;
+    bool toolboxGhostingContextMenu = true;
+    bool showMainMenuInAnimationSet = false;
+    bool disableGhostingDuringPlayback = true;
+    bool timeControlRangeMoveEnabled = true;
+    bool ignore2dPanZoom = false;
+    int defaultLayerState = 0; // 0 animated, 1 static, 2 locked
+    bool automaticallyAddFirstLayer = true;
+    bool alwaysDisplayNewLayerDialog = false;
+    bool insertDefaultStaticFrame = true;
+    int defaultStaticFrameTime = -999; // frame, far before any time worked at
+    int timelineFrameDisplay = 0;      // 0 always, 1 node selected or tool active, 2 never
+    QColor timelineFrameColor = factoryTimelineFrameColor();
+
+    // Kept in memory only: options without a key in the file. Percent.
+    int brushHardness = 100;
+    int eraserHardness = 100;
+    int eraserOpacity = 100;
+    bool eraserTabletEnabled = false;
+};
+
+Settings& settings();
+
+/// Back to the defaults; done at load, so that a second load starts like the first.
+void resetSettings();
+
+/// Absolute path of "vellum2.ini" in Maya's preferences directory. Empty, after reporting
+/// "Failed to retrieve Maya prefs directory", when Maya names none.
+QString settingsPath();
+
+/// Reads every key; a missing, mistyped or refused value leaves the field as it is.
+void loadSettings();
+
+/// Writes every key; keys this version does not know stay. Returns false when the file could not
+/// be written; the previous file is then still whole.
+bool saveSettings();
+
+// The same on a given file, for tests and tools.
+void loadSettingsFrom(const QString& path);
+bool saveSettingsTo(const QString& path);
+
+} // namespace vellum

@@ -1,0 +1,131 @@
+#include "plugin/middle/ActiveNode.h"
+
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/MayaStrings.h"
+#include "plugin/leaves/Report.h"
+#include "plugin/leaves/Script.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/PluginState.h"
+#include "plugin/middle/Timeline.h"
+
+#include <QWidget>
+#include <maya/M3dView.h>
+#include <maya/MAnimControl.h>
+#include <maya/MGlobal.h>
+#include <maya/MItDependencyNodes.h>
+#include <maya/MQtUtil.h>
+#include <maya/MSelectionList.h>
+#include <maya/MTime.h>
+
+namespace vellum {
+
+namespace {
+
+template <typename Visitor> void forEachCameraName(Visitor visit) {
+    for (MItDependencyNodes it(MFn::kCamera); !it.isDone(); it.next()) {
+        MDagPath path;
+        if (MDagPath::getAPathTo(it.thisNode(), path) == MS::kSuccess &&
+            !visit(cameraNameOfPath(path)))
+            return;
+    }
+}
+
+} // namespace
+
+BaseNode* selectedNode() {
+    MSelectionList selection;
+    MGlobal::getActiveSelectionList(selection);
+    if (selection.length() != 1)
+        return nullptr;
+    MObject object;
+    selection.getDependNode(0, object);
+    if (BaseNode* node = BaseNode::fromObject(object))
+        return node;
+    MDagPath path;
+    if (selection.getDagPath(0, path) != MS::kSuccess)
+        return nullptr;
+    const unsigned count = path.childCount();
+    for (unsigned i = 0; i < count; ++i) {
+        if (BaseNode* node = BaseNode::fromObject(path.child(i)))
+            return node;
+    }
+    return nullptr;
+}
+
+QString currentCamera() {
+    MStatus status;
+    const M3dView view = M3dView::active3dView(&status);
+    MDagPath camera;
+    if (status != MS::kSuccess || view.getCamera(camera) != MS::kSuccess)
+        return {};
+    return cameraNameOfPath(camera);
+}
+
+bool cameraExists(const QString& name) {
+    bool found = false;
+    forEachCameraName([&](const QString& camera) {
+        found = camera == name;
+        return !found;
+    });
+    return found;
+}
+
+QStringList cameraNames() {
+    QStringList names;
+    forEachCameraName([&](const QString& camera) {
+        names.append(camera);
+        return true;
+    });
+    return names;
+}
+
+QWidget* timeControlWidget() {
+    QPointer<QWidget>& cache = pluginState().timeControl;
+    if (cache)
+        return cache;
+    const auto name = script::executeString(command::timeSliderName());
+    if (!name)
+        report::error(QStringLiteral("Failed to get time control name"));
+    else if (!name->isEmpty())
+        cache = MQtUtil::findControl(toMaya(*name));
+    return cache;
+}
+
+std::optional<std::pair<double, double>> timeRange() {
+    return script::executePair(command::timeRangeArray());
+}
+
+bool isTimeRangeVisible() {
+    return script::executeInt(command::timeRangeVisible()).value_or(0) != 0;
+}
+
+int currentFrame() {
+    return static_cast<int>(MAnimControl::currentTime().asUnits(MTime::uiUnit()));
+}
+
+void updateNodeTime(BaseNode& node, int frame) {
+    PluginState& state = pluginState();
+    bool markersRefreshed = false;
+    if (state.timeline) {
+        state.timeline->timeChanged();
+        if (state.timeline->areMarkersVisible()) {
+            refreshTimeline();
+            markersRefreshed = state.timeline->areMarkersVisible();
+        }
+    }
+    // Refreshing the markers has brought the active layer up to date, of the active node only.
+    if (const auto document = node.layerManager())
+        document->timeChanged(frame, markersRefreshed && &node == activeNode());
+    if (state.transformContext && !MAnimControl::isPlaying())
+        state.transformContext->timeChanged();
+}
+
+void propagateCurrentTime() {
+    const int frame = currentFrame();
+    for (BaseNode* node : allNodes())
+        updateNodeTime(*node, frame);
+}
+
+} // namespace vellum

@@ -1,0 +1,67 @@
+// How commands, tools and panels find what they work on: the node, the camera, the time slider, and
+// the picture that a stroke goes into. Main thread only. Node pointers are Maya's: use them at
+// once, never keep them across events.
+#pragma once
+
+#include "node/NodeSearch.h"
+
+#include <QString>
+#include <QStringList>
+#include <maya/MDagPath.h>
+#include <optional>
+#include <utility>
+#include <vector>
+
+class QWidget;
+
+namespace vellum {
+
+class BaseNode;
+class Frame;
+
+/// The node that the selection designates: exactly one item selected, which is a node or has one
+/// among its children. Null otherwise.
+BaseNode* selectedNode();
+
+/// Camera of the active 3D view; empty when there is no such view.
+QString currentCamera();
+
+/// True when `name` is the transform name of a camera in the scene.
+bool cameraExists(const QString& name);
+
+/// Transform names of all cameras, in the order Maya iterates them.
+QStringList cameraNames();
+
+/// Maya's time slider. Looked up until found, then kept for as long as the widget lives. Null, with
+/// the report "Failed to get time control name", when Maya does not name one.
+QWidget* timeControlWidget();
+
+/// Highlighted range of the time slider as [start, end); with nothing highlighted the current frame
+/// and the next. Empty without a time slider.
+std::optional<std::pair<double, double>> timeRange();
+bool isTimeRangeVisible();
+
+/// Current time in whole frames of the current unit, truncated toward zero.
+int currentFrame();
+
+/// Hands a new current frame to the overlay, to the node's document and to the transform tool.
+void updateNodeTime(BaseNode& node, int frame);
+
+/// updateNodeTime() of every node with the current frame.
+void propagateCurrentTime();
+
+/// What the check before a stroke found or made.
+struct DrawingTarget {
+    Frame* frame = nullptr;    ///< frame to draw into, owned by the document; null: refused
+    int addedLayer = -1;       ///< index of a first layer made for the camera
+    bool frameCreated = false; ///< a frame was inserted
+
+    explicit operator bool() const { return frame != nullptr; }
+};
+
+/// Run before a stroke: finds the picture of the camera's active layer at the current time, making
+/// the first layer or a frame where the preferences allow. A refusal has been reported and changed
+/// nothing, except that a layer made on the way stays.
+DrawingTarget drawingTarget(BaseNode& node, const QString& camera);
+
+} // namespace vellum

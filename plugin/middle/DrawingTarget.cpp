@@ -1,0 +1,86 @@
+#include "document/Layer.h"
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Report.h"
+#include "plugin/leaves/Script.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/Timeline.h"
+
+#include <maya/MTime.h>
+
+namespace vellum {
+
+namespace {
+
+/// Makes the camera's first layer when the preferences allow. False: the stroke is dropped.
+bool provideFirstLayer(LayerManager& document, const QString& camera, DrawingTarget& target) {
+    if (document.cameraLayerCount(camera) > 0)
+        return true;
+    if (!settings().automaticallyAddFirstLayer) {
+        report::error(QStringLiteral("A layer does not exist for the current camera"));
+        return false;
+    }
+    if (settings().alwaysDisplayNewLayerDialog) {
+        script::execute(command::util(QStringLiteral("-newLayer")));
+        return false;
+    }
+    target.addedLayer = document.addLayer(camera, 0, QString());
+    return target.addedLayer >= 0;
+}
+
+/// False, after reporting, when the camera's active layer refuses to be drawn on.
+bool acceptsDrawing(const LayerManager& document, const QString& camera, int layer) {
+    if (layer < 0) {
+        report::error(QStringLiteral("An active layer does not exist."));
+        return false;
+    }
+    if (!document.layerVisible(camera, layer)) {
+        report::error(QStringLiteral("Active layer is not visible."));
+        return false;
+    }
+    if (document.layerState(camera, layer) == layer_state::kLocked) {
+        report::error(QStringLiteral("Active layer is locked."));
+        return false;
+    }
+    return true;
+}
+
+/// Makes a frame where the active layer has none to draw into. False: refused and reported.
+bool provideFrame(LayerManager& document, const QString& camera, int layer, DrawingTarget& target) {
+    if (document.hasFrameAtCurrentTime(camera))
+        return true;
+    if (document.layerState(camera, layer) == layer_state::kStatic) {
+        const MTime time(static_cast<double>(settings().defaultStaticFrameTime), MTime::uiUnit());
+        if (!settings().insertDefaultStaticFrame ||
+            settings().defaultStaticFrameTime > currentFrame()) {
+            report::error(
+                QStringLiteral("Static layer: A frame is required at or before the current time."));
+            return false;
+        }
+        target.frameCreated = document.addFrameAt(camera, time) >= 0;
+    } else {
+        target.frameCreated = document.addFrameAtCurrentTime(camera) >= 0;
+    }
+    return true;
+}
+
+} // namespace
+
+DrawingTarget drawingTarget(BaseNode& node, const QString& camera) {
+    DrawingTarget target;
+    const auto document = node.layerManager();
+    if (camera.isEmpty() || !document || !provideFirstLayer(*document, camera, target))
+        return target;
+    const int layer = document->activeLayerIndex(camera);
+    if (acceptsDrawing(*document, camera, layer) && provideFrame(*document, camera, layer, target))
+        target.frame = document->currentFrame(camera);
+    if (target.frameCreated) {
+        node.drawingChanged();
+        refreshTimeline();
+    }
+    return target;
+}
+
+} // namespace vellum

@@ -1,0 +1,50 @@
+// State of the process: everything that lives from load to unload and belongs to no node. One
+// object, owned here, filled and emptied by the entry, so a second load starts clean.
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <atomic>
+#include <maya/MCallbackIdArray.h>
+
+namespace vellum {
+
+class Panels;
+class TimelineMarkers;
+
+/// A tool that is told when the scene's time changes while it is current.
+class TimeListener {
+public:
+    virtual ~TimeListener() = default;
+    virtual void timeChanged() = 0;
+};
+
+struct PluginState {
+    bool interactive = false; ///< false in batch mode: no widget is ever made then
+    MCallbackIdArray callbackIds;
+    int playbackJob = -1; ///< number of the script job, -1 when there is none
+
+    QPointer<QWidget> timeControl;       ///< Maya's time slider, cached
+    TimelineMarkers* timeline = nullptr; ///< overlay over timeControl, clears this when it dies
+
+    Panels* panels = nullptr; ///< reached through panels(); not owned
+
+    bool drawToolActive = false;              ///< the draw context is the current tool
+    TimeListener* transformContext = nullptr; ///< while it is the current tool; not owned
+
+    QString drawContextName; ///< context made by the first activation, empty before
+    QString transformContextName;
+
+    // Written by the event filter on the main thread, read by the sampling thread.
+    std::atomic<float> tabletPressure{1.0F}; ///< 0..1, 1 without a tablet
+    std::atomic<bool> tabletEraser{false};   ///< the pen's eraser end is in use
+};
+
+/// The one object.
+PluginState& pluginState();
+
+/// Called by the entry only, at load and after unload: back to the initial values.
+void resetPluginState();
+
+} // namespace vellum

@@ -1,0 +1,62 @@
+#include "plugin/middle/Timeline.h"
+
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/PluginState.h"
+
+namespace vellum {
+
+namespace {
+
+enum DisplayMode { Always = 0, WhileInUse = 1, Never = 2 };
+
+bool wantsMarkers() {
+    switch (settings().timelineFrameDisplay) {
+    case Never:
+        return false;
+    case WhileInUse:
+        return pluginState().drawToolActive || selectedNode();
+    default:
+        return true;
+    }
+}
+
+} // namespace
+
+void refreshTimeline() {
+    TimelineMarkers* timeline = pluginState().timeline;
+    if (!timeline)
+        return;
+    BaseNode* node = wantsMarkers() ? activeNode() : nullptr;
+    const auto document = node ? node->layerManager() : nullptr;
+    if (!document) {
+        timeline->setMarkersVisible(false);
+        return;
+    }
+    QList<int> times;
+    document->collectFrameTimes(document->currentCamera(), times);
+    const auto move = timeline->rangeMove();
+    if (move && move->offset != 0) {
+        for (int& time : times) {
+            if (time >= move->start && time <= move->end)
+                time += move->offset;
+        }
+    }
+    timeline->setFrameTimes(times);
+    timeline->setMarkersVisible(true);
+}
+
+void setDrawToolActive(bool active) {
+    PluginState& state = pluginState();
+    if (state.drawToolActive == active)
+        return;
+    state.drawToolActive = active;
+    if (state.timeline)
+        state.timeline->setEnabled(active);
+    if (settings().timelineFrameDisplay == WhileInUse)
+        refreshTimeline();
+}
+
+} // namespace vellum

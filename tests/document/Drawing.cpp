@@ -1,0 +1,139 @@
+#include "document/Drawing.h"
+
+#include "document/FrameCache.h"
+#include "document/IntTime.h"
+#include "foundation/Report.h"
+#include "plugin/leaves/Settings.h"
+#include "tools/raster/StrokeMerge.h"
+
+#include <QPainter>
+#include <QRadialGradient>
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <maya/MAnimControl.h>
+#include <utility>
+
+namespace drawing {
+
+using namespace vellum;
+
+QImage marked(int id) {
+    QImage image = blankCanvas();
+    image.setPixelColor(id % kCanvasSize, id / kCanvasSize, QColor(id & 255, id >> 8 & 255, 77));
+    return image;
+}
+
+int markOf(const QImage& image) {
+    int found = 0;
+    static const QByteArray empty(4 * kCanvasSize, '\0');
+    for (int y = 0; y < image.height(); ++y) {
+        if (image.bytesPerLine() == empty.size() &&
+            std::memcmp(image.constScanLine(y), empty.constData(), 4 * kCanvasSize) == 0) {
+            continue;
+        }
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.constScanLine(y)[4 * x + 3] != 0) {
+                const int id = y * kCanvasSize + x;
+                if (found != 0 || image.pixelColor(x, y) != QColor(id & 255, id >> 8 & 255, 77)) {
+                    return -1;
+                }
+                found = id;
+            }
+        }
+    }
+    return found;
+}
+
+QImage scribble(unsigned seed) {
+    std::mt19937 random(seed);
+    const auto upTo = [&](int limit) { return static_cast<int>(random() % unsigned(limit)); };
+    const auto color = [&] { return QColor(upTo(256), upTo(256), upTo(256), 1 + upTo(255)); };
+    QImage image = blankCanvas();
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (int i = 0; i < 4; ++i) {
+        const QPointF centre(upTo(1024), upTo(1024));
+        QRadialGradient soft(centre, 40 + upTo(300));
+        soft.setColorAt(0, color());
+        soft.setColorAt(1, Qt::transparent);
+        painter.fillRect(image.rect(), soft);
+        painter.setPen(QPen(color(), 1 + upTo(60), Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(upTo(1024), upTo(1024), upTo(1024), upTo(1024));
+    }
+    painter.fillRect(upTo(900), upTo(900), 20 + upTo(300), 20 + upTo(300),
+                     QColor(upTo(256), upTo(256), upTo(256)));
+    return image;
+}
+
+std::unique_ptr<Frame> frameWith(int intTime, const QImage& image) {
+    auto frame = std::make_unique<Frame>(fromIntTime(intTime));
+    frame->setImage(image);
+    return frame;
+}
+
+std::unique_ptr<Layer> layerWith(const QString& name, const std::vector<int>& times,
+                                 int firstMark) {
+    auto layer = std::make_unique<Layer>(name);
+    for (const int time : times) {
+        layer->addFrame(frameWith(time, marked(firstMark++)));
+    }
+    return layer;
+}
+
+void goTo(LayerManager& manager, int intTime) {
+    MAnimControl::setCurrentTime(fromIntTime(intTime));
+    manager.timeChanged(intTime);
+}
+
+CleanScene::CleanScene() {
+    MTime::setUIUnit(MTime::kFilm);
+    MAnimControl::setCurrentTime(fromIntTime(1));
+    resetSettings();
+    FrameCache::setBudget(FrameCache::kDefaultBudget);
+}
+
+CleanScene::~CleanScene() {
+    MTime::setUIUnit(MTime::kFilm);
+    MAnimControl::setCurrentTime(fromIntTime(1));
+    resetSettings();
+    FrameCache::setBudget(FrameCache::kDefaultBudget);
+}
+
+Messages::Messages()
+    : listener_(host::report::addListener(
+          [this](auto, const std::string& text) { shown_.push_back(text); })) {
+}
+
+Messages::~Messages() {
+    host::report::removeListener(listener_);
+}
+
+std::vector<std::string> Messages::take() {
+    return std::exchange(shown_, {});
+}
+
+QuietQt::QuietQt()
+    : previous_(
+          qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {
+}
+
+QuietQt::~QuietQt() {
+    qInstallMessageHandler(previous_);
+}
+
+int premultipliedDifference(const QImage& a, const QImage& b) {
+    const QImage left = a.convertToFormat(QImage::Format_RGBA8888_Premultiplied);
+    const QImage right = b.convertToFormat(QImage::Format_RGBA8888_Premultiplied);
+    int largest = 0;
+    for (int y = 0; y < left.height(); ++y) {
+        const uchar* one = left.constScanLine(y);
+        const uchar* other = right.constScanLine(y);
+        for (int i = 0; i < 4 * left.width(); ++i) {
+            largest = std::max(largest, std::abs(one[i] - other[i]));
+        }
+    }
+    return largest;
+}
+
+} // namespace drawing

@@ -1,0 +1,69 @@
+// What the tests of the document share: pictures that name themselves, the scene's time, messages.
+#pragma once
+
+#include "document/LayerManager.h"
+
+#include <QImage>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace drawing {
+
+/// A canvas that is transparent but for one pixel, whose place and colour tell `id` (1..1048575).
+QImage marked(int id);
+
+/// The id of a marked canvas; 0 for a blank one, -1 for anything else.
+int markOf(const QImage& image);
+
+/// A canvas with soft, hard and opaque parts, different for each seed.
+QImage scribble(unsigned seed);
+
+/// A frame with a picture, not packed.
+std::unique_ptr<vellum::Frame> frameWith(int intTime, const QImage& image);
+
+/// A layer with a marked frame at each time; the i-th has mark firstMark + i.
+std::unique_ptr<vellum::Layer> layerWith(const QString& name, const std::vector<int>& times,
+                                         int firstMark);
+
+/// Moves the scene and tells the document, as the time callback does.
+void goTo(vellum::LayerManager& manager, int intTime);
+
+/// The scene at frame 1, film rate, default settings, default budget; again when it ends.
+class CleanScene {
+public:
+    CleanScene();
+    ~CleanScene();
+};
+
+/// Collects what is shown to the user while it lives.
+class Messages {
+public:
+    Messages();
+    ~Messages();
+    Messages(const Messages&) = delete;
+    Messages& operator=(const Messages&) = delete;
+
+    /// What was shown since the last call, prefix included.
+    std::vector<std::string> take();
+
+private:
+    int listener_;
+    std::vector<std::string> shown_;
+};
+
+/// Qt says a lot about broken pictures; here that is expected.
+class QuietQt {
+public:
+    QuietQt();
+    ~QuietQt();
+
+private:
+    QtMessageHandler previous_;
+};
+
+/// Largest difference of any channel after premultiplying.
+int premultipliedDifference(const QImage& a, const QImage& b);
+
+} // namespace drawing

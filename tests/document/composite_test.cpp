@@ -1,0 +1,283 @@
+// The picture of a camera: equal to what QPainter paints, and equal however little of it was
+// painted anew.
+#include "document/DocumentObserver.h"
+#include "document/Drawing.h"
+#include "document/IntTime.h"
+#include "document/PixelRows.h"
+#include "plugin/leaves/Settings.h"
+#include "tools/raster/StrokeMerge.h"
+
+#include <QPainter>
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace vellum;
+using drawing::CleanScene;
+
+namespace {
+
+const QString kCamera = QStringLiteral("shotCam");
+
+QImage painted(const QImage& below, const QImage& above, double opacity = 1.0) {
+    QImage result = below;
+    QPainter painter(&result);
+    painter.setOpacity(opacity);
+    painter.drawImage(0, 0, above);
+    return result;
+}
+
+/// Ghosts of one side as QPainter paints them.
+QImage ghosts(Layer& layer, int count, int direction, const QColor& tint) {
+    QImage canvas = blankCanvas();
+    for (int k = count; k >= 1; --k) {
+        const QImage image = layer.displayImage(direction * k);
+        if (!image.isNull()) {
+            canvas = painted(canvas, image, 0.4 - (k - 1) * (0.4 / count));
+        }
+    }
+    if (tint.isValid()) {
+        LayerManager::tintImage(canvas, tint);
+    }
+    return canvas;
+}
+
+/// A document of `layers` layers with frames 1..9, the middle layer active, at frame 5.
+void fill(LayerManager& manager, int layers, unsigned seed) {
+    for (int i = 0; i < layers; ++i) {
+        auto layer = std::make_unique<Layer>(QString::number(i));
+        for (int time = 1; time <= 9; time += i + 1) {
+            layer->addFrame(drawing::frameWith(
+                time, drawing::scribble(seed + static_cast<unsigned>(10 * i + time))));
+        }
+        manager.insertLayer(kCamera, -1, std::move(layer));
+    }
+    manager.setActiveLayer(kCamera, layers / 2, true);
+    drawing::goTo(manager, 5);
+}
+
+/// What a rebuild of everything gives; the picture must not change by it.
+QImage rebuilt(LayerManager& manager) {
+    manager.markCameraModified(kCamera);
+    return manager.compositeCamera(kCamera)->copy();
+}
+
+void addPoint(LayerManager& manager, int x, int y, int width, float opacity) {
+    Stroke& stroke = *manager.currentStroke();
+    stroke.points.push_back({width, opacity, 1.0F, x, y});
+    stroke.dirty = true;
+}
+
+} // namespace
+
+TEST(PixelRows, ResultsDoNotDependOnNeighbours) {
+    // Whole pieces take short cuts; one pixel at a time takes none.
+    QImage below = blankCanvas();
+    const QImage scribbled = drawing::scribble(1);
+    for (int y = 0; y < kCanvasSize; ++y) {
+        rows::over(below.scanLine(y), scribbled.constScanLine(y), kCanvasSize);
+    }
+    const QImage above = drawing::scribble(2);
+    for (int y = 0; y < kCanvasSize; y += 7) {
+        const uchar* low = below.constScanLine(y);
+        const uchar* up = above.constScanLine(y);
+        std::vector<uchar> whole(low, low + 4 * kCanvasSize);
+        std::vector<uchar> single = whole;
+        rows::over(whole.data(), up, kCanvasSize);
+        for (int x = 0; x < kCanvasSize; ++x) {
+            rows::over(single.data() + 4 * x, up + 4 * x, 1);
+        }
+        ASSERT_EQ(whole, single) << y;
+        rows::under(whole.data(), low, kCanvasSize);
+        rows::overFaded(whole.data(), low, kCanvasSize, 100);
+        for (int x = 0; x < kCanvasSize; ++x) {
+            rows::under(single.data() + 4 * x, low + 4 * x, 1);
+            rows::overFaded(single.data() + 4 * x, low + 4 * x, 1, 100);
+        }
+        ASSERT_EQ(whole, single) << y;
+    }
+}
+
+TEST(Composite, EqualsQPainterOnStraightAlpha) {
+    const CleanScene scene;
+    LayerManager manager;
+    fill(manager, 10, 100);
+    manager.layer(kCamera, 3)->setVisible(false);
+    manager.layer(kCamera, 4)->setOpacity(0.3F); // not part of the picture
+    QImage expected = blankCanvas();
+    for (int i = 0; i < 10; ++i) {
+        const QImage image = manager.layer(kCamera, i)->displayImage();
+        expected = image.isNull() ? expected : painted(expected, image);
+    }
+    const QImage* picture = manager.compositeCamera(kCamera);
+    ASSERT_EQ(picture->format(), QImage::Format_RGBA8888);
+    EXPECT_LE(drawing::premultipliedDifference(*picture, expected), 1);
+    EXPECT_EQ(manager.compositeCamera("nobody"), nullptr);
+}
+
+TEST(Composite, GhostsEqualQPainterInEveryCombination) {
+    const CleanScene scene;
+    LayerManager manager;
+    fill(manager, 2, 300);
+    Layer& active = *manager.activeLayer(kCamera);
+    QImage layers = painted(manager.layer(kCamera, 0)->displayImage(), active.displayImage());
+    Settings& chosen = settings();
+    for (int combination = 0; combination < 8; ++combination) {
+        chosen.ghostPrev = combination & 1;
+        chosen.ghostNext = combination & 2;
+        chosen.ghostColorOverride = combination & 4;
+        chosen.ghostPrevCount = 1 + combination;
+        chosen.ghostNextCount = 2;
+        const bool tint = chosen.ghostColorOverride;
+        const QImage previous = ghosts(active, chosen.ghostPrev ? chosen.ghostPrevCount : 0, -1,
+                                       tint ? chosen.ghostColorOverridePrev : QColor());
+        const QImage next = ghosts(active, chosen.ghostNext ? 2 : 0, +1,
+                                   tint ? chosen.ghostColorOverrideNext : QColor());
+        QImage expected = painted(previous, next);
+        for (int i = 0; i < 2; ++i) {
+            expected = painted(expected, manager.layer(kCamera, i)->displayImage());
+        }
+        EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), expected), 2) << combination;
+    }
+    class Playing : public DocumentObserver {
+        bool isPlaying() const override { return true; }
+    } playing;
+    setDocumentObserver(&playing);
+    EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), layers), 1)
+        << "no ghosts during playback";
+    chosen.disableGhostingDuringPlayback = false;
+    EXPECT_GT(drawing::premultipliedDifference(rebuilt(manager), layers), 1);
+    setDocumentObserver(nullptr);
+}
+
+TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
+    const auto seed = static_cast<unsigned>(std::random_device{}());
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    const CleanScene scene;
+    std::mt19937 random(seed);
+    const auto upTo = [&](int limit) { return static_cast<int>(random() % unsigned(limit)); };
+    LayerManager manager;
+    fill(manager, 4, seed);
+    settings().ghostPrev = true;
+    QByteArray undo;
+    manager.compositeCamera(kCamera);
+    for (int round = 0; round < 60; ++round) {
+        QImage mirror = manager.compositeCamera(kCamera)->copy();
+        const quint64 version = manager.compositeVersion(kCamera);
+        switch (upTo(8)) {
+        case 0:
+            drawing::goTo(manager, upTo(10));
+            break;
+        case 1:
+            manager.layer(kCamera, upTo(4))->setVisible(upTo(4) > 0);
+            break;
+        case 2:
+            manager.setActiveLayer(kCamera, upTo(4), false);
+            break;
+        case 3:
+            manager.discardStroke();
+            break;
+        case 4:
+            manager.moveLayer(kCamera, upTo(4), upTo(4));
+            break;
+        case 5:
+            manager.commitStroke(kCamera, undo);
+            break;
+        default:
+            if (manager.currentStroke() || manager.beginStroke(kCamera, upTo(8), Qt::red)) {
+                for (int i = upTo(4); i >= 0; --i) {
+                    addPoint(manager, upTo(1200) - 90, upTo(1200) - 90, 1 + upTo(50), 0.7F);
+                }
+            }
+        }
+        const bool announced = manager.needsRedraw(kCamera);
+        const QImage inParts = manager.compositeCamera(kCamera)->copy();
+        EXPECT_FALSE(manager.needsRedraw(kCamera));
+        EXPECT_TRUE(announced || inParts == mirror) << "round " << round;
+        // A texture that copies what is said to have changed has the same picture.
+        const QRect changed = manager.compositeChangedSince(kCamera, version);
+        for (int y = changed.top(); y <= changed.bottom(); ++y) {
+            std::copy_n(inParts.constScanLine(y) + 4 * changed.left(), 4 * changed.width(),
+                        mirror.scanLine(y) + 4 * changed.left());
+        }
+        ASSERT_EQ(mirror, inParts) << "round " << round;
+        ASSERT_EQ(rebuilt(manager), inParts) << "round " << round;
+    }
+}
+
+TEST(Composite, DrawingTouchesOnlyWhatTheStrokeTouches) {
+    const CleanScene scene;
+    LayerManager manager;
+    fill(manager, 3, 700);
+    settings().ghostPrev = true;
+    manager.compositeCamera(kCamera);
+    ASSERT_TRUE(manager.beginStroke(kCamera, tool::kBrush, Qt::blue));
+    addPoint(manager, 500, 500, 40, 1.0F);
+    addPoint(manager, 520, 500, 40, 1.0F);
+    manager.compositeCamera(kCamera);
+    const quint64 version = manager.compositeVersion(kCamera);
+    EXPECT_TRUE(manager.compositeChangedSince(kCamera, version).isEmpty());
+    settings().ghostPrevCount = 1; // ghosts stay as they are until the stroke ends
+    addPoint(manager, 540, 500, 40, 1.0F);
+    manager.compositeCamera(kCamera);
+    const QRect changed = manager.compositeChangedSince(kCamera, version);
+    EXPECT_TRUE(QRect(480, 470, 100, 60).contains(changed)) << changed.width();
+    EXPECT_EQ(manager.compositeChangedSince(kCamera, version + 1000), Layer::wholeCanvas());
+    EXPECT_EQ(manager.compositeChangedSince(kCamera, 0), Layer::wholeCanvas());
+}
+
+TEST(Composite, CommittingChangesNoPixelAndUndoRestoresAll) {
+    for (const int tool : {tool::kPencil, tool::kBrush, tool::kEraser, tool::kLine}) {
+        const CleanScene scene;
+        LayerManager manager;
+        fill(manager, 3, 900);
+        const QImage before = manager.compositeCamera(kCamera)->copy();
+        const QImage frameBefore = manager.currentFrame(kCamera)->image();
+        ASSERT_TRUE(manager.beginStroke(kCamera, tool, QColor(200, 10, 90)));
+        for (int i = 0; i < 20; ++i) {
+            addPoint(manager, 100 + 40 * i, 300 + 20 * (i % 5), 30, 0.5F + 0.02F * i);
+            manager.compositeCamera(kCamera);
+        }
+        const QImage drawing = manager.compositeCamera(kCamera)->copy();
+        EXPECT_NE(drawing, before);
+        QByteArray undo;
+        ASSERT_TRUE(manager.commitStroke(kCamera, undo));
+        EXPECT_FALSE(manager.currentStroke());
+        EXPECT_EQ(*manager.compositeCamera(kCamera), drawing);
+        EXPECT_EQ(rebuilt(manager), *manager.compositeCamera(kCamera));
+        ASSERT_TRUE(manager.replaceActiveImage(kCamera, undo));
+        EXPECT_EQ(manager.currentFrame(kCamera)->image(), frameBefore);
+        EXPECT_EQ(*manager.compositeCamera(kCamera), before);
+    }
+}
+
+TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
+    const CleanScene scene;
+    LayerManager manager;
+    QByteArray undo;
+    EXPECT_EQ(manager.beginStroke(kCamera, tool::kBrush, Qt::red), nullptr);
+    manager.insertLayer(kCamera, -1, drawing::layerWith("A", {3, 5}, 1));
+    Layer& layer = *manager.layer(kCamera, 0);
+    const struct {
+        int time, state, tool;
+        bool begins;
+    } cases[] = {{1, 0, 1, false}, {4, 0, 1, false}, {5, 0, 1, true},  {4, 1, 1, true},
+                 {2, 1, 1, false}, {5, 2, 1, false}, {5, 0, 8, false}, {5, 0, -1, false}};
+    for (const auto& one : cases) {
+        layer.setState(one.state);
+        drawing::goTo(manager, one.time);
+        EXPECT_EQ(manager.beginStroke(kCamera, one.tool, Qt::red) != nullptr, one.begins)
+            << one.time << ' ' << one.state << ' ' << one.tool;
+        EXPECT_EQ(manager.currentStroke() != nullptr, one.begins);
+    }
+    EXPECT_FALSE(manager.commitStroke(kCamera, undo)) << "there is no stroke";
+
+    // An eraser works on a whole picture: it must not replace another one.
+    layer.setState(layer_state::kAnimated);
+    drawing::goTo(manager, 3);
+    ASSERT_TRUE(manager.beginStroke(kCamera, tool::kEraser, Qt::red));
+    EXPECT_FALSE(manager.commitStroke("other", undo));
+    drawing::goTo(manager, 5);
+    EXPECT_FALSE(manager.commitStroke(kCamera, undo));
+    EXPECT_EQ(drawing::markOf(manager.currentFrame(kCamera)->image()), 2);
+    EXPECT_EQ(drawing::markOf(*manager.compositeCamera(kCamera)), 2);
+}

@@ -1,0 +1,297 @@
+#include "host_render/Canvas.h"
+#include "host_render/Probe.h"
+#include "render/DrawOverrides.h"
+#include "render/View.h"
+#include "render/Views.h"
+#include "script/Interpreter.h"
+#include "ui/StartUp.h"
+
+#include <maya/MGlobal.h>
+#include <maya/MObjectHandle.h>
+#include <maya/MRenderUtil.h>
+#include <maya/MSelectionList.h>
+
+#include <cmath>
+#include <memory>
+
+using namespace render_test;
+using host::Renderer;
+using host::View;
+using host::Views;
+
+namespace {
+
+MDagPath pathOf(const char* name) {
+    MSelectionList list;
+    MDagPath path;
+    EXPECT_TRUE(list.add(name)) << name;
+    EXPECT_TRUE(list.getDagPath(0, path)) << name;
+    return path;
+}
+
+void run(const std::string& script) {
+    EXPECT_EQ(MGlobal::executeCommand(script.c_str()), MS::kSuccess) << script;
+}
+
+const QSize size(200, 120);
+
+QColor at(const QImage& image, int x, int y) {
+    return image.pixelColor(x, image.height() - 1 - y);
+}
+
+/// Pixels of a colour no background, grid or shape has.
+QRect redArea(const QImage& image) {
+    QRect area;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y) == QColor(Qt::red))
+                area |= QRect(x, image.height() - 1 - y, 1, 1);
+    return area;
+}
+
+struct ViewTest : testing::Test {
+    ViewTest() {
+        host::startUp();
+        run("file -f -new");
+        probe() = ProbeState();
+        view = std::make_unique<View>("probePanel");
+        view->setPortSize(size.width(), size.height());
+    }
+    ~ViewTest() override {
+        view.reset();
+        run("file -f -new");
+    }
+    QImage picture() { return view->renderToImage(size); }
+    static void makeProbe() {
+        run("createNode transform -n first; createNode renderProbe -n firstShape -p first");
+    }
+
+    ProbePlugin plugin;
+    std::unique_ptr<View> view;
+};
+
+const QRect square(100 - squareHalf, 60 - squareHalf, 2 * squareHalf, 2 * squareHalf);
+
+TEST_F(ViewTest, BothRenderersShowTheSameSquare) {
+    makeProbe();
+    EXPECT_EQ(redArea(picture()), square);
+    EXPECT_EQ(probe().drawn, 1);
+    EXPECT_EQ(probe().callbacks, 1);
+    EXPECT_TRUE(probe().order.empty()) << "Viewport 2.0 does not call draw";
+    EXPECT_EQ(probe().width, size.width());
+
+    view->setRenderer(Renderer::legacy);
+    EXPECT_EQ(redArea(picture()), square);
+    EXPECT_EQ(probe().drawn, 1);
+    EXPECT_EQ(probe().order.size(), 1u);
+
+    run("setAttr first.visibility 0");
+    EXPECT_TRUE(redArea(picture()).isEmpty());
+}
+
+TEST_F(ViewTest, OnlyAnOverrideThatSaysSoGetsUiDrawables) {
+    makeProbe();
+    probe().uiDrawables = false;
+    EXPECT_TRUE(redArea(picture()).isEmpty());
+    EXPECT_EQ(probe().prepared, 1);
+    EXPECT_EQ(probe().drawn, 0);
+    EXPECT_EQ(probe().callbacks, 1);
+}
+
+TEST_F(ViewTest, ABoundedOverrideIsCulledByItsBox) {
+    makeProbe();
+    probe().bounded = true;
+    EXPECT_EQ(redArea(picture()), square) << "the default box, a point at the origin, is seen";
+    run("setAttr persp.rotateY 200");
+    EXPECT_TRUE(redArea(picture()).isEmpty()) << "the origin is behind the camera";
+    EXPECT_EQ(probe().prepared, 1) << "a culled object is not prepared";
+    probe().box = MBoundingBox(MPoint(-1e5, -1e5, -1e5), MPoint(1e5, 1e5, 1e5));
+    EXPECT_EQ(redArea(picture()), square) << "a box around the camera is seen";
+    probe().box = MBoundingBox();
+    probe().bounded = false;
+    EXPECT_EQ(redArea(picture()), square) << "without bounds nothing is culled";
+}
+
+TEST_F(ViewTest, UserDataBelongToThePanelAndTheRenderer) {
+    makeProbe();
+    View second("secondPanel");
+    second.setPortSize(50, 50);
+    ASSERT_TRUE(second.setCamera(pathOf("top")));
+    picture();
+    second.renderToImage(QSize(50, 50));
+    picture();
+    EXPECT_EQ(probe().created, 1) << "one override for two panels";
+    EXPECT_EQ(probe().cameras, (std::vector<std::string>{"perspShape", "topShape", "perspShape"}));
+    EXPECT_EQ(probe().oldData[0], nullptr);
+    EXPECT_EQ(probe().oldData[1], nullptr);
+    EXPECT_NE(probe().oldData[2], nullptr) << "what the first panel kept";
+    EXPECT_EQ(probe().dataAlive, 2);
+
+    probe().freshData = true;
+    picture();
+    EXPECT_EQ(probe().dataAlive, 2) << "what is replaced is deleted";
+    view = std::make_unique<View>("thirdPanel");
+    EXPECT_EQ(probe().dataAlive, 1) << "the panel took its data along";
+}
+
+TEST_F(ViewTest, OverridesGoWithTheObjectForGoodOrWithTheCreator) {
+    makeProbe();
+    picture();
+    run("delete first");
+    picture();
+    EXPECT_EQ(probe().destroyed, 0) << "undo can bring the object back";
+    run("undo");
+    EXPECT_EQ(redArea(picture()), square);
+    EXPECT_EQ(probe().created, 1);
+
+    run("file -f -new");
+    picture();
+    EXPECT_EQ(probe().destroyed, 1);
+    EXPECT_EQ(probe().dataAlive, 0);
+
+    makeProbe();
+    picture();
+    EXPECT_EQ(probe().created, 2);
+    plugin.deregisterOverride();
+    EXPECT_EQ(probe().destroyed, 2);
+    EXPECT_EQ(probe().dataAlive, 0);
+    EXPECT_TRUE(redArea(picture()).isEmpty());
+}
+
+TEST_F(ViewTest, AnOverrideThatIsNotAlwaysDirtyIsPreparedWhenSomethingChanged) {
+    probe().alwaysDirty = false;
+    makeProbe();
+    picture();
+    EXPECT_EQ(redArea(picture()), square) << "drawn from what was queued before";
+    EXPECT_EQ(probe().prepared, 1);
+    run("setAttr first.translateX 3");
+    picture();
+    EXPECT_EQ(probe().prepared, 2) << "moved";
+    run("setAttr persp.translateX 3");
+    picture();
+    EXPECT_EQ(probe().prepared, 3) << "the camera moved";
+    run("setAttr firstShape.localScaleX 3");
+    picture();
+    EXPECT_EQ(probe().prepared, 4) << "an attribute changed";
+    MHWRender::MRenderer::setGeometryDrawDirty(pathOf("firstShape").node());
+    picture();
+    picture();
+    EXPECT_EQ(probe().prepared, 5);
+}
+
+TEST_F(ViewTest, LegacyOrderAndExclusionOfLocators) {
+    view->setRenderer(Renderer::legacy);
+    makeProbe();
+    run("createNode transform -n second; createNode renderProbe -n secondShape -p second");
+    probe().last = true;
+    picture();
+    EXPECT_EQ(probe().order, (std::vector<std::string>{"secondShape", "firstShape"}));
+    probe().order.clear();
+    view->setLocatorsShown(false);
+    picture();
+    EXPECT_EQ(probe().order.size(), 2u) << "these do not count as locators";
+    probe().excluded = true;
+    probe().order.clear();
+    EXPECT_TRUE(redArea(picture()).isEmpty());
+    EXPECT_TRUE(probe().order.empty());
+}
+
+TEST_F(ViewTest, HandlesKnowTheirViewsAndFailAfterwards) {
+    MStatus status;
+    M3dView handle = M3dView::active3dView(&status);
+    ASSERT_EQ(status, MS::kSuccess);
+    EXPECT_EQ(M3dView::numberOf3dViews(), 1u);
+    EXPECT_EQ(handle.portWidth(), size.width());
+    EXPECT_EQ(handle.portHeight(), size.height());
+    EXPECT_EQ(handle.getRendererName(), M3dView::kViewport2Renderer);
+    MDagPath camera;
+    ASSERT_EQ(handle.getCamera(camera), MS::kSuccess);
+    EXPECT_EQ(camera.partialPathName(), MString("perspShape"));
+    camera = pathOf("side");
+    ASSERT_EQ(handle.setCamera(camera), MS::kSuccess);
+    ASSERT_EQ(handle.getCamera(camera), MS::kSuccess);
+    EXPECT_EQ(camera.partialPathName(), MString("sideShape"));
+    EXPECT_EQ(handle.widget(&status), nullptr);
+    EXPECT_EQ(status, MS::kFailure);
+    EXPECT_EQ(handle.beginGL(), MS::kFailure) << "no widget, no context";
+
+    M3dView found;
+    EXPECT_EQ(M3dView::getM3dViewFromModelPanel("nowhere", found), MS::kInvalidParameter);
+    EXPECT_EQ(M3dView::getM3dViewFromModelPanel("probePanel", found), MS::kSuccess);
+    EXPECT_EQ(M3dView::get3dView(1, found), MS::kInvalidParameter);
+
+    view.reset();
+    M3dView::active3dView(&status);
+    EXPECT_EQ(status, MS::kFailure);
+    EXPECT_EQ(handle.getCamera(camera), MS::kFailure);
+    EXPECT_EQ(handle.refresh(), MS::kFailure);
+    handle.portWidth(&status);
+    EXPECT_EQ(status, MS::kFailure);
+}
+
+TEST_F(ViewTest, WorldToViewAndBackAgreeWithWhatIsDrawn) {
+    view->setRenderer(Renderer::legacy);
+    M3dView handle = view->handle();
+    run("createNode transform -n ball; setAttr ball.translate 2 1 -1");
+    short x = 0;
+    short y = 0;
+    EXPECT_TRUE(handle.worldToView(MPoint(2, 1, -1), x, y));
+    MPoint nearPoint;
+    MVector direction;
+    ASSERT_EQ(handle.viewToWorld(x, y, nearPoint, direction), MS::kSuccess);
+    const MVector toPoint = MPoint(2, 1, -1) - nearPoint;
+    EXPECT_LT((toPoint ^ direction).length() / toPoint.length(), 0.01) << "within a pixel";
+
+    run("polySphere -r 0.3 -n dot; move -a 2 1 -1 dot; displayPref -displayGradient 0");
+    view->setGridShown(false);
+    const QImage image = picture();
+    run("displayPref -displayGradient 1");
+    EXPECT_NE(at(image, x, y), at(image, 1, 1)) << "the sphere is where the point maps to";
+    EXPECT_EQ(at(image, 150, 10), at(image, 1, 1));
+}
+
+TEST_F(ViewTest, ACameraThatIsDeletedGivesWayToPersp) {
+    run("camera -n shot");
+    ASSERT_TRUE(view->setCamera(pathOf("shot1"))) << "camera numbers its names";
+    EXPECT_FALSE(view->setCamera(MDagPath()));
+    run("delete shot1");
+    EXPECT_EQ(view->camera().partialPathName(), MString("perspShape"));
+    EXPECT_FALSE(picture().isNull());
+}
+
+TEST_F(ViewTest, APictureLeavesThePortAndTheCurrentContextAlone) {
+    const QImage image = view->renderToImage(QSize(64, 32));
+    EXPECT_EQ(image.size(), QSize(64, 32));
+    EXPECT_EQ(view->portWidth(), size.width());
+    EXPECT_EQ(QOpenGLContext::currentContext(), nullptr);
+    EXPECT_EQ(qAlpha(image.pixel(3, 3)), 255);
+    EXPECT_TRUE(view->renderToImage(QSize(0, 5)).isNull());
+}
+
+TEST_F(ViewTest, RenderSettingsComeFromTheScene) {
+    MCommonRenderSettingsData settings;
+    MRenderUtil::getCommonRenderSettings(settings);
+    EXPECT_EQ(settings.width, 960u);
+    EXPECT_EQ(settings.height, 540u);
+    run("setAttr defaultResolution.width 1998; setAttr defaultResolution.height 1080");
+    MRenderUtil::getCommonRenderSettings(settings);
+    EXPECT_EQ(settings.width, 1998u);
+    EXPECT_EQ(settings.height, 1080u);
+}
+
+TEST_F(ViewTest, LookThruNamesThePanelOrTheActiveView) {
+    run("lookThru top");
+    EXPECT_EQ(view->camera().partialPathName(), MString("topShape"));
+    run("lookThru probePanel side; lookThru persp probePanel");
+    EXPECT_EQ(view->camera().partialPathName(), MString("perspShape"));
+    MString camera;
+    EXPECT_EQ(MGlobal::executeCommand("lookThru -q", camera), MS::kSuccess);
+    EXPECT_EQ(camera, MString("persp"));
+    Errors errors;
+    EXPECT_FALSE(MGlobal::executeCommand("lookThru time1"));
+    EXPECT_FALSE(MGlobal::executeCommand("lookThru nothing"));
+    EXPECT_EQ(errors.texts.size(), 2u);
+    EXPECT_EQ(view->camera().partialPathName(), MString("perspShape"));
+}
+
+} // namespace

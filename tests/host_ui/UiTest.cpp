@@ -1,0 +1,153 @@
+#include "host_ui/UiTest.h"
+
+#include "foundation/Idle.h"
+#include "foundation/Report.h"
+#include "scene/FileIO.h"
+#include "scene/PluginServices.h"
+
+#include <maya/MUIDrawManager.h>
+
+#include <QApplication>
+#include <QWindow>
+
+namespace uitest {
+
+bool RecordingContext::takesModern = true;
+std::string RecordingContext::onSetup;
+int RecordingCommand::level = 0;
+
+MStatus RecordingContext::note(const char* what, MEvent& event) {
+    short x = 0, y = 0;
+    event.getPosition(x, y);
+    std::string line = std::string(what) + " " + std::to_string(x) + " " + std::to_string(y);
+    line += event.mouseButton() == MEvent::kLeftMouse ? " left" : " middle";
+    if (event.isModifierShift())
+        line += " shift";
+    if (event.isModifierControl())
+        line += " control";
+    calls().push_back(line);
+    return MS::kSuccess;
+}
+
+MStatus RecordingContext::doPress(MEvent& event, MHWRender::MUIDrawManager&,
+                                  const MHWRender::MFrameContext&) {
+    return takesModern ? note("press2", event) : MStatus(MS::kFailure);
+}
+
+MStatus RecordingContext::doDrag(MEvent& event, MHWRender::MUIDrawManager& manager,
+                                 const MHWRender::MFrameContext&) {
+    if (!takesModern)
+        return MS::kFailure;
+    manager.beginDrawable();
+    manager.setColor(MColor(1.0F, 0.0F, 0.0F));
+    manager.rect2d(MPoint(40, 40), MVector(0, 1, 0), 20, 20, true);
+    manager.endDrawable();
+    return note("drag2", event);
+}
+
+MStatus RecordingContext::doRelease(MEvent& event, MHWRender::MUIDrawManager&,
+                                    const MHWRender::MFrameContext&) {
+    return takesModern ? note("release2", event) : MStatus(MS::kFailure);
+}
+
+void UiTest::SetUp() {
+    host::startUp();
+    host::fileIO().newScene();
+    MGlobal::executeCommand("playbackOptions -minTime 1 -maxTime 48; currentTime 1");
+    calls().clear();
+    RecordingContext::takesModern = true;
+    RecordingContext::onSetup.clear();
+    ASSERT_TRUE(host::pluginServices().registerContextCommand(
+        "recordCtx", RecordingCommand::creator, "", nullptr, nullptr));
+    window = std::make_unique<host::MainWindow>();
+    window->resize(480, 380);
+    window->move(0, 0);
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    window->setFocus();
+    hand = host::InputInjector::create();
+    ASSERT_TRUE(hand->isReal()) << "these tests need an X server with XTEST";
+}
+
+void UiTest::TearDown() {
+    host::Tools::instance().leave();
+    host::pluginServices().deregisterContextCommand("recordCtx", "");
+    window.reset();
+    host::fileIO().newScene();
+    host::idle::drainAll();
+    settle();
+}
+
+std::string UiTest::errorOf(const std::string& script) {
+    try {
+        host::script::execute(script);
+        return {};
+    } catch (const host::script::ScriptError& error) {
+        return error.what();
+    }
+}
+
+namespace {
+
+class EventWatch : public QObject {
+public:
+    explicit EventWatch(std::vector<QEvent::Type> types) : types_(std::move(types)) {
+        qApp->installEventFilter(this);
+    }
+    bool seen() const { return seen_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched->isWindowType() &&
+            std::find(types_.begin(), types_.end(), event->type()) != types_.end())
+            seen_ = true;
+        return false;
+    }
+
+private:
+    std::vector<QEvent::Type> types_;
+    bool seen_ = false;
+};
+
+} // namespace
+
+void UiTest::waitForEvent(const std::function<void()>& act, std::vector<QEvent::Type> types) {
+    const EventWatch watch(std::move(types));
+    act();
+    ASSERT_TRUE(waitFor([&] { return watch.seen(); })) << "the event did not arrive";
+    settle();
+}
+
+void UiTest::moveTo(const QWidget& widget, QPointF position) {
+    const QPoint target = host::InputInjector::toScreen(&widget, position);
+    if (hand->position() == target)
+        return;
+    waitForEvent([&] { hand->moveTo(target); }, {QEvent::MouseMove, QEvent::Enter});
+}
+
+void UiTest::press(Qt::MouseButton button) {
+    waitForEvent([&] { hand->press(button); },
+                 {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick});
+}
+
+void UiTest::release(Qt::MouseButton button) {
+    waitForEvent([&] { hand->release(button); }, {QEvent::MouseButtonRelease});
+}
+
+void UiTest::key(Qt::Key key, bool down) {
+    // An accepted shortcut leaves no key press behind.
+    waitForEvent([&] { ASSERT_TRUE(hand->key(key, down)); },
+                 {down ? QEvent::ShortcutOverride : QEvent::KeyRelease, QEvent::KeyPress});
+}
+
+void UiTest::type(std::vector<Qt::Key> keys) {
+    for (const Qt::Key each : keys)
+        key(each, true);
+    std::reverse(keys.begin(), keys.end());
+    for (const Qt::Key each : keys)
+        key(each, false);
+}
+
+} // namespace uitest

@@ -1,0 +1,238 @@
+// vellum-host as a program: its options, exit codes, pictures and replays.
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QSet>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+struct Outcome {
+    int code = -1;
+    std::string out, err;
+};
+
+class Program : public ::testing::Test {
+protected:
+    Outcome run(const QStringList& arguments, const QStringList& environment = {}) {
+        QProcess process;
+        process.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+        if (!environment.isEmpty()) {
+            QProcessEnvironment variables = process.processEnvironment();
+            variables.insert(environment.at(0), environment.at(1));
+            process.setProcessEnvironment(variables);
+        }
+        process.setWorkingDirectory(directory.path());
+        process.start(VELLUM_HOST_PATH, arguments);
+        Outcome outcome;
+        if (!process.waitForFinished(90000)) {
+            process.kill();
+            process.waitForFinished();
+            ADD_FAILURE() << "vellum-host does not end";
+        } else {
+            outcome.code = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+        }
+        outcome.out = process.readAllStandardOutput().toStdString();
+        outcome.err = process.readAllStandardError().toStdString();
+        return outcome;
+    }
+
+    QString write(const QString& name, const QByteArray& text) {
+        QFile file(directory.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return file.fileName();
+    }
+
+    /// The lines that the program printed and that begin with "at:".
+    static std::vector<std::string> marks(const std::string& out) {
+        std::vector<std::string> lines;
+        for (const QString& line : QString::fromStdString(out).split('\n')) {
+            if (line.startsWith("at:"))
+                lines.push_back(line.mid(3).toStdString());
+        }
+        return lines;
+    }
+
+    QTemporaryDir directory;
+};
+
+} // namespace
+
+TEST_F(Program, WrongCommandLinesAreUsageErrors) {
+    const struct {
+        QStringList arguments;
+        const char* says;
+    } cases[] = {
+        {{"--nonsense"}, "--nonsense"},
+        {{"scene.ma"}, "scene.ma"},
+        {{"--open"}, "--open needs a value"},
+        {{"--open="}, "--open needs a value"},
+        {{"--renderer", "vulkan"}, "vulkan"},
+        {{"--size", "0x100"}, "0x100"},
+        {{"--size", "large"}, "large"},
+        {{"--batch", "--replay", "x"}, "--replay"},
+        {{"--batch", "--screenshot", "x.png"}, "--screenshot"},
+    };
+    for (const auto& wrong : cases) {
+        const Outcome outcome = run(wrong.arguments);
+        EXPECT_EQ(outcome.code, 2) << wrong.says;
+        EXPECT_THAT(outcome.err, HasSubstr(wrong.says));
+        EXPECT_THAT(outcome.err, HasSubstr("Usage:"));
+        EXPECT_EQ(outcome.out, "");
+    }
+    const Outcome help = run({"--help"});
+    EXPECT_EQ(help.code, 0);
+    for (const char* option : {"--batch", "--plugin", "--open", "--script", "--command", "--replay",
+                               "--renderer", "--size", "--screenshot"})
+        EXPECT_THAT(help.out, HasSubstr(option));
+}
+
+TEST_F(Program, BatchRunsScriptsInOrderAndTellsFailures) {
+    const QString first = write("first.mel", "print \"at:first\\n\";\n");
+    const QString wrong = write("wrong.mel", "int $a = 1;\n\nnoSuchProcedure();\n");
+    Outcome outcome = run({"--batch", "--script", first, "--command",
+                           "print (\"at:\" + `about -batch` + \"\\n\"); "
+                           "evalDeferred(\"print \\\"at:later\\\\n\\\"\")",
+                           "--script", first});
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(marks(outcome.out), (std::vector<std::string>{"first", "1", "later", "first"}));
+
+    outcome = run({"--batch", "--script", wrong, "--script", first});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("wrong.mel"));
+    EXPECT_THAT(outcome.err, HasSubstr("3"));
+    EXPECT_TRUE(marks(outcome.out).empty()) << "what follows a failure does not run";
+
+    EXPECT_EQ(run({"--batch", "--script", "missing.mel"}).code, 1);
+    EXPECT_EQ(run({"--batch", "--open", "missing.ma"}).code, 1);
+    outcome = run({"--batch", "--plugin", "missing.so"});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("missing.so"));
+    EXPECT_EQ(run({"--batch", "--command", "quit -exitCode 7", "--command", "error \"x\""}).code,
+              7);
+    outcome = run({"--batch", "--command", "window w"});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("no user interface"));
+}
+
+TEST_F(Program, PictureOfTheWindowInBothRenderers) {
+    for (const char* renderer : {"vp2", "legacy"}) {
+        const QString file = directory.filePath(QString(renderer) + ".png");
+        const Outcome outcome =
+            run({"--size", "640x480", "--renderer", renderer, "--screenshot", file, "--script",
+                 VELLUM_SOURCE_DIR "/resources/demo/shot.mel", "--command", "currentTime 3"});
+        EXPECT_EQ(outcome.code, 0) << outcome.err;
+        EXPECT_THAT(outcome.err, Not(HasSubstr("Error")));
+        const QImage picture(file);
+        ASSERT_EQ(picture.size(), QSize(640, 480));
+        QSet<QRgb> colours;
+        for (int x = 0; x < picture.width(); x += 5) {
+            for (int y = 0; y < picture.height(); y += 5)
+                colours.insert(picture.pixel(x, y));
+        }
+        EXPECT_GT(colours.size(), 20) << "the view is empty in " << renderer;
+    }
+    const Outcome outcome = run({"--screenshot", "/proc/none/picture.png"});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("picture.png"));
+}
+
+TEST_F(Program, ContactSheetOfTheView) {
+    const QString file = directory.filePath("out/sheet.png");
+    const Outcome outcome = run(
+        {"--size", "640x480", "--script", VELLUM_SOURCE_DIR "/resources/demo/shot.mel", "--command",
+         "currentTime 9; hostContactSheet -start 1 -end 41 -byFrame 10 -columns 3 -width 100 "
+         "-file \"" +
+             file + "\"; print (\"at:\" + `currentTime -q` + \"\\n\"); quit -force"});
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(marks(outcome.out), std::vector<std::string>{"9"});
+    const QImage sheet(file);
+    EXPECT_EQ(sheet.width(), 3 * 106 + 6);
+    // Two rows, and the ball is elsewhere in each cell.
+    ASSERT_GT(sheet.height(), 100);
+    const QRect cell(6, 6, 100, sheet.height() / 2 - 30);
+    EXPECT_NE(sheet.copy(cell), sheet.copy(cell.translated(106, 0)));
+}
+
+TEST_F(Program, ReplayArrivesInOrderAndMovesTheRealPointer) {
+    const QString session = write("session.txt", R"(# keys, buttons, commands
+vellum-session 1
+space view
+0.00 command print ("at:start " + `currentTime -q` + "\n")
+0.02 move 100 100
+0.04 keydown alt
+0.06 press left
+0.08 move 140 100
+0.10 release left
+0.12 keyup alt
+0.14 command print ("at:turned " + (`getAttr "persp.rotateY"` != $was) + "\n")
+0.16 command currentTime 12
+0.18 key ctrl+z
+0.20 key alt+.
+0.22 command print ("at:time " + `currentTime -q` + "\n")
+0.24 command quit -force
+)");
+    const Outcome outcome = run({"--size", "640x480", "--command",
+                                 "float $was = `getAttr \"persp.rotateY\"`", "--replay", session});
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    // ctrl+z takes the time back to 1, alt+. goes one further.
+    EXPECT_EQ(marks(outcome.out), (std::vector<std::string>{"start 1", "turned 1", "time 2"}));
+}
+
+TEST_F(Program, ReplayKeepsPausesAndTabletRecordings) {
+    QByteArray recording("# seconds x y pressure\n");
+    for (int i = 0; i < 60; ++i) {
+        const double pressure = i < 5 || i > 50 ? 0 : 0.5;
+        recording += QByteArray::number(i * 0.008) + '\t' + QByteArray::number(200 + 4 * i) +
+                     "\t300\t" + QByteArray::number(pressure) + '\n';
+    }
+    write("pen.tsv", recording);
+    const QString session = write("session.txt", R"(vellum-session 1
+space view 800 610
+0.0 command playbackOptions -maxTime 1000; play
+0.0 play pen.tsv 0.02 0.4
+0.5 command print ("at:" + (`currentTime -q` >= 11) + "\n")
+0.5 command quit -force
+)");
+    Outcome outcome = run({"--size", "640x480", "--replay", session});
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(marks(outcome.out), std::vector<std::string>{"1"});
+    outcome = run({"--size", "640x480", "--replay", directory.filePath("pen.tsv"), "--screenshot",
+                   directory.filePath("after.png")});
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+}
+
+TEST_F(Program, WrongSessionsAreRefusedBeforeAnythingIsPlayed) {
+    const struct {
+        QByteArray text;
+        const char* says;
+    } cases[] = {
+        {"vellum-session 1\n0 command print \"at:x\\n\"\n0.1 jump 1 1\n", "s.txt:3: unknown step"},
+        {"vellum-session 1\n1 move 1 1\n0.5 move 2 2\n", "s.txt:3: the time goes backwards"},
+        {"vellum-session 2\n0 move 1 1\n", "s.txt:1:"},
+        {"vellum-session 1\n0 move 1 nan\n", "s.txt:2:"},
+        {"vellum-session 1\n0 key hyper+q\n", "s.txt:2: unknown key"},
+        {"vellum-session 1\n0 tablet press 1 1 1.5\n", "s.txt:2:"},
+        {"0.0 1 2\n", "s.txt:1: a sample has four columns"},
+        {"0.0 1 2 -1\n", "s.txt:1:"},
+        {"hello\n", "s.txt:1:"},
+        {"", "nothing to replay"},
+    };
+    for (const auto& wrong : cases) {
+        const Outcome outcome = run({"--replay", write("s.txt", wrong.text)});
+        EXPECT_EQ(outcome.code, 1) << wrong.says;
+        EXPECT_THAT(outcome.err, HasSubstr(wrong.says));
+        EXPECT_TRUE(marks(outcome.out).empty());
+    }
+    const Outcome outcome =
+        run({"--replay", write("s.txt", "vellum-session 1\n0 command error \"stop here\"\n")});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("stop here"));
+    EXPECT_THAT(outcome.err, HasSubstr("s.txt:2"));
+}

@@ -1,0 +1,157 @@
+// The time slider and playback.
+#include "host_ui/UiTest.h"
+
+#include "scene/Events.h"
+#include "script/Conditions.h"
+#include "ui/Playback.h"
+#include "ui/TimeSlider.h"
+
+#include <maya/MAnimControl.h>
+#include <maya/MQtUtil.h>
+#include <maya/MTime.h>
+
+#include <gmock/gmock.h>
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class TimeSliderTest : public uitest::UiTest {
+protected:
+    host::TimeSlider& slider() { return window->timeSlider(); }
+
+    /// Device pixel in the middle of a frame.
+    QPointF onFrame(int frame) {
+        const double scale = slider().devicePixelRatioF();
+        return {(slider().xOf(frame) + slider().xOf(frame + 1)) / 2 * scale,
+                slider().height() / 2 * scale};
+    }
+    double now() { return run("currentTime -q").toFloat(); }
+    host::script::Floats range() {
+        return run("global string $gPlayBackSlider; timeControl -q -rangeArray $gPlayBackSlider")
+            .toFloats();
+    }
+    bool rangeVisible() {
+        return runInt("global string $gPlayBackSlider;"
+                      "timeControl -q -rangeVisible $gPlayBackSlider") == 1;
+    }
+    void shiftDrag(int from, int to) {
+        moveTo(slider(), onFrame(from));
+        key(Qt::Key_Shift, true);
+        press();
+        moveTo(slider(), onFrame(to));
+        release();
+        key(Qt::Key_Shift, false);
+    }
+};
+
+TEST_F(TimeSliderTest, FramesStandWhereMarkersExpectThem) {
+    run("playbackOptions -minTime 1 -maxTime 100");
+    host::TimeSlider alone;
+    alone.resize(1000, 40);
+    EXPECT_DOUBLE_EQ(alone.xOf(1), 5);
+    EXPECT_NEAR(alone.xOf(100), 985.1, 1e-9);
+    EXPECT_EQ(alone.frameAt(5), 1);
+    EXPECT_EQ(alone.frameAt(14.8), 1);
+    EXPECT_EQ(alone.frameAt(15), 2);
+    EXPECT_EQ(alone.frameAt(-50), 1);
+    EXPECT_EQ(alone.frameAt(5000), 100);
+}
+
+TEST_F(TimeSliderTest, IsFoundByTheNameOfItsGlobal) {
+    const std::string name = runString("global string $gPlayBackSlider; $gPlayBackSlider");
+    EXPECT_EQ(MQtUtil::findControl(name.c_str()), &slider());
+    EXPECT_EQ(MQtUtil::findControl("timeControl1"), &slider());
+    EXPECT_EQ(MQtUtil::findControl("timeControl1", window.get()), &slider());
+    EXPECT_EQ(MQtUtil::findControl("timeControl1", &view()), nullptr);
+    EXPECT_EQ(MQtUtil::findControl("timeControl2"), nullptr);
+    EXPECT_EQ(std::string(MQtUtil::fullName(&slider()).asUTF8()), name);
+    EXPECT_NE(errorOf("timeControl -q -rangeArray nobody"), "");
+    window.reset();
+    EXPECT_EQ(runString("global string $gPlayBackSlider; $gPlayBackSlider"), "");
+    EXPECT_EQ(MQtUtil::findControl(name.c_str()), nullptr);
+}
+
+TEST_F(TimeSliderTest, ScrubsToTheFrameUnderThePointer) {
+    std::vector<double> heard;
+    const int listener = host::events::listen("timeChanged", [&] { heard.push_back(now()); });
+    moveTo(slider(), onFrame(7));
+    press();
+    moveTo(slider(), onFrame(8));
+    moveTo(slider(), onFrame(30));
+    release();
+    moveTo(slider(), onFrame(12));
+    host::events::removeListener(listener);
+    EXPECT_THAT(heard, ElementsAre(7, 8, 30));
+    EXPECT_EQ(now(), 30);
+    EXPECT_FALSE(rangeVisible());
+    EXPECT_THAT(range(), ElementsAre(30, 31));
+}
+
+TEST_F(TimeSliderTest, ShiftDragHighlightsAndAPlainPressClears) {
+    shiftDrag(10, 20);
+    EXPECT_TRUE(rangeVisible());
+    EXPECT_THAT(range(), ElementsAre(10, 21)) << "half open";
+    EXPECT_EQ(now(), 1) << "highlighting does not change the time";
+    EXPECT_EQ(runString("global string $gPlayBackSlider; timeControl -q -range $gPlayBackSlider"),
+              "\"10:21\"");
+    moveTo(slider(), onFrame(40));
+    press();
+    release();
+    EXPECT_FALSE(rangeVisible());
+    shiftDrag(20, 15); // backwards
+    EXPECT_THAT(range(), ElementsAre(15, 21));
+}
+
+TEST_F(TimeSliderTest, RangesMoveAndResizeByDragging) {
+    shiftDrag(10, 20);
+    run("currentTime 12");
+    int changes = 0;
+    const int listener = host::events::listen("timeChanged", [&] { ++changes; });
+    moveTo(slider(), onFrame(15));
+    press();
+    moveTo(slider(), onFrame(18));
+    moveTo(slider(), onFrame(20));
+    EXPECT_THAT(range(), ElementsAre(15, 26));
+    EXPECT_EQ(now(), 17) << "the time goes along";
+    release();
+    EXPECT_EQ(changes, 2);
+    moveTo(slider(), onFrame(16));
+    press();
+    moveTo(slider(), onFrame(1)); // no further than the first frame
+    release();
+    EXPECT_THAT(range(), ElementsAre(1, 12));
+    host::events::removeListener(listener);
+
+    const double scale = slider().devicePixelRatioF();
+    moveTo(slider(), {slider().xOf(12) * scale, 5});
+    press();
+    moveTo(slider(), {slider().xOf(15) * scale + 1, 5});
+    release();
+    EXPECT_THAT(range(), ElementsAre(1, 15));
+}
+
+TEST_F(TimeSliderTest, PlaybackLoopsInItsRangeUntilStopped) {
+    run("playbackOptions -minTime 5 -maxTime 8; currentTime 1");
+    std::vector<double> heard;
+    bool wrapped = false;
+    const int listener = host::events::listen("timeChanged", [&] {
+        wrapped = wrapped || (!heard.empty() && now() < heard.back());
+        heard.push_back(now());
+    });
+    host::Playback::instance().setEveryFrame(true);
+    run("play");
+    EXPECT_TRUE(MAnimControl::isPlaying());
+    EXPECT_TRUE(host::conditions::state("playingBack"));
+    EXPECT_TRUE(uitest::waitFor([&] { return wrapped; }));
+    run("play -state off");
+    host::events::removeListener(listener);
+    EXPECT_FALSE(MAnimControl::isPlaying());
+    EXPECT_FALSE(host::conditions::state("playingBack"));
+    EXPECT_THAT(heard, Each(testing::AllOf(testing::Ge(5), testing::Le(8))));
+    EXPECT_EQ(heard.front(), 5);
+
+    run("currentTime 6; play -wait");
+    EXPECT_EQ(now(), 8);
+    host::Playback::instance().setEveryFrame(false);
+}

@@ -1,0 +1,172 @@
+// What of the mouse reaches a tool, and with which coordinates: driven through the X server.
+#include "host_ui/UiTest.h"
+
+#include "render/Renderer.h"
+#include "render/View.h"
+#include "render/Views.h"
+
+#include <maya/M3dView.h>
+#include <maya/MDagPath.h>
+#include <maya/MMatrix.h>
+
+#include <QProcess>
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using uitest::calls;
+using uitest::RecordingContext;
+
+class ViewEvents : public uitest::UiTest {
+protected:
+    void SetUp() override {
+        UiTest::SetUp();
+        run("recordCtx one; setToolTo one");
+        uitest::settle();
+        calls().clear();
+    }
+
+    /// A call at a point given in device pixels from the top left, as the tool should see it.
+    std::string at(const char* what, int x, int y, const char* rest = "left") {
+        return std::string(what) + " " + std::to_string(x) + " " +
+               std::to_string(view().view().portHeight() - 1 - y) + " " + rest;
+    }
+};
+
+TEST_F(ViewEvents, PressDragReleaseInDevicePixels) {
+    const QSize port = view().portSize();
+    const double scale = view().devicePixelRatioF();
+    EXPECT_EQ(view().view().portWidth(), port.width());
+    EXPECT_NEAR(port.width(), view().width() * scale, 0.51);
+    // Pixels that lie between logical ones on a scaled display.
+    moveTo(view(), {31, 17});
+    press();
+    moveTo(view(), {32, 18});
+    moveTo(view(), {100, 71});
+    moveTo(view(), {port.width() - 1.0, port.height() - 1.0});
+    release();
+    EXPECT_THAT(calls(),
+                ElementsAre(at("press2", 31, 17), at("drag2", 32, 18), at("drag2", 100, 71),
+                            at("drag2", port.width() - 1, port.height() - 1),
+                            at("release2", port.width() - 1, port.height() - 1)));
+    const M3dView active = M3dView::active3dView();
+    EXPECT_EQ(active.widget(), static_cast<QWidget*>(&view()));
+    EXPECT_EQ(active.portHeight(), port.height());
+}
+
+TEST_F(ViewEvents, ScaledDisplays) {
+    if (qEnvironmentVariableIsSet("QT_SCALE_FACTOR"))
+        GTEST_SKIP() << "this is one of the scaled runs";
+    for (const char* scale : {"1", "1.5", "2", "3"}) {
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_SCALE_FACTOR", scale);
+        child.setProcessEnvironment(environment);
+        child.setProcessChannelMode(QProcess::MergedChannels);
+        child.start(QCoreApplication::applicationFilePath(),
+                    {"--gtest_filter=ViewEvents.PressDragReleaseInDevicePixels:"
+                     "TimeSliderTest.ScrubsToTheFrameUnderThePointer"});
+        ASSERT_TRUE(child.waitForFinished(60000));
+        EXPECT_EQ(child.exitCode(), 0) << "scale " << scale << "\n"
+                                       << child.readAll().toStdString();
+    }
+}
+
+TEST_F(ViewEvents, OnlyLeftAndMiddleWithoutAltArrive) {
+    moveTo(view(), {60, 60});
+    press(Qt::RightButton);
+    moveTo(view(), {70, 60});
+    release(Qt::RightButton);
+    EXPECT_THAT(calls(), IsEmpty());
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
+        key(Qt::Key_Alt, true);
+        press(button);
+        moveTo(view(), {80, 70});
+        key(Qt::Key_Alt, false); // letting go of Alt first does not hand the drag to the tool
+        moveTo(view(), {85, 75});
+        release(button);
+        moveTo(view(), {60, 60});
+        EXPECT_THAT(calls(), IsEmpty());
+    }
+    press(Qt::MiddleButton);
+    release(Qt::MiddleButton);
+    EXPECT_THAT(calls(),
+                ElementsAre(at("press2", 60, 60, "middle"), at("release2", 60, 60, "middle")));
+}
+
+TEST_F(ViewEvents, ModifiersAndASecondButton) {
+    moveTo(view(), {60, 60});
+    key(Qt::Key_Shift, true);
+    press();
+    press(Qt::MiddleButton); // while one button is in use, another changes nothing
+    release(Qt::MiddleButton);
+    key(Qt::Key_Shift, false);
+    key(Qt::Key_Control, true);
+    release();
+    key(Qt::Key_Control, false);
+    EXPECT_THAT(calls(), ElementsAre(at("press2", 60, 60, "left shift"),
+                                     at("release2", 60, 60, "left control")));
+}
+
+TEST_F(ViewEvents, PlainFormsFollowFailureAndTheLegacyViewport) {
+    RecordingContext::takesModern = false;
+    moveTo(view(), {60, 60});
+    press();
+    release();
+    EXPECT_THAT(calls(), ElementsAre(at("press", 60, 60), at("release", 60, 60)));
+
+    RecordingContext::takesModern = true;
+    run("modelEditor -e -rendererName \"base_OpenGL_Renderer\" modelPanel4");
+    calls().clear();
+    press();
+    moveTo(view(), {61, 60});
+    release();
+    EXPECT_THAT(calls(),
+                ElementsAre(at("press", 60, 60), at("drag", 61, 60), at("release", 61, 60)));
+}
+
+TEST_F(ViewEvents, WhatAToolDrawsIsSeenUntilItsNextEvent) {
+    const auto redAt = [this](int x, int yFromBottom) {
+        const QImage image = view().grabFramebuffer();
+        const QColor color = image.pixelColor(x, image.height() - 1 - yFromBottom);
+        return color.red() > 200 && color.green() < 60 && color.blue() < 60;
+    };
+    moveTo(view(), {100, 100});
+    press();
+    EXPECT_FALSE(redAt(40, 40));
+    moveTo(view(), {110, 100});
+    EXPECT_TRUE(redAt(40, 40));
+    EXPECT_FALSE(redAt(80, 80));
+    release();
+    EXPECT_FALSE(redAt(40, 40));
+}
+
+TEST_F(ViewEvents, AltMovesTheCamera) {
+    const auto camera = [this] { return view().view().camera().inclusiveMatrix(); };
+    const auto drag = [this](Qt::MouseButton button, QPointF to) {
+        moveTo(view(), {100, 100});
+        key(Qt::Key_Alt, true);
+        press(button);
+        moveTo(view(), to);
+        release(button);
+        key(Qt::Key_Alt, false);
+    };
+    const MMatrix start = camera();
+    drag(Qt::MiddleButton, {140, 100});
+    const MMatrix tracked = camera();
+    EXPECT_FALSE(tracked.isEquivalent(start, 1e-6));
+    for (int row = 0; row < 3; ++row) { // tracking turns nothing
+        for (int column = 0; column < 3; ++column)
+            EXPECT_NEAR(tracked(row, column), start(row, column), 1e-9);
+    }
+    drag(Qt::LeftButton, {140, 120});
+    const MMatrix tumbled = camera();
+    EXPECT_GT(std::abs(tumbled(2, 0) - tracked(2, 0)), 0.01);
+    // Tumbling keeps the centre of interest where it is.
+    const double distance = run("getAttr perspShape.centerOfInterest").toFloat();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(tumbled(3, i) - tumbled(2, i) * distance,
+                    tracked(3, i) - tracked(2, i) * distance, 1e-6);
+    drag(Qt::RightButton, {140, 100});
+    EXPECT_LT(run("getAttr perspShape.centerOfInterest").toFloat(), distance);
+}

@@ -1,0 +1,113 @@
+// Windows, panels, and the main window's questions about unsaved changes.
+#include "host_ui/UiTest.h"
+
+#include "render/Views.h"
+#include "scene/FileIO.h"
+
+#include <maya/M3dView.h>
+#include <maya/MQtUtil.h>
+
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class Windows : public uitest::UiTest {
+protected:
+    /// Presses a button of the next message box; what it asks is in `question` afterwards.
+    void answer(QMessageBox::StandardButton button) {
+        QTimer::singleShot(0, window.get(), [this, button] {
+            auto* box = window->findChild<QMessageBox*>();
+            if (!box) {
+                answer(button);
+                return;
+            }
+            question = box->text().toStdString();
+            box->button(button)->click();
+        });
+    }
+    void modify() { run("createNode transform -name \"changed\""); }
+    std::string question;
+};
+
+TEST_F(Windows, AFloatingViewOfItsOwn) {
+    const unsigned views = M3dView::numberOf3dViews();
+    run("window -retain -title \"Float\" -widthHeight 300 280 floatWin;"
+        "paneLayout -configuration \"single\" -parent floatWin floatPane;"
+        "modelPanel -parent floatPane floatPanel; lookThroughModelPanel top floatPanel");
+    EXPECT_EQ(runInt("window -q -visible floatWin"), 0);
+    run("showWindow floatWin");
+    EXPECT_EQ(runInt("window -q -visible floatWin"), 1);
+    EXPECT_EQ(runInt("paneLayout -exists floatPane"), 1);
+    EXPECT_EQ(runInt("modelPanel -exists floatPanel"), 1);
+    EXPECT_EQ(M3dView::numberOf3dViews(), views + 1);
+    M3dView view;
+    ASSERT_TRUE(M3dView::getM3dViewFromModelPanel("floatPanel", view));
+    EXPECT_EQ(runString("modelPanel -q -camera floatPanel"), "top");
+    EXPECT_EQ(runString("modelPanel -q -camera modelPanel4"), "persp");
+    EXPECT_THAT(errorOf("lookThroughModelPanel nobody floatPanel"), HasSubstr("nobody"));
+    EXPECT_EQ(runString("modelPanel -q -camera floatPanel"), "top");
+    run("setFocus floatPanel");
+    EXPECT_EQ(runString("getPanel -withFocus"), "floatPanel");
+    EXPECT_EQ(MQtUtil::findWindow("floatWin")->windowTitle(), "Float");
+
+    MQtUtil::findWindow("floatWin")->close();
+    uitest::settle();
+    EXPECT_EQ(runInt("window -exists floatWin"), 1) << "it is retained";
+    run("deleteUI floatWin");
+    EXPECT_EQ(M3dView::numberOf3dViews(), views);
+    EXPECT_FALSE(view.portWidth() > 0 && M3dView::getM3dViewFromModelPanel("floatPanel", view));
+    EXPECT_EQ(runInt("modelPanel -exists floatPanel"), 0);
+    EXPECT_EQ(runString("getPanel -withFocus"), "modelPanel4");
+}
+
+TEST_F(Windows, WrongCallsSayWhatIsWrong) {
+    EXPECT_THAT(errorOf("window -shiny"), HasSubstr("-shiny"));
+    EXPECT_THAT(errorOf("paneLayout -configuration \"quad\" -parent MayaWindow x"),
+                HasSubstr("quad"));
+    EXPECT_THAT(errorOf("modelEditor -e -rendererName \"none\" modelPanel4"), HasSubstr("none"));
+    EXPECT_THAT(errorOf("showWindow nobody"), HasSubstr("nobody"));
+    EXPECT_THAT(errorOf("deleteUI MayaWindow"), HasSubstr("main window"));
+    window.reset();
+    EXPECT_THAT(errorOf("window x"), HasSubstr("no user interface"));
+    EXPECT_THAT(errorOf("play"), HasSubstr("no user interface"));
+}
+
+TEST_F(Windows, ClosingAsksAboutChanges) {
+    EXPECT_FALSE(window->windowTitle().contains('*'));
+    modify();
+    window->updateTitle();
+    EXPECT_TRUE(window->windowTitle().contains('*'));
+    answer(QMessageBox::Cancel);
+    EXPECT_FALSE(window->close());
+    EXPECT_THAT(question, HasSubstr("untitled"));
+    EXPECT_TRUE(window->isVisible());
+    answer(QMessageBox::No);
+    EXPECT_TRUE(window->close());
+}
+
+TEST_F(Windows, YesSavesFirst) {
+    QTemporaryDir directory;
+    const QString path = directory.filePath("shot \"1\".ma");
+    host::fileIO().setSceneName(path.toStdString());
+    modify();
+    answer(QMessageBox::Yes);
+    EXPECT_TRUE(window->newScene());
+    EXPECT_THAT(question, HasSubstr("shot \"1\".ma"));
+    EXPECT_TRUE(QFile::exists(path));
+    EXPECT_EQ(runInt("objExists changed"), 0);
+    EXPECT_TRUE(window->windowTitle().contains("untitled"));
+    ASSERT_TRUE(window->openScene(path));
+    EXPECT_EQ(runInt("objExists changed"), 1);
+    EXPECT_TRUE(window->windowTitle().contains(path));
+    EXPECT_FALSE(window->windowTitle().contains('*'));
+    modify();
+    type({Qt::Key_Control, Qt::Key_S});
+    EXPECT_FALSE(window->windowTitle().contains('*'));
+    EXPECT_FALSE(window->openScene(directory.filePath("missing.ma")));
+    EXPECT_TRUE(window->windowTitle().contains(path)) << "a failed open keeps the scene";
+}

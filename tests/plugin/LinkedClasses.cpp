@@ -1,0 +1,55 @@
+#include "plugin/LinkedClasses.h"
+
+#include "document/BaseNodeLayerData.h"
+#include "document/DocumentObserver.h"
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "node/BaseNodeDrawOverride.h"
+#include "node/NodeSearch.h"
+#include "plugin/leaves/Names.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/PluginState.h"
+
+#define MNoPluginEntry
+#define MNoVersionString
+#include "foundation/Idle.h"
+#include "scene/PluginTypes.h"
+
+#include <maya/MDrawRegistry.h>
+
+namespace vellum::test {
+
+void LinkedClasses::SetUp() {
+    resetSettings();
+    resetPluginState();
+    ASSERT_TRUE(host::addDataType(kDataTypeName, BaseNodeLayerData::id, BaseNodeLayerData::creator,
+                                  MPxData::kData, "linked"));
+    ASSERT_TRUE(host::addNodeType(kNodeTypeName, BaseNode::id, BaseNode::creator,
+                                  BaseNode::initialize, MPxNode::kLocatorNode, kDrawClassification,
+                                  "linked"));
+    ASSERT_TRUE(MHWRender::MDrawRegistry::registerDrawOverrideCreator(
+        kDrawClassification, kDrawRegistrant, BaseNodeDrawOverride::creator));
+}
+
+void LinkedClasses::TearDown() {
+    EXPECT_TRUE(run(QStringLiteral("file -f -new")));
+    host::idle::drain();
+    EXPECT_TRUE(MHWRender::MDrawRegistry::deregisterDrawOverrideCreator(kDrawClassification,
+                                                                        kDrawRegistrant));
+    host::removeNodeType(kNodeTypeName);
+    host::removeDataType(kDataTypeName);
+    resetSettings();
+}
+
+BaseNode& LinkedClasses::node() {
+    if (!activeNode()) {
+        EXPECT_TRUE(run(QStringLiteral("createNode rvVellum")));
+    }
+    return *activeNode();
+}
+
+std::shared_ptr<LayerManager> LinkedClasses::document() {
+    return node().layerManager();
+}
+
+} // namespace vellum::test

@@ -1,0 +1,24 @@
+// The plug-in's own classes, linked into the test and registered with the host, so that a test can
+// call them. Not beside the loaded library: the names are the same.
+#pragma once
+
+#include "plugin/Session.h"
+
+namespace vellum {
+class BaseNode;
+class LayerManager;
+} // namespace vellum
+
+namespace vellum::test {
+
+class LinkedClasses : public HostSession {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    /// The scene's drawing node, made on first use.
+    BaseNode& node();
+    std::shared_ptr<LayerManager> document();
+};
+
+} // namespace vellum::test

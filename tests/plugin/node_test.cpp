@@ -1,0 +1,113 @@
+// The node and its command, through the script line of a host with the real plug-in.
+#include "plugin/Session.h"
+
+#include <QTemporaryDir>
+
+namespace vellum::test {
+namespace {
+
+class Node : public Session {};
+
+TEST_F(Node, CreationMakesALockedTemplatedPairAndUndoTakesItBack) {
+    run(QStringLiteral("polyCube -name box"));
+    run(QStringLiteral("select -r box"));
+    EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 0);
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 1);
+    EXPECT_EQ(text(QStringLiteral("$r = nodeType(\"vellum|vellumShape\")")),
+              QStringLiteral("rvVellum"));
+    for (const char* channel :
+         {"vellum.tx", "vellum.ry", "vellum.sz", "vellumShape.lpx", "vellumShape.lsz"}) {
+        const QString plug = QString::fromLatin1(channel);
+        EXPECT_EQ(number(QStringLiteral("getAttr -lock ") + plug), 1) << channel;
+        EXPECT_EQ(number(QStringLiteral("getAttr -keyable ") + plug), 0) << channel;
+        EXPECT_EQ(number(QStringLiteral("getAttr -channelBox ") + plug), 0) << channel;
+    }
+    EXPECT_EQ(number(QStringLiteral("getAttr vellumShape.template")), 1);
+    EXPECT_EQ(number(QStringLiteral("size(`ls -sl`)")), 0);
+
+    refuses(QStringLiteral("rvVellumNode"), QStringLiteral("[Vellum2] Node already exists"));
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 1);
+
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(number(QStringLiteral("objExists vellum")), 0);
+    EXPECT_EQ(number(QStringLiteral("objExists vellumShape")), 0);
+    EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 0);
+    EXPECT_EQ(text(QStringLiteral("stringArrayToString(`ls -sl`, \",\")")), QStringLiteral("box"));
+    ASSERT_TRUE(run(QStringLiteral("redo")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 1);
+    EXPECT_EQ(number(QStringLiteral("getAttr -lock vellum.tx")), 1);
+}
+
+TEST_F(Node, FirstLayerAndFramesComeWithTheNode) {
+    ASSERT_TRUE(run(QStringLiteral(
+        "rvVellumNode -layer -camera persp -layerName \"a \\\"b\\\"\" -layerState 5 -frame")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 1);
+    EXPECT_EQ(text(QStringLiteral("rvVellumLayer -qn 0 persp")), QStringLiteral("a \"b\""));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -qs 0 persp")), 0) << "5 is no state";
+    EXPECT_EQ(text(QStringLiteral("rvVellumNode -q -camera")), QStringLiteral("persp"));
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    ASSERT_TRUE(run(QStringLiteral("redo")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 1) << "redo adds none again";
+}
+
+TEST_F(Node, ModesWithoutMeaningAreRefused) {
+    refuses(QStringLiteral("rvVellumNode -e -refresh"),
+            QStringLiteral("[Vellum2] Invalid edit parameter"));
+    refuses(QStringLiteral("rvVellumNode -q -refresh"),
+            QStringLiteral("[Vellum2] Invalid query parameter"));
+    errors.clear();
+    for (const char* silent :
+         {"rvVellumNode -q -camera", "rvVellumNode -refresh", "rvVellumNode -refreshGhosting"})
+        EXPECT_FALSE(run(QString::fromLatin1(silent))) << silent;
+    EXPECT_EQ(errors.filter(QStringLiteral("[Vellum2]")).size(), 0);
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode")));
+    EXPECT_TRUE(run(QStringLiteral("rvVellumNode -refresh")));
+    EXPECT_TRUE(run(QStringLiteral("rvVellumNode -rg")));
+}
+
+TEST_F(Node, OnlyTheFirstNodeIsActive) {
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp")));
+    ASSERT_TRUE(run(QStringLiteral("createNode rvVellum -name second")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 1);
+    ASSERT_TRUE(run(QStringLiteral("delete vellum")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 0) << "the second was never marked";
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 1);
+}
+
+TEST_F(Node, OpacityStaysWithinItsRange) {
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode")));
+    EXPECT_FALSE(run(QStringLiteral("setAttr vellumShape.opacity 1.5")));
+    EXPECT_TRUE(run(QStringLiteral("setAttr vellumShape.opacity 0.25")));
+    EXPECT_EQ(text(QStringLiteral("$r = string(`getAttr vellumShape.op`)")),
+              QStringLiteral("0.25"));
+}
+
+TEST_F(Node, ADocumentReadFromAFileIsNotReplaced) {
+    for (const char* type : {"mayaAscii", "mayaBinary"}) {
+        QTemporaryDir directory;
+        const QString file = directory.filePath(QStringLiteral("scene.m"));
+        const QString kind = QString::fromLatin1(type);
+        ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+        ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp -layerName kept")));
+        ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -add -n \"x \\\"; `y` \\\\\" persp")));
+        ASSERT_TRUE(run(QStringLiteral("file -rename \"%1\"").arg(file)));
+        ASSERT_TRUE(run(QStringLiteral("file -f -save -type \"%1\"").arg(kind)));
+        EXPECT_EQ(number(QStringLiteral("file -q -modified")), 0);
+        ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+        EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 0);
+
+        ASSERT_TRUE(run(QStringLiteral("file -f -open \"%1\"").arg(file)));
+        EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 2) << type;
+        EXPECT_EQ(text(QStringLiteral("rvVellumLayer -qn 0 persp")), QStringLiteral("kept"));
+        EXPECT_EQ(text(QStringLiteral("rvVellumLayer -qn 1 persp")),
+                  QStringLiteral("x \"; `y` \\"));
+        EXPECT_EQ(number(QStringLiteral("file -q -modified")), 0) << "opening changes nothing";
+        ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -ev 0 0 persp")));
+        EXPECT_EQ(number(QStringLiteral("file -q -modified")), 1) << "a changed drawing is saved";
+    }
+}
+
+} // namespace
+} // namespace vellum::test

@@ -1,0 +1,99 @@
+// Loading and unloading in one process leaves things as they were.
+#include "plugin/Session.h"
+
+#include "plugin/leaves/CommandStrings.h"
+
+#include "foundation/Idle.h"
+#include "ui/Tools.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QWidget>
+#include <map>
+
+namespace vellum::test {
+namespace {
+
+class Loading : public Session {
+protected:
+    /// What a plug-in could leave behind, as the host counts it.
+    std::map<std::string, int> inventory() {
+        std::map<std::string, int> counts;
+        counts["widgets"] = static_cast<int>(QApplication::allWidgets().size());
+        counts["contexts"] = static_cast<int>(host::Tools::instance().names().size());
+        counts["jobs"] = number(QStringLiteral("size(`scriptJob -listJobs`)"));
+        for (const char* command :
+             {"rvVellumNode", "rvVellumLayer", "rvVellumStroke", "rvVellumUtil", "rvVlDrawCtx"})
+            counts[command] = number(QStringLiteral("exists ") + QLatin1String(command));
+        counts["node type"] = number(QStringLiteral("size(`ls -nodeTypes`)"));
+        counts["loaded"] = number(QStringLiteral("pluginInfo -q -loaded vellum2"));
+        return counts;
+    }
+};
+
+TEST_F(Loading, LoadUnloadLoadLeavesNothing) {
+    const auto loaded = inventory();
+    EXPECT_EQ(loaded.at("rvVellumUtil"), 1);
+    unloadPlugin();
+    const auto without = inventory();
+    EXPECT_EQ(without.at("rvVellumUtil"), 0);
+    EXPECT_EQ(without.at("rvVlDrawCtx"), 0);
+    EXPECT_EQ(without.at("loaded"), 0);
+    EXPECT_EQ(without.at("jobs"), loaded.at("jobs") - 1);
+    for (int i = 0; i < 3; ++i) {
+        loadPlugin();
+        EXPECT_EQ(inventory(), loaded) << "load " << i;
+        // Work with everything that could hang on.
+        ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp")));
+        ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -e -ghostPrevious 1; rvVellumNode -rg;"
+                                       "currentTime 5; undo; redo; select -cl; select vellum")));
+        ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+        host::idle::drain();
+        unloadPlugin();
+        EXPECT_EQ(inventory(), without) << "unload " << i;
+        ASSERT_TRUE(run(QStringLiteral("currentTime 7; polyCube; select -cl; undo; undo")))
+            << "events reach nobody who is gone";
+    }
+    loadPlugin();
+}
+
+TEST_F(Loading, UnloadSavesTheSettingsAndLoadReadsThem) {
+    const QString file =
+        text(QStringLiteral("internalVar -userPrefDir")) + QStringLiteral("/vellum2.ini");
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -e -gpc 7; rvVellumUtil -pencilOptions 80 0 1")));
+    unloadPlugin();
+    ASSERT_TRUE(QFile::exists(file));
+    loadPlugin();
+    EXPECT_EQ(number(QStringLiteral("rvVellumUtil -q -gpc")), 7);
+    unloadPlugin();
+    QFile::remove(file);
+    loadPlugin();
+    EXPECT_EQ(number(QStringLiteral("rvVellumUtil -q -gpc")), 3) << "defaults, not the old values";
+}
+
+TEST_F(Loading, ANodeInTheSceneKeepsThePluginUnlessForced) {
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode")));
+    EXPECT_FALSE(run(QStringLiteral("unloadPlugin vellum2")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 1) << "everything still works";
+    ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+}
+
+TEST_F(Loading, ATakenCommandNameStopsLoadingWithItsMessage) {
+    unloadPlugin();
+    const QString library = QStringLiteral(VELLUM_PLUGIN_PATH);
+    // The same library under another name finds every command taken.
+    loadPlugin();
+    QTemporaryDir directory;
+    const QString twin = directory.filePath(QStringLiteral("twin.so"));
+    ASSERT_TRUE(QFile::copy(library, twin));
+    errors.clear();
+    EXPECT_FALSE(run(QStringLiteral("loadPlugin ") + command::quote(twin)));
+    EXPECT_TRUE(errors.join(QStringLiteral("\n"))
+                    .contains(QStringLiteral("Failed to register 'rvVellumNode' command: ")))
+        << errors.join(QStringLiteral(" | ")).toStdString();
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode"))) << "the first one still works";
+}
+
+} // namespace
+} // namespace vellum::test

@@ -1,0 +1,259 @@
+// The freehand rasteriser against its plain form and against maps checked by hand.
+#include "PlainRaster.h"
+#include "tools/raster/BrushStamp.h"
+#include "tools/raster/FreehandRaster.h"
+#include "tools/raster/Stroke.h"
+
+#include <QImage>
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace vellum;
+
+namespace {
+
+QImage canvas(int side = kCanvasSize, int alpha = 0) {
+    QImage image(side, side, QImage::Format_RGBA8888);
+    image.fill(QColor(10, 200, 30, alpha));
+    return image;
+}
+
+StrokePoint point(int x, int y, int width, float opacity = 1.0F) {
+    return {width, opacity, 1.0F, x, y};
+}
+
+int alpha(const QImage& image, int x, int y) {
+    return image.constScanLine(y)[4 * x + 3];
+}
+
+// Bounding rectangle of the pixels in which two images differ.
+QRect difference(const QImage& a, const QImage& b) {
+    QRect found;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            if (a.pixel(x, y) != b.pixel(x, y) || alpha(a, x, y) != alpha(b, x, y))
+                found |= QRect(x, y, 1, 1);
+        }
+    }
+    return found;
+}
+
+// Rows of hexadecimal alpha values, "." for zero.
+std::vector<std::string> map(const QImage& image, QRect area) {
+    std::vector<std::string> rows;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        std::string row;
+        for (int x = area.left(); x <= area.right(); ++x) {
+            const int a = alpha(image, x, y);
+            row += a == 0 ? " ." : QString(" %1").arg(a, 0, 16).toStdString();
+        }
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+using Rows = std::vector<std::string>;
+
+} // namespace
+
+TEST(Freehand, EqualsThePlainRulesOnRandomStrokes) {
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto within = [&](int low, int high) {
+        return std::uniform_int_distribution<int>(low, high)(random);
+    };
+    constexpr int kSide = 160;
+    for (int round = 0; round < 160; ++round) {
+        const int tool = round % 3;
+        const int width = round % 4 == 0 ? within(1, 3) : within(1, within(4, 100));
+        const bool pressure = within(0, 1) == 1;
+        const auto opacity = [&] { return static_cast<float>(within(0, 255)) / 255.0F; };
+        const float constant = opacity();
+        std::vector<StrokePoint> points;
+        for (int i = within(2, 5); i > 0; --i)
+            points.push_back(point(within(-60, kSide + 60), within(-60, kSide + 60), width,
+                                   pressure ? opacity() : constant));
+        if (within(0, 3) == 0) // a click: two samples side by side
+            points = {point(points[0].x - 1, points[0].y, width, constant), points[0]};
+
+        QImage fast = canvas(kSide, tool == 2 ? 255 : within(0, 1) * 90);
+        QImage slow = fast.copy();
+        const QImage before = fast.copy();
+        const QRect touched = drawFreehandSegments(fast, points, 0, tool);
+        plain::drawFreehand(slow, points, 0, tool);
+        ASSERT_EQ(difference(fast, slow), QRect())
+            << "round " << round << ", tool " << tool << ", width " << width;
+        const QRect changed = difference(before, fast);
+        ASSERT_TRUE(changed.isEmpty() || touched.contains(changed)) << "round " << round;
+        ASSERT_TRUE(touched.isEmpty() || fast.rect().contains(touched));
+    }
+}
+
+TEST(Freehand, LongLinesInEveryDirectionEqualThePlainRules) {
+    for (const QPoint direction : {QPoint(300, 0), QPoint(-300, 1), QPoint(0, 300),
+                                   QPoint(211, -213), QPoint(-90, 300), QPoint(300, 70)}) {
+        for (const int width : {6, 19, 20, 37, 100}) {
+            const std::vector<StrokePoint> points = {
+                point(200, 200, width, 0.3F),
+                point(200 + direction.x(), 200 + direction.y(), width, 0.9F),
+                point(200 + direction.x(), 200 - direction.y(), width, 0.9F)};
+            QImage fast = canvas(520), slow = canvas(520);
+            drawFreehandSegments(fast, points, 0, tool::kBrush);
+            plain::drawFreehand(slow, points, 0, tool::kBrush);
+            ASSERT_EQ(difference(fast, slow), QRect())
+                << width << " towards " << direction.x() << ", " << direction.y();
+        }
+    }
+}
+
+TEST(Freehand, DrawnPieceByPieceEqualsDrawnAtOnce) {
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int> place(-20, 320);
+    for (const int tool : {tool::kPencil, tool::kBrush, tool::kEraser}) {
+        std::vector<StrokePoint> points;
+        for (int i = 0; i < 9; ++i)
+            points.push_back(point(place(random), place(random), 23, 0.2F + 0.07F * float(i)));
+        QImage whole = canvas(300, tool == tool::kEraser ? 200 : 0);
+        QImage pieces = whole.copy();
+        drawFreehandSegments(whole, points, 0, tool);
+        for (std::size_t count = 1; count <= points.size(); ++count) {
+            const std::vector<StrokePoint> sofar(points.begin(),
+                                                 points.begin() + std::ptrdiff_t(count));
+            drawFreehandSegments(pieces, sofar, std::max(int(count) - 2, 0), tool);
+        }
+        EXPECT_EQ(difference(whole, pieces), QRect()) << "tool " << tool;
+    }
+}
+
+TEST(Freehand, HardDabByHand) {
+    // Width 2: the block of four, the point at its lower right.
+    QImage two = canvas(16);
+    drawFreehandSegments(two, {point(8, 8, 2), point(8, 8, 2)}, 0, tool::kPencil);
+    EXPECT_EQ(map(two, QRect(6, 6, 4, 4)),
+              (Rows{" . . . .", " . ff ff .", " . ff ff .", " . . . ."}));
+    // Width 3, radius 1.5: i = 0 reaches 1 and covers half of the next cell (0x7f); i = 1 reaches
+    // sqrt(1.25) = 1.118, so the diagonal's neighbours get 0.118 x 255 = 30 (0x1e).
+    QImage three = canvas(16);
+    drawFreehandSegments(three, {point(8, 8, 3), point(8, 8, 3)}, 0, tool::kPencil);
+    EXPECT_EQ(map(three, QRect(6, 6, 5, 5)),
+              (Rows{" . 1e 7f 1e .", " 1e ff ff ff 1e", " 7f ff ff ff 7f", " 1e ff ff ff 1e",
+                    " . 1e 7f 1e ."}));
+}
+
+TEST(Freehand, SoftDabByHand) {
+    // Width 4: stamp of radius 3 at 0.4, covering 2 to either side: 102 in the centre, just below
+    // 68 beside it and 34 two away, so 67 and 33. The dab counts once whole at the start point and
+    // twice by half at the ends of a line without length.
+    QImage image = canvas(16);
+    drawFreehandSegments(image, {point(8, 8, 4), point(8, 8, 4)}, 0, tool::kBrush);
+    EXPECT_EQ(alpha(image, 8, 8), 204);
+    EXPECT_EQ(alpha(image, 9, 8), alpha(image, 8, 7));
+    EXPECT_EQ(alpha(image, 9, 8), 67 + 33 + 33);
+    EXPECT_EQ(alpha(image, 10, 8), 33 + 16 + 16);
+    EXPECT_EQ(alpha(image, 11, 8), 0);
+    EXPECT_EQ(image.pixelColor(8, 8).green(), 200); // colour stays
+}
+
+TEST(Freehand, ThinLineByHand) {
+    // From (2, 2) to (6, 3): quarter steps down; half weight at the ends, the first pixel whole.
+    QImage image = canvas(12);
+    drawFreehandSegments(image, {point(2, 2, 1), point(6, 3, 1)}, 0, tool::kBrush);
+    EXPECT_EQ(map(image, QRect(1, 1, 7, 4)), (Rows{" . . . . . . .", " . ff bf 7f 3f . .",
+                                                   " . . 3f 7f bf 7f .", " . . . . . . ."}));
+}
+
+TEST(Freehand, SingleColumnMarginOfWidthOne) {
+    for (const int tool : {tool::kPencil, tool::kEraser}) {
+        QImage image = canvas(64, tool == tool::kEraser ? 255 : 0);
+        const QImage before = image.copy();
+        drawFreehandSegments(image, {point(0, 5, 1), point(0, 50, 1)}, 0, tool);
+        EXPECT_EQ(difference(before, image), QRect());
+        drawFreehandSegments(image, {point(0, 0, 1), point(9, 0, 1)}, 0, tool);
+        EXPECT_EQ(difference(before, image), QRect(1, 0, 9, 1));
+    }
+    QImage wide = canvas(64); // dabs do reach the first column
+    drawFreehandSegments(wide, {point(0, 5, 4), point(0, 50, 4)}, 0, tool::kPencil);
+    EXPECT_EQ(alpha(wide, 0, 20), 255);
+}
+
+TEST(Freehand, SpacingAndOpacityAlongAPencilLine) {
+    // Width 30: a dab every 3 pixels, starting at the first. Opacity 0 to 1 over 60 pixels: the
+    // last dab lies at 60, the one before at 57 with 57/60 of 255.
+    QImage image = canvas(160);
+    drawFreehandSegments(image, {point(50, 80, 30, 0.0F), point(110, 80, 30, 1.0F)}, 0,
+                         tool::kPencil);
+    EXPECT_GE(alpha(image, 124, 80), 254); // 110 + 14; sixty additions may fall just short of 1
+    EXPECT_EQ(alpha(image, 94, 80), 242);  // last reached by the dab at 107: 107 - 13
+    EXPECT_EQ(alpha(image, 34, 80), 0);
+}
+
+TEST(Freehand, CeilingHoldsAndEraserIsNotGraded) {
+    QImage image = canvas(200);
+    std::vector<StrokePoint> there;
+    for (int i = 0; i < 20; ++i)
+        there.push_back(point(i % 2 == 0 ? 40 : 160, 100, 40, 0.5F));
+    drawFreehandSegments(image, there, 0, tool::kBrush);
+    EXPECT_EQ(alpha(image, 100, 100), 127);
+    drawFreehandSegments(image, {point(40, 100, 40, 0.2F), point(160, 100, 40, 0.2F)}, 0,
+                         tool::kBrush);
+    EXPECT_EQ(alpha(image, 100, 100), 127); // a weaker pass darkens nothing
+    drawFreehandSegments(image, {point(40, 100, 10, 0.5F), point(160, 100, 10, 0.5F)}, 0,
+                         tool::kEraser);
+    EXPECT_EQ(alpha(image, 100, 100), 0);
+    EXPECT_EQ(alpha(image, 100, 110), 127);
+}
+
+TEST(Freehand, NothingToDrawTouchesNothing) {
+    QImage image = canvas(64);
+    const std::vector<StrokePoint> two = {point(5, 5, 8), point(9, 9, 8)};
+    EXPECT_EQ(drawFreehandSegments(image, {}, 0, tool::kBrush), QRect());
+    EXPECT_EQ(drawFreehandSegments(image, {two[0]}, 0, tool::kBrush), QRect());
+    EXPECT_EQ(drawFreehandSegments(image, two, 1, tool::kBrush), QRect());
+    EXPECT_EQ(drawFreehandSegments(image, two, 0, tool::kLine), QRect());
+    const int far = 1 << 30;
+    EXPECT_EQ(drawFreehandSegments(image, {point(far, far, 8), point(far, far - 9, 8)}, 0, 0),
+              QRect());
+    EXPECT_EQ(difference(image, canvas(64)), QRect());
+}
+
+TEST(BrushStamp, EqualsThePlainTableForEveryWidth) {
+    BrushStamp stamp;
+    for (int width = 2; width <= 100; ++width) {
+        for (const float opacity : {1.0F, 0.37F}) {
+            const float radius = static_cast<float>(width) * 0.5F;
+            for (const bool hard : {true, false}) {
+                stamp.build(hard ? BrushStamp::Mode::Hard : BrushStamp::Mode::Soft, radius,
+                            opacity);
+                const plain::Table table =
+                    hard ? plain::hardTable(radius, opacity) : plain::softTable(radius, opacity);
+                ASSERT_EQ(stamp.center(), table.center);
+                for (int row = 0; row < BrushStamp::kSize; ++row) {
+                    for (int column = 0; column < BrushStamp::kSize; ++column) {
+                        ASSERT_EQ(stamp.at(column, row), table.cells[column][row])
+                            << "width " << width << " at " << column << ", " << row;
+                        ASSERT_TRUE(
+                            table.cells[column][row] == 0 ||
+                            (stamp.span(row).first <= column && stamp.span(row).last >= column));
+                    }
+                }
+                BrushStamp turned;
+                turned.build(hard ? BrushStamp::Mode::Hard : BrushStamp::Mode::Soft, radius,
+                             opacity, true);
+                ASSERT_EQ(turned.at(7, 3), stamp.at(3, 7));
+            }
+        }
+    }
+}
+
+TEST(BrushStamp, ThinBrushesAreBuiltWiderAndFainter) {
+    // The outermost cell inside the covered square tells the radius: 1 - 9/10.5 against 1 - 9/10.
+    for (const auto& [width, expected] : {std::pair(19, 0.4F / 10.5F * 1.5F), {20, 0.1F}}) {
+        QImage image = canvas(64);
+        const int ends = 2; // half a dab each
+        drawFreehandSegments(image, {point(32, 32, width), point(32, 32, width)}, 1 - 1,
+                             tool::kBrush);
+        const int once = static_cast<int>(expected * 255.0F);
+        EXPECT_EQ(alpha(image, 32, 41), once + ends * (once / 2)) << width;
+    }
+}

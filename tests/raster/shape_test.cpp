@@ -1,0 +1,226 @@
+// Shapes, text, PNG and the merge of a stroke into its frame.
+#include "tools/raster/PngCodec.h"
+#include "tools/raster/ShapeRaster.h"
+#include "tools/raster/StrokeMerge.h"
+
+#include <QBuffer>
+#include <QPainter>
+#include <cmath>
+#include <gtest/gtest.h>
+
+using namespace vellum;
+
+namespace {
+
+Stroke shape(int tool, QPoint from, QPoint to, int width = 4, float opacity = 1.0F) {
+    Stroke stroke;
+    stroke.tool = tool;
+    stroke.color = QColor(200, 40, 10);
+    stroke.points = {{width, opacity, 1.0F, from.x(), from.y()},
+                     {width, opacity, 1.0F, to.x(), to.y()}};
+    return stroke;
+}
+
+Stroke text(const QString& string, int size = 30) {
+    Stroke stroke;
+    stroke.tool = tool::kText;
+    stroke.color = Qt::blue;
+    stroke.fontFamily = QStringLiteral("DejaVu Sans");
+    stroke.text = string;
+    stroke.points = {{size, 1.0F, 1.0F, 100, 200}};
+    return stroke;
+}
+
+// Pixels with any alpha.
+QRect inked(const QImage& image) {
+    QRect found;
+    for (int y = 0; y < image.height(); ++y) {
+        const uchar* row = image.constScanLine(y);
+        for (int x = 0; x < image.width(); ++x) {
+            if (row[4 * x + 3] != 0)
+                found |= QRect(x, y, 1, 1);
+        }
+    }
+    return found;
+}
+
+int alpha(const QImage& image, int x, int y) {
+    return image.constScanLine(y)[4 * x + 3];
+}
+
+} // namespace
+
+TEST(Shapes, ArrowHeadLengthAndAngle) {
+    for (const auto& [shaft, length] : {std::pair(100, 20.0), {200, 40.0}, {300, 40.0}}) {
+        const QPoint tip(500, 500);
+        const ArrowHead head = arrowHead(QPoint(500 - shaft, 500), tip);
+        for (const QPoint end : {head.left, head.right}) {
+            const QPointF arm = QPointF(end - tip);
+            EXPECT_NEAR(std::hypot(arm.x(), arm.y()), length, 0.8) << shaft;
+            EXPECT_NEAR(std::abs(std::atan2(arm.y(), -arm.x())), 0.62831855, 0.03);
+            EXPECT_LT(arm.x(), 0); // back along the shaft
+        }
+        EXPECT_NE(head.left, head.right);
+    }
+    const ArrowHead none = arrowHead(QPoint(3, 3), QPoint(3, 3));
+    EXPECT_EQ(none.left, QPoint(3, 3));
+}
+
+TEST(Shapes, GeometryAndReportedRectangle) {
+    const struct {
+        int tool;
+        QPoint inside; // painted
+        QPoint outside;
+    } cases[] = {
+        {tool::kLine, {200, 200}, {200, 260}},
+        {tool::kArrow, {200, 200}, {100, 160}},
+        {tool::kEllipse, {200, 100}, {200, 200}},
+        {tool::kRectangle, {100, 150}, {200, 200}},
+    };
+    for (const auto& c : cases) {
+        for (const bool swapped : {false, true}) {
+            QImage image = blankCanvas();
+            image.fill(Qt::red); // every update starts from nothing
+            const QPoint a(100, 100), b(300, 300);
+            const QRect painted =
+                drawShape(image, swapped ? shape(c.tool, b, a) : shape(c.tool, a, b), true);
+            EXPECT_GT(alpha(image, c.inside.x(), c.inside.y()), 200) << c.tool;
+            EXPECT_EQ(alpha(image, c.outside.x(), c.outside.y()), 0) << c.tool;
+            EXPECT_TRUE(painted.contains(inked(image))) << c.tool;
+        }
+    }
+}
+
+TEST(Shapes, PenOpacityIsCutToAByte) {
+    QImage image = blankCanvas();
+    drawShape(image, shape(tool::kLine, {100, 500}, {900, 500}, 10, 0.5F), true);
+    EXPECT_EQ(alpha(image, 500, 500), 127);
+    EXPECT_NEAR(image.pixelColor(500, 500).red(), 200, 1); // painted premultiplied
+}
+
+TEST(Shapes, TooFewPointsOnlyClear) {
+    QImage image = blankCanvas();
+    image.fill(Qt::red);
+    Stroke one = shape(tool::kEllipse, {5, 5}, {9, 9});
+    one.points.resize(1);
+    EXPECT_EQ(drawShape(image, one, true), QRect());
+    EXPECT_EQ(inked(image), QRect());
+}
+
+TEST(Shapes, TextFrameStandsUnevenlyAroundTheText) {
+    QImage framed = blankCanvas();
+    const QRect painted = drawShape(framed, text(QStringLiteral("Hxg")), true);
+    QImage bare = blankCanvas();
+    drawShape(bare, text(QStringLiteral("Hxg")), false);
+    ASSERT_FALSE(inked(bare).isEmpty());
+    EXPECT_TRUE(painted.contains(inked(framed)));
+
+    QPainter painter(&bare);
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPointSize(30);
+    painter.setFont(font);
+    const QRect box = painter.boundingRect(QRect(100, 200, kCanvasSize, kCanvasSize), Qt::AlignLeft,
+                                           QStringLiteral("Hxg"));
+    painter.end();
+    // Two pixels wide, centred on the outline.
+    const QRect frame(box.x() - 4, box.y() - 2, box.width() + 8, box.height() + 6);
+    EXPECT_EQ(inked(framed), frame.adjusted(-1, -1, 1, 1));
+}
+
+TEST(Shapes, EmptyTextShowsItsFrameOnlyWhileEditing) {
+    QImage image = blankCanvas();
+    drawShape(image, text(QString()), true);
+    EXPECT_FALSE(inked(image).isEmpty());
+    drawShape(image, text(QString()), false);
+    EXPECT_TRUE(inked(image).isEmpty());
+}
+
+TEST(StrokeImage, IsPreparedByTool) {
+    QImage frame = blankCanvas();
+    frame.fill(QColor(1, 2, 3, 200));
+    Stroke stroke = shape(tool::kBrush, {10, 10}, {20, 20});
+    stroke.lastDrawnIndex = 5;
+    QImage image;
+    prepareStrokeImage(image, stroke, frame);
+    EXPECT_EQ(stroke.lastDrawnIndex, 0);
+    const uchar expected[4] = {200, 40, 10, 0};
+    EXPECT_TRUE(std::equal(expected, expected + 4, image.constScanLine(700)));
+    stroke.tool = tool::kEraser;
+    prepareStrokeImage(image, stroke, frame);
+    EXPECT_EQ(image, frame);
+    EXPECT_TRUE(strokeReplacesFrame(stroke));
+    stroke.tool = tool::kTransform;
+    prepareStrokeImage(image, stroke, frame);
+    EXPECT_EQ(image, blankCanvas());
+    EXPECT_EQ(frame.pixelColor(5, 5), QColor(1, 2, 3, 200));
+}
+
+TEST(StrokeImage, UpdatesOnlyWhatIsNew) {
+    Stroke stroke = shape(tool::kPencil, {100, 100}, {150, 100}, 8);
+    QImage image;
+    prepareStrokeImage(image, stroke, {});
+    stroke.dirty = true;
+    EXPECT_TRUE(updateStrokeImage(image, stroke).contains(QRect(96, 96, 50, 8)));
+    EXPECT_FALSE(stroke.dirty);
+    EXPECT_EQ(stroke.lastDrawnIndex, 1);
+    EXPECT_EQ(updateStrokeImage(image, stroke), QRect());
+    stroke.points.push_back({8, 1.0F, 1.0F, 600, 600});
+    stroke.points.push_back({8, 1.0F, 1.0F, 605, 600});
+    stroke.lastDrawnIndex = 2;
+    EXPECT_FALSE(updateStrokeImage(image, stroke).intersects(QRect(90, 90, 60, 60)));
+}
+
+TEST(StrokeImage, MergeTakesInUnpaintedPointsAndKeepsTheRest) {
+    QImage frame = blankCanvas();
+    for (int y = 600; y < 700; ++y) {
+        for (int x = 0; x < kCanvasSize; ++x)
+            frame.setPixelColor(x, y, QColor(9, 99, 199, 255));
+    }
+    const QImage before = frame.copy();
+    Stroke stroke = shape(tool::kPencil, {100, 100}, {900, 100}, 8);
+    QImage image;
+    prepareStrokeImage(image, stroke, frame);
+    mergeStroke(frame, stroke, image); // never shown before
+    EXPECT_EQ(frame.pixelColor(500, 100), QColor(200, 40, 10, 255));
+    EXPECT_EQ(frame.copy(0, 600, 1024, 100), before.copy(0, 600, 1024, 100));
+
+    Stroke eraser = shape(tool::kEraser, {100, 650}, {900, 650}, 20, 0.5F);
+    prepareStrokeImage(image, eraser, frame);
+    mergeStroke(frame, eraser, image);
+    EXPECT_EQ(alpha(frame, 500, 650), 0);
+    EXPECT_EQ(alpha(frame, 500, 690), 255);
+    EXPECT_EQ(alpha(frame, 500, 100), 255);
+}
+
+TEST(Png, RoundTripIsLosslessAlsoUnderAlphaZero) {
+    QImage image = blankCanvas();
+    for (int i = 0; i < 1000; ++i)
+        image.setPixelColor((i * 37) % 1024, (i * 91) % 1024, QColor(i % 256, 7, 99, i % 256));
+    QByteArray bytes("rubbish");
+    imageToPng(image, bytes);
+    QImage back;
+    ASSERT_TRUE(pngToImage(bytes, back));
+    EXPECT_EQ(back.format(), QImage::Format_RGBA8888);
+    EXPECT_EQ(back, image);
+    imageToPng(QImage(), bytes);
+    EXPECT_TRUE(bytes.isEmpty());
+}
+
+TEST(Png, RefusesOtherSizesAndDamage) {
+    QByteArray bytes;
+    QImage small(64, 64, QImage::Format_RGBA8888);
+    small.fill(Qt::red);
+    imageToPng(small, bytes);
+    EXPECT_EQ(pngHeaderSize(bytes), QSize(64, 64));
+    QImage image = blankCanvas();
+    EXPECT_FALSE(pngToImage(bytes, image));
+    EXPECT_TRUE(image.isNull());
+
+    imageToPng(blankCanvas(), bytes);
+    QByteArray huge = bytes;
+    huge.replace(16, 8, QByteArray("\0\0\xea\x60\0\0\xea\x60", 8)); // claims 60000 x 60000
+    EXPECT_FALSE(pngToImage(huge, image));
+    EXPECT_EQ(pngHeaderSize(QByteArray("\x89PNG")), QSize());
+    EXPECT_EQ(pngHeaderSize(bytes.left(23)), QSize());
+    EXPECT_FALSE(pngToImage({}, image));
+}

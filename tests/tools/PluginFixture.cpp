@@ -1,0 +1,3 @@
+// The plug-in tests' session, here as well.
+#include "plugin/LinkedClasses.cpp"
+#include "plugin/Session.cpp"

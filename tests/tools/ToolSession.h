@@ -1,0 +1,58 @@
+// The drawing tool in a host with a window, its classes linked into the test.
+#pragma once
+
+#include "document/LayerManager.h"
+#include "plugin/LinkedClasses.h"
+#include "tools/raster/Stroke.h"
+
+#include <QEvent>
+#include <QImage>
+#include <QPoint>
+#include <functional>
+#include <memory>
+
+class QWidget;
+
+namespace host {
+class InputInjector;
+class ViewWidget;
+} // namespace host
+
+namespace vellum::test {
+
+class ToolSession : public LinkedClasses {
+protected:
+    ToolSession();
+    ~ToolSession() override;
+
+    void SetUp() override;
+    void TearDown() override;
+
+    const QString camera = QStringLiteral("persp");
+
+    void at(int frame); ///< moves the scene's time and tells the document
+
+    /// The camera's picture now, without strokes in progress.
+    QImage picture();
+    int alphaAt(QPoint imagePixel);
+
+    // --- The user's hand -----------------------------------------------------------------------
+
+    void activateDrawTool();
+    host::ViewWidget& view();
+    /// Image pixel under a device pixel of the view (from its top left), as the tool maps it.
+    QPoint imagePixel(QPoint viewPixel);
+    void moveTo(QPoint viewPixel); ///< device pixels from the view's top left
+    void press(Qt::MouseButton button = Qt::LeftButton);
+    void release(Qt::MouseButton button = Qt::LeftButton);
+    void key(Qt::Key key, bool down);
+
+    static bool waitFor(const std::function<bool()>& condition);
+
+private:
+    void act(const std::function<void()>& what, QEvent::Type expected, QWidget* receiver);
+
+    std::unique_ptr<host::InputInjector> hand_;
+};
+
+} // namespace vellum::test

@@ -1,0 +1,218 @@
+// Drawing as a user does it: the window system's pointer over the view, the real tool, filter,
+// sampling thread and command.
+#include "tools/ToolSession.h"
+
+#include "document/Frame.h"
+#include "document/Layer.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/leaves/ToolOptions.h"
+#include "plugin/middle/PluginState.h"
+#include "tools/interaction/ThreadManager.h"
+#include "ui/Tools.h"
+#include "ui/ViewWidget.h"
+
+namespace vellum::test {
+namespace {
+
+class Drawing : public ToolSession {
+protected:
+    void SetUp() override {
+        ToolSession::SetUp();
+        settings().activeTool = tool::kPencil;
+        settings().pencilSize = 12;
+        settings().activeColor = QColor(250, 120, 10);
+        activateDrawTool();
+    }
+
+    std::size_t sampled() {
+        const Stroke* stroke = document()->currentStroke();
+        return stroke ? stroke->points.size() : 0;
+    }
+
+    // Presses, drags through the points and waits until each has been sampled; the button stays
+    // down.
+    void drag(std::initializer_list<QPoint> places) {
+        bool down = false;
+        for (const QPoint place : places) {
+            moveTo(place);
+            if (!down)
+                press();
+            down = true;
+            const QPoint expected = imagePixel(place);
+            waitFor([&] { return isSampledNear(expected); });
+        }
+    }
+
+    bool isSampledNear(QPoint pixel) {
+        const Stroke* stroke = document()->currentStroke();
+        if (!stroke || stroke->points.empty())
+            return false;
+        const StrokePoint& last = stroke->points.back();
+        // Smoothing holds a point back by a good half of the last way.
+        return std::abs(last.x - pixel.x()) + std::abs(last.y - pixel.y()) < 200;
+    }
+
+    void stroke(std::initializer_list<QPoint> places) {
+        drag(places);
+        release();
+    }
+};
+
+TEST_F(Drawing, ClickLeavesADabUnderThePointer) {
+    for (const int tool : {tool::kPencil, tool::kBrush}) {
+        settings().activeTool = tool;
+        moveTo({200, 150});
+        press();
+        release();
+        const QPoint pixel = imagePixel({200, 150});
+        EXPECT_GT(alphaAt(pixel), 60) << "tool " << tool;
+        EXPECT_EQ(alphaAt(pixel + QPoint(40, 0)), 0);
+        ASSERT_TRUE(run(QStringLiteral("undo")));
+        EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+    }
+}
+
+TEST_F(Drawing, StrokeFollowsAndIsUndoneAndRedone) {
+    stroke({{100, 100}, {200, 140}, {300, 100}});
+    EXPECT_EQ(document()->currentStroke(), nullptr);
+    EXPECT_FALSE(ThreadManager::instance().isActive());
+    const QImage drawn = picture();
+    EXPECT_EQ(drawn.pixelColor(imagePixel({100, 100})), QColor(250, 120, 10, 255));
+    EXPECT_GT(alphaAt(imagePixel({150, 120})), 0);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+    ASSERT_TRUE(run(QStringLiteral("redo")));
+    EXPECT_EQ(picture(), drawn);
+
+    settings().activeTool = tool::kEraser;
+    stroke({{80, 100}, {120, 100}});
+    EXPECT_EQ(alphaAt(imagePixel({100, 100})), 0);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(picture(), drawn);
+}
+
+TEST_F(Drawing, EraserEndErasesWithoutChangingTheTool) {
+    stroke({{100, 100}, {300, 100}});
+    ASSERT_GT(alphaAt(imagePixel({150, 100})), 0);
+    settings().eraserSize = 60;
+    moveTo({150, 100});
+    pluginState().tabletEraser = true; // as the filter sets it
+    press();
+    release();
+    EXPECT_EQ(alphaAt(imagePixel({150, 100})), 0);
+    EXPECT_EQ(settings().activeTool, tool::kPencil);
+    EXPECT_FALSE(pluginState().tabletEraser);
+}
+
+TEST_F(Drawing, SizeAndOpacityDrags) {
+    settings().pencilSize = 6;
+    settings().pencilOpacity = 50;
+    moveTo({200, 200});
+    key(Qt::Key_B, true);
+    press();
+    moveTo({209, 200});
+    EXPECT_EQ(settings().pencilSize, 6);
+    moveTo({225, 200});
+    EXPECT_EQ(settings().pencilSize, 8);
+    moveTo({100, 200});
+    EXPECT_EQ(settings().pencilSize, 1);
+    release();
+    key(Qt::Key_B, false);
+    moveTo({200, 200});
+    key(Qt::Key_M, true);
+    press();
+    moveTo({240, 220});
+    release();
+    key(Qt::Key_M, false);
+    EXPECT_EQ(settings().pencilOpacity, 54);
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0) << "nothing was drawn";
+}
+
+TEST_F(Drawing, TextIsTypedAndCommittedByTheNextPress) {
+    settings().activeTool = tool::kText;
+    settings().textFontFamily = QStringLiteral("DejaVu Sans");
+    settings().textSize = 40;
+    moveTo({150, 120});
+    press();
+    release();
+    ASSERT_NE(document()->currentStroke(), nullptr);
+    view().setFocus();
+    for (const Qt::Key code : {Qt::Key_H, Qt::Key_B, Qt::Key_X, Qt::Key_Backspace}) {
+        key(code, true);
+        key(code, false);
+    }
+    EXPECT_EQ(document()->currentStroke()->text, QStringLiteral("hb"));
+    settings().activeTool = tool::kPencil;
+    moveTo({300, 300});
+    press();
+    EXPECT_NE(picture(), QImage());
+    release();
+    ASSERT_TRUE(run(QStringLiteral("undo"))); // the dab
+    const QPoint corner = imagePixel({150, 120});
+    int inked = 0;
+    for (int y = 0; y < 60; ++y) {
+        for (int x = 0; x < 120; ++x)
+            inked += alphaAt(corner + QPoint(x, y)) > 0 ? 1 : 0;
+    }
+    EXPECT_GT(inked, 200);
+    ASSERT_TRUE(run(QStringLiteral("undo"))); // the text, with the layer made for it
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+}
+
+TEST_F(Drawing, TimeChangeDuringAStrokeLosesNothing) {
+    at(1);
+    stroke({{100, 100}, {200, 100}});
+    at(10);
+    stroke({{100, 200}, {200, 200}});
+    const QImage ten = picture();
+    at(1);
+    drag({{100, 300}, {200, 300}});
+    at(10);
+    release();
+    EXPECT_EQ(picture(), ten) << "the stroke belongs to the frame it was begun on";
+    at(1);
+    EXPECT_GT(alphaAt(imagePixel({120, 300})), 0);
+}
+
+TEST_F(Drawing, LeavingTheToolDuringAStrokeKeepsIt) {
+    drag({{100, 100}, {200, 100}, {250, 100}});
+    ASSERT_TRUE(run(QStringLiteral("setToolTo selectSuperContext")));
+    EXPECT_FALSE(ThreadManager::instance().isActive());
+    EXPECT_GT(alphaAt(imagePixel({120, 100})), 0);
+    release();
+    EXPECT_FALSE(pluginState().drawToolActive);
+}
+
+TEST_F(Drawing, NewSceneDuringAStrokeEndsItQuietly) {
+    drag({{100, 100}, {200, 100}});
+    errors.clear();
+    ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+    EXPECT_FALSE(ThreadManager::instance().isActive());
+    release();
+    EXPECT_TRUE(errors.isEmpty()) << errors.join(QStringLiteral(" | ")).toStdString();
+}
+
+TEST_F(Drawing, PressWithoutReleaseIsEndedByTheNext) {
+    drag({{100, 100}, {200, 100}});
+    press(Qt::MiddleButton); // a second button in the same drag
+    release(Qt::MiddleButton);
+    release();
+    stroke({{100, 200}, {200, 200}});
+    EXPECT_GT(alphaAt(imagePixel({110, 100})), 0);
+    EXPECT_GT(alphaAt(imagePixel({110, 200})), 0);
+    EXPECT_EQ(document()->currentStroke(), nullptr);
+}
+
+TEST_F(Drawing, RefusedPressLeavesNoEffect) {
+    stroke({{100, 100}, {200, 100}});
+    const QImage drawn = picture();
+    document()->setLayerState(camera, 0, layer_state::kLocked);
+    errors.clear();
+    stroke({{100, 200}, {200, 200}});
+    EXPECT_EQ(errors, QStringList{QStringLiteral("[Vellum2] Active layer is locked.")});
+    EXPECT_EQ(picture(), drawn);
+    EXPECT_FALSE(ThreadManager::instance().isActive());
+}
+
+} // namespace
+} // namespace vellum::test

@@ -1,0 +1,256 @@
+// Positions of the pointer becoming points of a stroke: mapped, smoothed, thinned; and the thread
+// that polls them.
+#include "plugin/middle/PluginState.h"
+#include "tools/interaction/InputWorker.h"
+#include "tools/interaction/ThreadManager.h"
+#include "tools/raster/Stroke.h"
+
+#include <QCoreApplication>
+#include <QMutex>
+#include <QSemaphore>
+#include <QThread>
+#include <deque>
+#include <gtest/gtest.h>
+
+using namespace vellum;
+
+namespace {
+
+// A view of 1024 x 1024 that shows the canvas pixel by pixel: (x, y) of the view, y up, is image
+// pixel (x, 1024 - y).
+ViewMapping plainView() {
+    return {kCanvasSize, kCanvasSize, 0.0, 0.0, kCanvasSize};
+}
+
+class Sampling : public ::testing::Test {
+protected:
+    ThreadManager::Target target() {
+        ThreadManager::Target made;
+        made.stroke = [this] { return alive_ ? &stroke_ : nullptr; };
+        made.mapping = plainView;
+        made.requestRedraw = [this] { ++redraws_; };
+        return made;
+    }
+
+    void begin(int tool) {
+        stroke_.tool = tool;
+        manager_.start(target());
+    }
+
+    // A sample at an image position.
+    void sample(int x, int y, int width = 6, float opacity = 1.0F) {
+        manager_.OnMousePositionChanged(QPoint(x, kCanvasSize - y), width, opacity, 1.0F);
+    }
+
+    QList<QPoint> positions() const {
+        QList<QPoint> all;
+        for (const StrokePoint& point : stroke_.points)
+            all.append(QPoint(point.x, point.y));
+        return all;
+    }
+
+    ThreadManager manager_;
+    Stroke stroke_;
+    bool alive_ = true;
+    int redraws_ = 0;
+};
+
+// Plays positions back, one a poll, and stays at the last one.
+class ScriptedPoller : public CursorPoller {
+public:
+    explicit ScriptedPoller(std::deque<QPoint> positions, QSemaphore* polled = nullptr)
+        : positions_(std::move(positions)), polled_(polled) {}
+
+    std::optional<PointerSample> poll() override {
+        if (polled_)
+            polled_->release();
+        if (positions_.empty())
+            return std::nullopt;
+        const QPoint position = positions_.front();
+        if (positions_.size() > 1)
+            positions_.pop_front();
+        return PointerSample{position, kCanvasSize};
+    }
+
+private:
+    std::deque<QPoint> positions_;
+    QSemaphore* polled_;
+};
+
+SampleOptions options(int width, bool pressure = false) {
+    SampleOptions made;
+    made.width = width;
+    made.pressureEnabled = pressure;
+    return made;
+}
+
+} // namespace
+
+TEST_F(Sampling, ClickLeavesTwoPoints) {
+    begin(tool::kPencil);
+    sample(99, 50);
+    sample(100, 50);
+    // The second is (2 x 100 + 99) / 3 = 99.67, to the nearest.
+    EXPECT_EQ(positions(), (QList<QPoint>{{99, 50}, {100, 50}}));
+    EXPECT_EQ(redraws_, 1);
+    EXPECT_TRUE(stroke_.dirty);
+    sample(100, 50); // the pointer rests
+    EXPECT_EQ(stroke_.points.size(), 2U);
+}
+
+TEST_F(Sampling, SmoothsTowardsTheNewest) {
+    begin(tool::kBrush);
+    for (int i = 0; i < 6; ++i)
+        sample(100 + 15 * i, 200, 6, 0.1F * static_cast<float>(i));
+    // Weighted means of 0, 15, 30, ...: 10, 20, 30, then with five samples 40 and 55.
+    EXPECT_EQ(
+        positions(),
+        (QList<QPoint>{{100, 200}, {110, 200}, {120, 200}, {130, 200}, {140, 200}, {155, 200}}));
+    EXPECT_NEAR(stroke_.points[4].opacity, 0.4 * 2.0 / 3.0, 1e-6);
+    EXPECT_EQ(stroke_.points[4].width, 6);
+}
+
+TEST_F(Sampling, HalvesRoundUpwardAlsoBelowZero) {
+    begin(tool::kBrush);
+    sample(-10, -10);
+    sample(-13, -7); // (2 x -13 - 10) / 3 = -12, (2 x -7 - 10) / 3 = -8
+    sample(-14, -7); // (3 x -14 + 2 x -13 - 10) / 6 = -13, (-21 - 14 - 10) / 6 = -7.5 -> -7
+    EXPECT_EQ(positions(), (QList<QPoint>{{-10, -10}, {-12, -8}, {-13, -7}}));
+}
+
+TEST_F(Sampling, ThinsByTenthOfTheWidthAndForgetsWhatItDropped) {
+    begin(tool::kPencil);
+    sample(100, 100, 40);
+    sample(106, 100, 40); // mean 104: 4 away, kept, since only less than a tenth is dropped
+    ASSERT_EQ(positions(), (QList<QPoint>{{100, 100}, {104, 100}}));
+    sample(107, 100, 40); // mean 105.5 -> 106, 2 away: dropped
+    sample(108, 100, 40); // 106 again, dropped, since 107 is not in the history
+    EXPECT_EQ(stroke_.points.size(), 2U);
+    sample(112, 100, 40); // (3 x 112 + 2 x 106 + 100) / 6 = 108
+    EXPECT_EQ(positions().last(), QPoint(108, 100));
+}
+
+TEST_F(Sampling, ShapesKeepPressAndPresentAndTextFollows) {
+    begin(tool::kLine);
+    sample(9, 10);
+    sample(10, 10); // second sample of the press goes first
+    sample(50, 60);
+    sample(80, 20);
+    EXPECT_EQ(positions(), (QList<QPoint>{{10, 10}, {80, 20}}));
+
+    stroke_ = Stroke();
+    begin(tool::kText);
+    sample(9, 10);
+    sample(300, 400);
+    EXPECT_EQ(positions(), (QList<QPoint>{{300, 400}}));
+    EXPECT_EQ(redraws_, 0);
+}
+
+TEST_F(Sampling, IgnoresSamplesWhenIdleOrWithoutStroke) {
+    sample(10, 10);
+    begin(tool::kBrush);
+    alive_ = false; // the document went while the pointer was down
+    sample(20, 20);
+    alive_ = true;
+    manager_.stop();
+    sample(30, 30);
+    EXPECT_TRUE(stroke_.points.empty());
+}
+
+TEST_F(Sampling, HistoryStartsAnewWithEveryStroke) {
+    begin(tool::kBrush);
+    sample(500, 500);
+    sample(520, 500);
+    manager_.stop();
+    stroke_ = Stroke();
+    begin(tool::kBrush);
+    sample(10, 10);
+    EXPECT_EQ(positions(), (QList<QPoint>{{10, 10}}));
+}
+
+TEST(InputWorkerPoll, OffsetsFirstSampleAndPressure) {
+    struct Sent {
+        QPoint position;
+        float opacity;
+    };
+    std::vector<Sent> sent;
+    InputWorker worker(std::make_unique<ScriptedPoller>(
+                           std::deque<QPoint>{{10, 20}, {10, 20}, {11, 20}, {11, 21}}),
+                       options(6, true));
+    QObject::connect(&worker, &InputWorker::MousePositionChanged,
+                     [&](const QPoint& p, int, float opacity, float) {
+                         sent.push_back({p, opacity});
+                     });
+    pluginState().tabletPressure = 0.25F;
+    worker.poll();
+    pluginState().tabletPressure = 0.5F;
+    worker.poll(); // same place: nothing
+    worker.poll();
+    pluginState().tabletPressure = 1.0F;
+    worker.poll();
+    ASSERT_EQ(sent.size(), 4U);
+    // One pixel right of the pointer's, and height - y + 1 from the bottom.
+    EXPECT_EQ(sent[0].position, QPoint(10, kCanvasSize - 20 + 1));
+    EXPECT_EQ(sent[1].position, QPoint(11, kCanvasSize - 20 + 1));
+    EXPECT_EQ(sent[2].position, QPoint(12, kCanvasSize - 20 + 1));
+    EXPECT_EQ(sent[3].position, QPoint(12, kCanvasSize - 21 + 1));
+    EXPECT_FLOAT_EQ(sent[1].opacity, 0.25F);
+    EXPECT_FLOAT_EQ(sent[2].opacity, 0.5F);
+    EXPECT_FLOAT_EQ(sent[3].opacity, 1.0F);
+}
+
+TEST_F(Sampling, QuickClickThroughTheThreadLeavesExactlyTwoPoints) {
+    for (int round = 0; round < 50; ++round) {
+        stroke_ = Stroke();
+        stroke_.tool = tool::kBrush;
+        manager_.start(target(), std::make_unique<ScriptedPoller>(std::deque<QPoint>{{99, 100}}),
+                       options(6));
+        manager_.finish(QPoint(100, kCanvasSize - 100 + 1)); // released at once
+        manager_.stop();
+        ASSERT_EQ(positions(), (QList<QPoint>{{99, 99}, {100, 99}})) << "round " << round;
+    }
+    QCoreApplication::processEvents();
+    EXPECT_EQ(stroke_.points.size(), 2U);
+}
+
+TEST_F(Sampling, NothingSampledBeforeTheReleaseIsLost) {
+    stroke_.tool = tool::kBrush;
+    QSemaphore polled;
+    manager_.start(target(),
+                   std::make_unique<ScriptedPoller>(
+                       std::deque<QPoint>{{100, 100}, {130, 100}, {160, 100}, {190, 100}}, &polled),
+                   options(6));
+    ASSERT_TRUE(polled.tryAcquire(3, 5000)); // three samples are under way, none delivered
+    EXPECT_TRUE(stroke_.points.empty());
+    // The pointer came to rest where the button was released: that place is part of the stroke,
+    // smoothed like any other: (4 x 191 + 3 x 161 + 2 x 131 + 101) / 10 with the click's two
+    // points.
+    manager_.finish(QPoint(190 + 1, kCanvasSize - 100 + 1));
+    manager_.stop();
+    ASSERT_EQ(stroke_.points.size(), 5U);
+    EXPECT_EQ(stroke_.points.back().x, (5 * 191 + 4 * 161 + 3 * 131 + 2 * 101 + 100 + 7) / 15);
+}
+
+TEST_F(Sampling, StopDropsWhatIsStillUnderWay) {
+    stroke_.tool = tool::kBrush;
+    QSemaphore polled;
+    manager_.start(target(),
+                   std::make_unique<ScriptedPoller>(std::deque<QPoint>{{100, 100}}, &polled),
+                   options(6));
+    ASSERT_TRUE(polled.tryAcquire(1, 5000));
+    manager_.stop();
+    begin(tool::kBrush); // the next stroke
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(stroke_.points.empty());
+}
+
+TEST_F(Sampling, PointerOutOfSightYieldsNothing) {
+    stroke_.tool = tool::kBrush;
+    QSemaphore polled;
+    manager_.start(target(), std::make_unique<ScriptedPoller>(std::deque<QPoint>{}, &polled),
+                   options(6));
+    ASSERT_TRUE(polled.tryAcquire(2, 5000));
+    manager_.finish(QPoint(5, 5));
+    manager_.stop();
+    EXPECT_TRUE(stroke_.points.empty());
+}

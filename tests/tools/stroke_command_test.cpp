@@ -1,0 +1,130 @@
+// rvVellumStroke: the merge as an undoable step.
+#include "tools/ToolSession.h"
+
+#include "document/Frame.h"
+#include "document/Layer.h"
+#include "node/BaseNode.h"
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/ActiveNode.h"
+
+namespace vellum::test {
+namespace {
+
+class StrokeStep : public ToolSession {
+protected:
+    // A horizontal pencil line across the canvas at the given height.
+    void begin(int y, int tool = tool::kPencil) {
+        Stroke* stroke = document()->beginStroke(camera, tool, QColor(200, 30, 60));
+        ASSERT_NE(stroke, nullptr);
+        stroke->points = {{10, 1.0F, 1.0F, 100, y}, {10, 1.0F, 1.0F, 900, y}};
+        stroke->dirty = true;
+    }
+
+    // As the tool does it: check, stroke, command.
+    void draw(int y, int tool = tool::kPencil) {
+        const DrawingTarget target = drawingTarget(node(), camera);
+        ASSERT_TRUE(target);
+        begin(y, tool);
+        ASSERT_TRUE(run(command::commitStroke(camera, target.addedLayer, target.frameCreated)));
+    }
+
+    QList<int> frames() { return document()->activeLayer(camera)->frameTimes(); }
+};
+
+TEST_F(StrokeStep, UndoAndRedoExchangeThePictures) {
+    at(1);
+    draw(100);
+    const QImage first = picture();
+    draw(300);
+    const QImage second = picture();
+    draw(100, tool::kEraser);
+    const QImage erased = picture();
+    EXPECT_NE(first, second);
+    EXPECT_EQ(alphaAt({500, 100}), 0);
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_TRUE(run(QStringLiteral("undo")));
+        EXPECT_EQ(picture(), second);
+        ASSERT_TRUE(run(QStringLiteral("undo")));
+        EXPECT_EQ(picture(), first);
+        ASSERT_TRUE(run(QStringLiteral("redo")));
+        EXPECT_EQ(picture(), second);
+        ASSERT_TRUE(run(QStringLiteral("redo")));
+        EXPECT_EQ(picture(), erased);
+    }
+    EXPECT_EQ(number(QStringLiteral("file -q -modified")), 1);
+}
+
+TEST_F(StrokeStep, FirstStrokeTakesItsLayerAndFrameBack) {
+    at(7);
+    draw(100);
+    const QImage drawn = picture();
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+    ASSERT_TRUE(run(QStringLiteral("redo")));
+    EXPECT_EQ(document()->cameraLayerCount(camera), 1);
+    EXPECT_EQ(document()->activeLayerIndex(camera), 0);
+    EXPECT_EQ(frames(), QList<int>{7});
+    EXPECT_EQ(picture(), drawn);
+}
+
+TEST_F(StrokeStep, AddedFrameGoesAtItsOwnTime) {
+    at(1);
+    draw(100);
+    at(5);
+    draw(200);
+    EXPECT_EQ(frames(), (QList<int>{1, 5}));
+    at(9); // frame 5 still shows
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(frames(), QList<int>{1});
+    EXPECT_EQ(alphaAt({500, 100}), 255);
+}
+
+TEST_F(StrokeStep, StaticLayersGetTheirFrameBackWhereItWas) {
+    settings().defaultLayerState = layer_state::kStatic;
+    at(30);
+    draw(100);
+    EXPECT_EQ(frames(), QList<int>{-999});
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+    settings().defaultLayerState = layer_state::kStatic;
+    ASSERT_TRUE(run(QStringLiteral("redo")));
+    EXPECT_EQ(frames(), QList<int>{-999});
+}
+
+TEST_F(StrokeStep, UndoGivesTheOtherCameraItsActivityBack) {
+    const QString other = QStringLiteral("top");
+    document()->addLayer(other, 0, QStringLiteral("A"));
+    document()->addLayer(other, 1, QStringLiteral("B"));
+    document()->setActiveLayer(other, 1, true);
+    document()->setCurrentCamera(camera); // the user looks through another camera
+    draw(100);
+    document()->setActiveLayer(other, 0, false);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+    EXPECT_EQ(document()->currentCamera(), other);
+    EXPECT_EQ(document()->activeLayerIndex(other), 1);
+}
+
+TEST_F(StrokeStep, RefusalsSayWhyAndLeaveNothingToUndo) {
+    at(1);
+    draw(100);
+    const QImage drawn = picture();
+    refuses(QStringLiteral("rvVellumStroke"), QStringLiteral("[Vellum2] Camera not specified"));
+    refuses(QStringLiteral("rvVellumStroke \"no \\\"such\\\" %1\""),
+            QStringLiteral("[Vellum2] Camera does not exist: no \"such\" %1"));
+    EXPECT_FALSE(run(QStringLiteral("rvVellumStroke persp"))); // no stroke in progress
+    begin(300);
+    document()->setLayerState(camera, 0, layer_state::kAnimated);
+    document()->activeLayer(camera)->clearFrames();
+    EXPECT_FALSE(run(QStringLiteral("rvVellumStroke persp")));
+    document()->discardStroke();
+    document()->addFrameAtCurrentTime(camera);
+    // The step on the queue is still the first stroke.
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+    EXPECT_FALSE(drawn.isNull());
+}
+
+} // namespace
+} // namespace vellum::test

@@ -1,0 +1,35 @@
+// Where the pointer is, asked from a thread of its own. All platform code of the sampling is here
+// and in TimerPeriod.h.
+#pragma once
+
+#include <QPoint>
+#include <memory>
+#include <optional>
+
+class QWidget;
+
+namespace vellum {
+
+/// A pointer position in pixels of the view's port (device pixels), origin at the top left.
+struct PointerSample {
+    QPoint position;
+    int viewHeight = 0;
+};
+
+/// Made on the main thread for one view widget, then used from one thread at a time. Everything
+/// about the widget is looked up when it is made: polling touches no Qt object.
+class CursorPoller {
+public:
+    virtual ~CursorPoller() = default;
+
+    /// Empty while the pointer cannot be seen, e.g. when the view's window has gone.
+    virtual std::optional<PointerSample> poll() = 0;
+
+    /// `portWidth` and `portHeight` are the view's size in its own pixels; compared with the
+    /// widget's they tell the scale. On X11 positions are exact device pixels at any scale; where
+    /// the platform only knows logical pixels they are scaled.
+    static std::unique_ptr<CursorPoller> forView(const QWidget& view, int portWidth,
+                                                 int portHeight);
+};
+
+} // namespace vellum

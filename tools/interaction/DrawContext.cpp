@@ -1,0 +1,312 @@
+#include "tools/interaction/DrawContext.h"
+
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "node/CameraFit.h"
+#include "node/NodeSearch.h"
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/MayaStrings.h"
+#include "plugin/leaves/Script.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/leaves/Tool.h"
+#include "plugin/leaves/ToolOptions.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/Panels.h"
+#include "plugin/middle/PluginState.h"
+#include "plugin/middle/Timeline.h"
+#include "tools/interaction/ThreadManager.h"
+
+#include <QKeyEvent>
+#include <maya/M3dView.h>
+#include <maya/MCursor.h>
+
+namespace vellum {
+
+namespace {
+
+// The view that a widget shows; false once it has gone.
+bool viewOfWidget(const QWidget* widget, M3dView& view) {
+    for (unsigned i = 0; widget && i < M3dView::numberOf3dViews(); ++i) {
+        if (M3dView::get3dView(i, view) == MS::kSuccess && view.widget() == widget)
+            return true;
+    }
+    return false;
+}
+
+// Where the drawing lies in the view of a widget. Keeps what it knew last when the view goes while
+// the pointer is down.
+class ViewMappingSource {
+public:
+    explicit ViewMappingSource(QWidget* widget) : widget_(widget) {}
+
+    ViewMapping operator()() {
+        M3dView view;
+        GateFit fit;
+        if (widget_ && viewOfWidget(widget_, view) && fitForView(view, fit))
+            last_ = {fit.portWidth, fit.portHeight, fit.panOffsetX, fit.panOffsetY,
+                     static_cast<double>(fit.quadSize)};
+        return last_;
+    }
+
+private:
+    QPointer<QWidget> widget_;
+    ViewMapping last_;
+};
+
+SampleOptions optionsOf(int tool) {
+    SampleOptions options;
+    options.width = toolSize(tool);
+    options.opacity = static_cast<float>(toolOpacity(tool)) / 100.0F;
+    options.hardness = static_cast<float>(toolHardness(tool)) / 100.0F;
+    options.pressureEnabled = toolTabletEnabled(tool);
+    return options;
+}
+
+} // namespace
+
+DrawContext::DrawContext() {
+    setTitleString("Draw Context");
+    setImage(":/icons/draw_context_01.png", MPxContext::kImage1);
+    setCursor(MCursor::crossHairCursor);
+}
+
+DrawContext::~DrawContext() {
+    if (document_)
+        ThreadManager::instance().stop();
+}
+
+void DrawContext::toolOnSetup(MEvent& event) {
+    MPxContext::toolOnSetup(event);
+    setHelpString("Draw on viewport");
+    if (allNodes().empty())
+        script::execute(command::createNode(), true, true);
+    setDrawToolActive(true);
+    handler_.activate(true);
+}
+
+void DrawContext::toolOffCleanup() {
+    // A pointer that is still down: what was drawn is kept.
+    endStroke();
+    commitText();
+    adjusting_ = Adjusting::Nothing;
+    setDrawToolActive(false);
+    handler_.activate(false);
+    MPxContext::toolOffCleanup();
+}
+
+DrawContext::Position DrawContext::positionOf(const MEvent& event) {
+    Position position;
+    event.getPosition(position.x, position.y);
+    return position;
+}
+
+BaseNode* DrawContext::node() const {
+    return nodeHandle_.isValid() ? BaseNode::fromObject(nodeHandle_.object()) : nullptr;
+}
+
+Stroke* DrawContext::strokeInProgress() const {
+    return document_ ? document_->currentStroke() : nullptr;
+}
+
+bool DrawContext::isTextStroke() const {
+    const Stroke* stroke = strokeInProgress();
+    return stroke && stroke->tool == tool::kText;
+}
+
+MStatus DrawContext::doPress(MEvent& event) {
+    endStroke(); // its release never came
+    commitText();
+    addedLayer_ = -1;
+    frameAdded_ = false;
+    handler_.watchActiveView();
+    if (handler_.sizeKeyHeld()) {
+        beginAdjusting(Adjusting::Size, event);
+    } else if (handler_.opacityKeyHeld() && settings().activeTool != tool::kEraser) {
+        beginAdjusting(Adjusting::Opacity, event);
+    } else {
+        const MEvent::MouseButtonType button = event.mouseButton();
+        if (button == MEvent::kLeftMouse)
+            beginStroke();
+        else if (button == MEvent::kMiddleMouse)
+            makeLayersOfViewCurrent();
+    }
+    return MS::kSuccess;
+}
+
+void DrawContext::beginStroke() {
+    BaseNode* active = activeNode();
+    const auto document = active ? active->layerManager() : nullptr;
+    if (!document)
+        return;
+    document->RefreshActiveCamera();
+    camera_ = currentCamera();
+    pressFrame_ = currentFrame();
+    const DrawingTarget target = drawingTarget(*active, camera_);
+    addedLayer_ = target.addedLayer;
+    frameAdded_ = target.frameCreated;
+    const int number = pluginState().tabletEraser ? tool::kEraser : settings().activeTool;
+    if (!target || number < 0 || number >= kDrawToolCount)
+        return;
+    if (!document->beginStroke(camera_, number, settings().activeColor))
+        return;
+    nodeHandle_ = MObjectHandle(active->thisMObject());
+    document_ = document;
+    startSampling(number);
+}
+
+void DrawContext::startSampling(int number) {
+    MStatus status;
+    const M3dView view = M3dView::active3dView(&status);
+    QWidget* widget = status == MS::kSuccess ? view.widget() : nullptr;
+    ThreadManager::Target target;
+    target.stroke = [this] { return strokeInProgress(); };
+    target.mapping = ViewMappingSource(widget);
+    target.requestRedraw = [this] {
+        if (BaseNode* drawn = node())
+            drawn->forceRedraw();
+    };
+    if (!widget) {
+        ThreadManager::instance().start(std::move(target));
+        return;
+    }
+    ThreadManager::instance().start(
+        std::move(target), CursorPoller::forView(*widget, view.portWidth(), view.portHeight()),
+        optionsOf(number));
+}
+
+void DrawContext::makeLayersOfViewCurrent() {
+    BaseNode* active = activeNode();
+    const auto document = active ? active->layerManager() : nullptr;
+    const QString camera = currentCamera();
+    if (!document || camera.isEmpty() || camera == document->currentCamera())
+        return;
+    document->setActiveLayer(camera, document->activeLayerIndex(camera), true);
+}
+
+MStatus DrawContext::doDrag(MEvent& event) {
+    if (adjusting_ != Adjusting::Nothing)
+        adjust(event);
+    else if (BaseNode* drawn = node())
+        drawn->forceRedraw();
+    return MS::kSuccess;
+}
+
+MStatus DrawContext::doRelease(MEvent& event) {
+    if (adjusting_ != Adjusting::Nothing) {
+        eraseSizeCursor();
+        adjusting_ = Adjusting::Nothing;
+        forgetStroke();
+    } else if (document_) {
+        const Position at = positionOf(event);
+        // From pixels of the view to the sampling's convention.
+        ThreadManager::instance().finish(QPoint(at.x + 1, at.y + 2));
+        endStroke();
+    }
+    pluginState().tabletPressure = 1.0F;
+    pluginState().tabletEraser = false;
+    return MS::kSuccess;
+}
+
+// The pointer is up, or treated as if it were. A text stays open for typing.
+void DrawContext::endStroke() {
+    if (!document_ || !ThreadManager::instance().isActive())
+        return;
+    ThreadManager::instance().finish(std::nullopt);
+    ThreadManager::instance().stop();
+    if (!isTextStroke()) {
+        commit();
+        return;
+    }
+    if (BaseNode* drawn = node())
+        drawn->forceRedraw();
+    handler_.setTextTarget(this);
+}
+
+bool DrawContext::typeKey(const QKeyEvent& event) {
+    Stroke* stroke = strokeInProgress();
+    if (!isTextStroke())
+        return false;
+    if (isCommandKey(event))
+        return false;
+    QString& text = stroke->text;
+    switch (event.key()) {
+    case Qt::Key_Escape:
+        commitText();
+        return true;
+    case Qt::Key_Backspace:
+        // A character outside the basic plane is two units.
+        if (text.size() > 1 && text.at(text.size() - 1).isLowSurrogate())
+            text.chop(1);
+        text.chop(1);
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        text += QLatin1Char('\n');
+        break;
+    default:
+        if (!event.text().isEmpty() &&
+            (event.text().at(0).isPrint() || event.text().at(0).isSurrogate()))
+            text += event.text();
+        break;
+    }
+    stroke->dirty = true;
+    if (BaseNode* drawn = node())
+        drawn->forceRedraw();
+    return true;
+}
+
+void DrawContext::typeText(const QString& text) {
+    Stroke* stroke = strokeInProgress();
+    if (!isTextStroke())
+        return;
+    stroke->text += text;
+    stroke->dirty = true;
+    if (BaseNode* drawn = node())
+        drawn->forceRedraw();
+}
+
+void DrawContext::commitText() {
+    handler_.setTextTarget(nullptr);
+    if (document_ && isTextStroke())
+        commit();
+}
+
+// Merges the stroke through its command. The stroke belongs to the frame that was current at the
+// press, even when the time has moved since.
+void DrawContext::commit() {
+    const auto document = document_;
+    const Stroke* stroke = strokeInProgress();
+    const bool empty = !stroke || stroke->points.empty();
+    if (empty && addedLayer_ < 0 && !frameAdded_) {
+        if (document)
+            document->discardStroke();
+        forgetStroke();
+        return;
+    }
+    const int now = currentFrame();
+    if (now != pressFrame_)
+        document->timeChanged(pressFrame_);
+    const bool done =
+        script::execute(command::commitStroke(camera_, addedLayer_, frameAdded_), true, true);
+    if (now != pressFrame_)
+        document->timeChanged(now);
+    if (!done && document->currentStroke())
+        document->discardStroke();
+    if (BaseNode* drawn = node())
+        drawn->forceRedraw();
+    forgetStroke();
+}
+
+void DrawContext::forgetStroke() {
+    document_.reset();
+    nodeHandle_ = MObjectHandle();
+    camera_.clear();
+    addedLayer_ = -1;
+    frameAdded_ = false;
+}
+
+MStatus DrawContext::helpStateHasChanged(MEvent&) {
+    return MS::kSuccess;
+}
+
+} // namespace vellum

@@ -1,0 +1,259 @@
+#include "tools/interaction/DrawContextInputHandler.h"
+
+#include "plugin/leaves/QtCompat.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/PluginState.h"
+
+#include <QCursor>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QTabletEvent>
+#include <algorithm>
+#include <maya/M3dView.h>
+#include <maya/MQtUtil.h>
+
+namespace vellum {
+
+namespace {
+
+constexpr int kPanZoomKey = Qt::Key_Backslash;
+constexpr int kSizeKey = Qt::Key_B;
+constexpr int kOpacityKey = Qt::Key_M;
+
+bool isPlainRightPress(const QMouseEvent& event) {
+    return event.type() == QEvent::MouseButtonPress && event.button() == Qt::RightButton &&
+           event.modifiers() == Qt::NoModifier;
+}
+
+QWidget* activeViewWidget() {
+    MStatus status;
+    const M3dView view = M3dView::active3dView(&status);
+    return status == MS::kSuccess ? view.widget() : nullptr;
+}
+
+} // namespace
+
+bool isCommandKey(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers held = event.modifiers();
+    const bool control = held.testFlag(Qt::ControlModifier);
+#ifdef __APPLE__
+    const bool alt = false; // Option types characters
+#else
+    const bool alt = held.testFlag(Qt::AltModifier);
+#endif
+    return held.testFlag(Qt::MetaModifier) || control != alt;
+}
+
+float pressureCurve(float raw) {
+    constexpr float kMiddle = 0.5F;
+    constexpr float kInvisibleBelow = 0.08F;
+    constexpr float kFaintest = 0.15F;
+    constexpr float kFullAbove = 0.98F;
+    float pressure = raw;
+    if (raw > kMiddle) {
+        const float t = (1.0F - raw) * 2.0F;
+        pressure = 1.0F - t * t * kMiddle;
+    }
+    if (pressure < kInvisibleBelow)
+        return 0.0F;
+    if (pressure < kFaintest)
+        return kFaintest;
+    return pressure > kFullAbove ? 1.0F : pressure;
+}
+
+DrawContextInputHandler::~DrawContextInputHandler() {
+    textTarget_ = nullptr; // its owner is going as well
+    activate(false);
+}
+
+void DrawContextInputHandler::activate(bool active) {
+    if (active == active_ && !active)
+        return;
+    active_ = active;
+    releaseKeys();
+    commitPendingText();
+    for (const QPointer<QWidget>& view : views_) {
+        if (view)
+            view->removeEventFilter(this);
+    }
+    views_.clear();
+    if (mainWindow_)
+        mainWindow_->removeEventFilter(this);
+    if (timeSlider_)
+        timeSlider_->removeEventFilter(this);
+    if (!active) {
+        if (menu_)
+            menu_->close();
+        return;
+    }
+    pluginState().tabletPressure = 1.0F;
+    pluginState().tabletEraser = false;
+    mainWindow_ = MQtUtil::mainWindow();
+    if (mainWindow_)
+        mainWindow_->installEventFilter(this);
+    if (!timeSlider_ && pluginState().interactive)
+        timeSlider_ = timeControlWidget();
+    if (timeSlider_)
+        timeSlider_->installEventFilter(this);
+    watchActiveView();
+}
+
+void DrawContextInputHandler::watchActiveView() {
+    QWidget* widget = activeViewWidget();
+    views_.removeAll(QPointer<QWidget>());
+    if (!widget || views_.contains(QPointer<QWidget>(widget)))
+        return;
+    widget->installEventFilter(this);
+    views_.append(widget);
+}
+
+void DrawContextInputHandler::setTextTarget(TextTarget* target) {
+    acceptInputMethod(target != nullptr);
+    textTarget_ = target;
+}
+
+void DrawContextInputHandler::commitPendingText() {
+    if (!textTarget_)
+        return;
+    TextTarget* target = textTarget_;
+    setTextTarget(nullptr);
+    target->commitText();
+}
+
+// Dead keys and input methods reach only widgets that ask for them.
+void DrawContextInputHandler::acceptInputMethod(bool accept) {
+    for (const QPointer<QWidget>& view : views_) {
+        if (view)
+            view->setAttribute(Qt::WA_InputMethodEnabled, accept);
+    }
+}
+
+void DrawContextInputHandler::releaseKeys() {
+    panZoomKeyHeld_ = sizeKeyHeld_ = opacityKeyHeld_ = false;
+}
+
+bool DrawContextInputHandler::eventFilter(QObject* watched, QEvent* event) {
+    const auto isWatched = [watched](const QPointer<QWidget>& view) {
+        return view.data() == watched;
+    };
+    bool consumed = false;
+    if (std::any_of(views_.begin(), views_.end(), isWatched))
+        consumed = filterView(event);
+    else if (watched == timeSlider_.data())
+        consumed = filterTimeSlider(*event);
+    else if (watched == mainWindow_.data())
+        consumed = filterMainWindow(event);
+    return consumed || QObject::eventFilter(watched, event);
+}
+
+bool DrawContextInputHandler::filterView(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+        return filterMouse(*static_cast<QMouseEvent*>(event));
+    case QEvent::TabletMove:
+    case QEvent::TabletPress:
+    case QEvent::TabletRelease:
+        readTablet(*static_cast<QTabletEvent*>(event));
+        return false;
+    case QEvent::InputMethod: {
+        const auto* input = static_cast<QInputMethodEvent*>(event);
+        if (!textTarget_ || input->commitString().isEmpty())
+            return false;
+        textTarget_->typeText(input->commitString());
+        event->accept();
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+bool DrawContextInputHandler::filterMouse(const QMouseEvent& event) {
+    if (event.type() == QEvent::MouseButtonPress)
+        commitPendingText();
+    if (!isPlainRightPress(event) || !settings().drawToolContextMenu || panZoomKeyHeld_)
+        return false;
+    showMenu(makeDrawMenu(mainWindow_));
+    return true;
+}
+
+void DrawContextInputHandler::readTablet(const QTabletEvent& event) {
+    const auto raw = static_cast<float>(event.pressure());
+    pluginState().tabletEraser = qt::isEraser(&event);
+    if (raw > 0.0F)
+        pluginState().tabletPressure = pressureCurve(std::min(raw, 1.0F));
+}
+
+bool DrawContextInputHandler::filterTimeSlider(const QEvent& event) {
+    if (event.type() != QEvent::MouseButtonPress || !settings().timelineContextMenu ||
+        !isPlainRightPress(static_cast<const QMouseEvent&>(event)))
+        return false;
+    showMenu(makeTimelineMenu(mainWindow_));
+    return true;
+}
+
+bool DrawContextInputHandler::filterMainWindow(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+        // Otherwise a hotkey on the same key fires and the press never comes.
+        if (!wantsKey(*static_cast<QKeyEvent*>(event)))
+            return false;
+        event->accept();
+        return true;
+    case QEvent::KeyPress:
+        return keyPressed(*static_cast<QKeyEvent*>(event));
+    case QEvent::KeyRelease:
+        return keyReleased(*static_cast<QKeyEvent*>(event));
+    case QEvent::WindowDeactivate:
+        releaseKeys(); // their releases go to another window
+        return false;
+    default:
+        return false;
+    }
+}
+
+bool DrawContextInputHandler::wantsKey(const QKeyEvent& event) const {
+    if (isCommandKey(event) || event.key() == kPanZoomKey)
+        return false;
+    return textTarget_ != nullptr || event.key() == kSizeKey || event.key() == kOpacityKey;
+}
+
+bool DrawContextInputHandler::keyPressed(const QKeyEvent& event) {
+    if (event.key() == kPanZoomKey) {
+        panZoomKeyHeld_ = true;
+        return false;
+    }
+    if (textTarget_)
+        return textTarget_->typeKey(event);
+    if (!wantsKey(event))
+        return false;
+    (event.key() == kSizeKey ? sizeKeyHeld_ : opacityKeyHeld_) = true;
+    return true;
+}
+
+bool DrawContextInputHandler::keyReleased(const QKeyEvent& event) {
+    if (event.key() == kPanZoomKey) {
+        panZoomKeyHeld_ = panZoomKeyHeld_ && event.isAutoRepeat();
+        return false;
+    }
+    if (event.key() != kSizeKey && event.key() != kOpacityKey)
+        return false;
+    // A held key repeats as releases and presses; it is still held.
+    bool& held = event.key() == kSizeKey ? sizeKeyHeld_ : opacityKeyHeld_;
+    held = held && event.isAutoRepeat();
+    return true;
+}
+
+void DrawContextInputHandler::showMenu(QMenu* menu) {
+    if (menu_)
+        menu_->close();
+    menu_ = menu;
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(QCursor::pos());
+}
+
+} // namespace vellum

@@ -1,0 +1,126 @@
+// What a tool context is not told by Maya: tablet pressure and eraser end, keys held for size and
+// opacity, typing, and the right-button menus. A filter on the main window, the time slider and
+// every view drawn in. Main thread only.
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+class QInputMethodEvent;
+class QKeyEvent;
+class QMenu;
+class QMouseEvent;
+class QTabletEvent;
+
+namespace vellum {
+
+/// Gets what is typed while a text is being edited.
+class TextTarget {
+public:
+    virtual ~TextTarget() = default;
+
+    /// False when the key is not for the text; it then goes on to Maya.
+    virtual bool typeKey(const QKeyEvent& event) = 0;
+    virtual void typeText(const QString& text) = 0;
+    /// Ends the text. The target calls setTextTarget(nullptr).
+    virtual void commitText() = 0;
+};
+
+/// Opacity factor, 0..1, of a tablet's raw pressure above 0: eased out above the middle, nothing
+/// below 0.08, never a barely visible trace, full from 0.98 on.
+float pressureCurve(float raw);
+
+/// A key pressed together with Control, Alt or Meta, meant for Maya. AltGr, which types characters,
+/// can come as Control and Alt together.
+bool isCommandKey(const QKeyEvent& event);
+
+class DrawContextInputHandler : public QObject {
+    Q_OBJECT
+
+public:
+    DrawContextInputHandler() = default;
+    ~DrawContextInputHandler() override;
+
+    void activate(bool active);
+    bool isActive() const { return active_; }
+
+    /// Adds the active 3D view to those whose events are seen.
+    void watchActiveView();
+
+    bool sizeKeyHeld() const { return sizeKeyHeld_; }
+    bool opacityKeyHeld() const { return opacityKeyHeld_; }
+
+    /// Typed keys go there from now on; null ends it. Not owned.
+    void setTextTarget(TextTarget* target);
+
+    /// The menus, built anew at every call. The caller owns them.
+    QMenu* makeDrawMenu(QWidget* parent);
+    QMenu* makeTimelineMenu(QWidget* parent);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+public Q_SLOTS:
+    void SetActiveLayer();
+    void TransformTool();
+    void SetPencilTool();
+    void SetBrushTool();
+    void SetEraserTool();
+    void SetTextTool();
+    void SetLineTool();
+    void SetArrowTool();
+    void SetEllipseTool();
+    void SetRectangleTool();
+    void NewLayer();
+    void LayerProperties();
+    void InsertFrame();
+    void DuplicateFrame();
+    void DeleteFrame();
+    void CutFrame();
+    void CopyFrame();
+    void PasteFrame();
+    void ClearFrame();
+    void StepForward();
+    void StepBack();
+    void ToggleGhostPrevious();
+    void ToggleGhostNext();
+    void GhostingSettings();
+    void ShowToolbox();
+    void ShowToolOptions();
+    void ShowLayerManager();
+    void ShowRetimingTool();
+    void SetTimelineDisplayOn();
+    void SetTimelineDisplaySelectionContext();
+    void SetTimelineDisplayOff();
+    void DeleteActiveLayer();
+    void DeleteActiveCameraLayers();
+    void ClearAll();
+
+private:
+    bool filterView(QEvent* event);
+    bool filterMouse(const QMouseEvent& event);
+    void readTablet(const QTabletEvent& event);
+    bool filterTimeSlider(const QEvent& event);
+    bool filterMainWindow(QEvent* event);
+    bool keyPressed(const QKeyEvent& event);
+    bool keyReleased(const QKeyEvent& event);
+    bool wantsKey(const QKeyEvent& event) const;
+    void showMenu(QMenu* menu);
+    void releaseKeys();
+    void acceptInputMethod(bool accept);
+    void commitPendingText();
+
+    QList<QPointer<QWidget>> views_;
+    TextTarget* textTarget_ = nullptr;
+    QPointer<QWidget> timeSlider_;
+    QPointer<QWidget> mainWindow_;
+    QPointer<QMenu> menu_; ///< the one that is open
+    bool panZoomKeyHeld_ = false;
+    bool sizeKeyHeld_ = false;
+    bool opacityKeyHeld_ = false;
+    bool active_ = false;
+};
+
+} // namespace vellum

@@ -1,0 +1,68 @@
+#include "tools/interaction/InputWorker.h"
+
+#include "plugin/middle/PluginState.h"
+
+#include <QCoreApplication>
+#include <QThread>
+#include <limits>
+
+namespace vellum {
+
+namespace {
+
+constexpr int kPeriodMs = 8;
+constexpr int kNowhere = std::numeric_limits<int>::max();
+
+} // namespace
+
+InputWorker::InputWorker(std::unique_ptr<CursorPoller> poller, const SampleOptions& options)
+    : poller_(std::move(poller)), options_(options), lastSent_(kNowhere, kNowhere) {
+}
+
+std::optional<QPoint> InputWorker::look() {
+    const auto sample = poller_ ? poller_->poll() : std::nullopt;
+    if (!sample)
+        return std::nullopt;
+    // The mapping to the image expects these offsets of a pixel.
+    return QPoint(sample->position.x() + 1, sample->viewHeight - sample->position.y() + 1);
+}
+
+bool InputWorker::poll() {
+    float opacity = options_.opacity;
+    if (options_.pressureEnabled)
+        opacity *= pluginState().tabletPressure.load(std::memory_order_relaxed);
+    const std::optional<QPoint> position = look();
+    if (!position)
+        return false;
+    if (*position == lastSent_)
+        return true;
+    const bool first = lastSent_ == QPoint(kNowhere, kNowhere);
+    lastSent_ = *position;
+    if (first)
+        send(*position - QPoint(1, 0), opacity);
+    send(*position, opacity);
+    return true;
+}
+
+void InputWorker::send(QPoint position, float opacity) {
+    Q_EMIT MousePositionChanged(position, options_.width, opacity, options_.hardness);
+}
+
+void InputWorker::Run() {
+    running_ = true;
+    while (running_) {
+        // Delivers Shutdown(). Not processEvents(): under GLib's dispatcher that leaves out what
+        // was queued before this call began.
+        QCoreApplication::sendPostedEvents(this);
+        poll();
+        if (running_)
+            wake_.tryAcquire(1, kPeriodMs);
+    }
+}
+
+void InputWorker::Shutdown() {
+    running_ = false;
+    QThread::currentThread()->exit(0);
+}
+
+} // namespace vellum

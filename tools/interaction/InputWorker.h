@@ -1,0 +1,58 @@
+// The polling side of the sampling: lives on its own thread for the length of one stroke.
+#pragma once
+
+#include "tools/interaction/CursorPoller.h"
+
+#include <QObject>
+#include <QPoint>
+#include <QSemaphore>
+#include <memory>
+
+namespace vellum {
+
+/// Options of the stroke's tool, read once on the main thread.
+struct SampleOptions {
+    int width = 1; ///< image pixels
+    float opacity = 1.0F;
+    float hardness = 1.0F;
+    bool pressureEnabled = false; ///< opacity is multiplied by the tablet's pressure
+};
+
+class InputWorker : public QObject {
+    Q_OBJECT
+
+public:
+    InputWorker(std::unique_ptr<CursorPoller> poller, const SampleOptions& options);
+
+    /// One poll: emits the position when it is new. The first one is emitted twice, the first time
+    /// one pixel to the left, so that a click leaves a mark. Called by Run(); afterwards, when the
+    /// thread has ended, also from outside. False when no position could be had.
+    bool poll();
+
+    /// The position poll() would emit, without doing so. Empty when there is none.
+    std::optional<QPoint> look();
+
+    /// Ends the pause between two polls. From any thread.
+    void wake() { wake_.release(); }
+
+public Q_SLOTS:
+    /// Polls every 8 milliseconds until Shutdown(), at least once.
+    void Run();
+    void Shutdown();
+
+Q_SIGNALS:
+    /// `p` in view coordinates: device pixels, origin at the bottom left, one pixel right of and
+    /// above the pixel the pointer is in (viewToImage() expects them so).
+    void MousePositionChanged(const QPoint& p, int width, float opacity, float hardness);
+
+private:
+    void send(QPoint position, float opacity);
+
+    std::unique_ptr<CursorPoller> poller_;
+    SampleOptions options_;
+    bool running_ = false;
+    QPoint lastSent_; ///< both coordinates the largest int: nothing sent yet
+    QSemaphore wake_;
+};
+
+} // namespace vellum

@@ -1,0 +1,169 @@
+#include "tools/interaction/StrokeCommand.h"
+
+#include "document/Frame.h"
+#include "document/Layer.h"
+#include "document/LayerManager.h"
+#include "node/BaseNode.h"
+#include "node/NodeSearch.h"
+#include "plugin/leaves/MayaStrings.h"
+#include "plugin/leaves/Report.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/Timeline.h"
+
+#include <maya/M3dView.h>
+#include <maya/MAnimControl.h>
+#include <maya/MArgDatabase.h>
+#include <maya/MStringArray.h>
+
+namespace vellum {
+
+namespace {
+
+constexpr char kLayerAdded[] = "-la";
+constexpr char kFrameAdded[] = "-fa";
+
+void showChange(BaseNode& node) {
+    node.drawingChanged();
+    MStatus status;
+    M3dView view = M3dView::active3dView(&status);
+    if (status == MS::kSuccess)
+        view.refresh();
+}
+
+// The active node and its document; both or neither.
+struct ActiveDocument {
+    BaseNode* node = activeNode();
+    std::shared_ptr<LayerManager> document = node ? node->layerManager() : nullptr;
+
+    explicit operator bool() const { return document != nullptr; }
+};
+
+} // namespace
+
+void* StrokeCommand::creator() {
+    return new StrokeCommand;
+}
+
+MSyntax StrokeCommand::newSyntax() {
+    MSyntax syntax;
+    syntax.addFlag(kLayerAdded, "-layerAdded", MSyntax::kLong);
+    syntax.addFlag(kFrameAdded, "-frameAdded");
+    // A missing camera gets this command's own message.
+    syntax.setObjectType(MSyntax::kStringObjects, 0, 1);
+    syntax.enableQuery(false);
+    syntax.enableEdit(false);
+    return syntax;
+}
+
+bool StrokeCommand::isUndoable() const {
+    return true;
+}
+
+MStatus StrokeCommand::parse(const MArgList& args) {
+    MStatus status;
+    const MArgDatabase parsed(syntax(), args, &status);
+    if (status != MS::kSuccess)
+        return status;
+    MStringArray objects;
+    parsed.getObjects(objects);
+    if (objects.length() == 0) {
+        report::error(QStringLiteral("Camera not specified"));
+        return MS::kFailure;
+    }
+    camera_ = fromMaya(objects[0]);
+    if (!cameraExists(camera_)) {
+        report::error(QStringLiteral("Camera does not exist: %1").arg(camera_));
+        return MS::kFailure;
+    }
+    if (parsed.isFlagSet(kLayerAdded))
+        parsed.getFlagArgument(kLayerAdded, 0, addedLayer_);
+    frameAdded_ = parsed.isFlagSet(kFrameAdded);
+    return MS::kSuccess;
+}
+
+// The frame that was added is the one now drawn on; its time also holds when the scene's time has
+// moved since the press.
+bool StrokeCommand::recordFrameTime(const LayerManager& document) {
+    const Layer* layer = document.activeLayer(camera_);
+    if (!layer)
+        return false;
+    if (layer->state() == layer_state::kStatic) {
+        frameTime_ = MTime(static_cast<double>(settings().defaultStaticFrameTime), MTime::uiUnit());
+        return true;
+    }
+    const Frame* frame = document.currentFrame(camera_);
+    frameTime_ = frame ? frame->time() : MAnimControl::currentTime();
+    return true;
+}
+
+MStatus StrokeCommand::doIt(const MArgList& args) {
+    const MStatus status = parse(args);
+    if (status != MS::kSuccess)
+        return status;
+    const ActiveDocument active;
+    if (!active)
+        return MS::kFailure;
+    LayerManager& document = *active.document;
+    if (addedLayer_ >= 0 && document.cameraLayerCount(camera_) == 1) {
+        const QString previous = document.previousCamera();
+        if (!previous.isEmpty() && previous != camera_) {
+            previousCamera_ = previous;
+            previousLayerIndex_ = document.activeLayerIndex(previous);
+        }
+    }
+    if (frameAdded_ && !recordFrameTime(document))
+        return MS::kFailure;
+    if (!document.commitStroke(camera_, png_))
+        return MS::kFailure;
+    showChange(*active.node);
+    return MS::kSuccess;
+}
+
+bool StrokeCommand::swap(LayerManager& document) {
+    return document.replaceActiveImage(camera_, png_);
+}
+
+MStatus StrokeCommand::undoIt() {
+    const ActiveDocument active;
+    if (!active || !swap(*active.document))
+        return MS::kFailure;
+    LayerManager& document = *active.document;
+    if (frameAdded_) {
+        document.takeFrameAt(camera_, frameTime_);
+        refreshTimeline();
+    }
+    if (addedLayer_ >= 0) {
+        const LayerManager::ChangeGroup group(document);
+        document.takeLayer(camera_, addedLayer_);
+        if (previousLayerIndex_ >= 0)
+            document.setActiveLayer(previousCamera_, previousLayerIndex_, true);
+    }
+    showChange(*active.node);
+    return MS::kSuccess;
+}
+
+MStatus StrokeCommand::redoIt() {
+    const ActiveDocument active;
+    if (!active)
+        return MS::kFailure;
+    LayerManager& document = *active.document;
+    if (addedLayer_ >= 0) {
+        const LayerManager::ChangeGroup group(document);
+        const int index = document.addLayer(camera_, addedLayer_, QString());
+        if (index < 0)
+            return MS::kFailure;
+        document.setActiveLayer(camera_, index, true);
+    }
+    if (frameAdded_) {
+        if (document.addFrameAt(camera_, frameTime_) < 0)
+            return MS::kFailure;
+        refreshTimeline();
+    }
+    if (png_.isEmpty() || !swap(document))
+        return MS::kFailure;
+    showChange(*active.node);
+    return MS::kSuccess;
+}
+
+} // namespace vellum

@@ -1,0 +1,30 @@
+// A stroke in progress: what the tools fill, what the document shows and merges. A plain value; its
+// pixels live in a stroke image beside it (StrokeMerge.h says how that image is prepared).
+#pragma once
+
+#include "tools/raster/StrokePoint.h"
+#include "tools/raster/ToolNumber.h"
+
+#include <QColor>
+#include <QString>
+#include <vector>
+
+namespace vellum {
+
+/// Side of every frame and stroke image: kCanvasSize x kCanvasSize, Format_RGBA8888, straight
+/// alpha, pixel (0, 0) at the top left.
+inline constexpr int kCanvasSize = 1024;
+
+struct Stroke {
+    int tool = tool::kBrush; ///< ToolNumber.h
+    QColor color;            ///< flat colour of the whole stroke; its alpha is not used
+    std::vector<StrokePoint> points;
+    QString fontFamily; ///< text only
+    QString text;       ///< text only
+    bool dirty = false; ///< changed since the stroke image was last brought up to date
+
+    /// Freehand: index of the last point already in the stroke image.
+    int lastDrawnIndex = 0;
+};
+
+} // namespace vellum

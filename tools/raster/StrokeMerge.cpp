@@ -1,0 +1,72 @@
+#include "tools/raster/StrokeMerge.h"
+
+#include "tools/raster/FreehandRaster.h"
+#include "tools/raster/ShapeRaster.h"
+
+#include <QPainter>
+#include <algorithm>
+
+namespace vellum {
+
+namespace {
+
+bool isPainted(int number) {
+    return number == tool::kText || tool::isShape(number);
+}
+
+} // namespace
+
+QImage blankCanvas() {
+    QImage canvas(kCanvasSize, kCanvasSize, QImage::Format_RGBA8888);
+    canvas.fill(Qt::transparent);
+    return canvas;
+}
+
+void prepareStrokeImage(QImage& strokeImage, Stroke& stroke, const QImage& frameImage) {
+    stroke.lastDrawnIndex = 0;
+    if (stroke.tool == tool::kEraser && !frameImage.isNull()) {
+        strokeImage = frameImage;
+        return;
+    }
+    if (strokeImage.isNull() || !strokeImage.isDetached())
+        strokeImage = QImage(kCanvasSize, kCanvasSize, QImage::Format_RGBA8888);
+    QColor color(Qt::transparent);
+    if (stroke.tool != tool::kTransform && stroke.tool != tool::kEraser) {
+        color = stroke.color;
+        color.setAlpha(0);
+    }
+    strokeImage.fill(color);
+}
+
+QRect updateStrokeImage(QImage& strokeImage, Stroke& stroke) {
+    stroke.dirty = false;
+    if (tool::isFreehand(stroke.tool)) {
+        const QRect touched =
+            drawFreehandSegments(strokeImage, stroke.points, stroke.lastDrawnIndex, stroke.tool);
+        stroke.lastDrawnIndex = std::max(static_cast<int>(stroke.points.size()) - 1, 0);
+        return touched;
+    }
+    if (isPainted(stroke.tool))
+        return drawShape(strokeImage, stroke, true);
+    return {};
+}
+
+bool strokeReplacesFrame(const Stroke& stroke) {
+    return stroke.tool == tool::kEraser;
+}
+
+void mergeStroke(QImage& frameImage, Stroke& stroke, QImage& strokeImage) {
+    if (tool::isFreehand(stroke.tool))
+        updateStrokeImage(strokeImage, stroke);
+    else if (isPainted(stroke.tool))
+        drawShape(strokeImage, stroke, false);
+    if (strokeReplacesFrame(stroke)) {
+        frameImage = strokeImage;
+        return;
+    }
+    QPainter painter(&frameImage);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.drawImage(0, 0, strokeImage);
+}
+
+} // namespace vellum

@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QVariant>
 #include <algorithm>
+#include <limits>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -116,9 +117,11 @@ const std::vector<Group>& groups() {
 
 void read(const QVariant& stored, const std::optional<Limits>& limits, int& target) {
     bool isNumber = false;
-    const int value = stored.toInt(&isNumber);
+    const qlonglong wide = stored.toLongLong(&isNumber);
     if (!isNumber)
         return;
+    using Limit = std::numeric_limits<int>;
+    const int value = static_cast<int>(std::clamp<qlonglong>(wide, Limit::min(), Limit::max()));
     if (!limits || (value >= limits->min && value <= limits->max)) {
         target = value;
         return;
@@ -153,6 +156,16 @@ void read(const QVariant& stored, const std::optional<Limits>&, QColor& target) 
 
 void read(const QVariant& stored, const std::optional<Limits>&, QByteArray& target) {
     target = stored.toByteArray();
+}
+
+// QSettings keeps what it wrote in a cache of the process, which outlives an unloaded plug-in:
+// text must not point into the plug-in's own memory, as literals do.
+QVariant stored(const QString& value) {
+    return QString(value.constData(), value.size());
+}
+
+template <typename Value> QVariant stored(const Value& value) {
+    return QVariant::fromValue(value);
 }
 
 } // namespace
@@ -191,10 +204,10 @@ void loadSettingsFrom(const QString& path) {
     for (const Group& group : groups()) {
         file.beginGroup(QLatin1String(group.name));
         for (const Key& key : group.keys) {
-            const QVariant stored = file.value(QLatin1String(key.name));
-            if (!stored.isValid())
+            const QVariant found = file.value(QLatin1String(key.name));
+            if (!found.isValid())
                 continue;
-            std::visit([&](auto field) { read(stored, key.limits, settings().*field); }, key.field);
+            std::visit([&](auto field) { read(found, key.limits, settings().*field); }, key.field);
         }
         file.endGroup();
     }
@@ -206,11 +219,11 @@ bool saveSettingsTo(const QString& path) {
     for (const Group& group : groups()) {
         file.beginGroup(QLatin1String(group.name));
         if (&group == &groups().front())
-            file.setValue(QStringLiteral("version"), kFileVersion);
+            file.setValue(QLatin1String("version"), kFileVersion);
         for (const Key& key : group.keys)
             std::visit(
                 [&](auto field) {
-                    file.setValue(QLatin1String(key.name), QVariant::fromValue(settings().*field));
+                    file.setValue(QLatin1String(key.name), stored(settings().*field));
                 },
                 key.field);
         file.endGroup();

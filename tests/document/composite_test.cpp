@@ -160,7 +160,7 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
     settings().ghostPrev = true;
     QByteArray undo;
     manager.compositeCamera(kCamera);
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 40; ++round) {
         QImage mirror = manager.compositeCamera(kCamera)->copy();
         const quint64 version = manager.compositeVersion(kCamera);
         switch (upTo(8)) {

@@ -57,6 +57,10 @@ void ProbeNode::draw(M3dView& view, const MDagPath&, M3dView::DisplayStyle,
     glPopMatrix();
     glMatrixMode(GL_PROJECTION);
     glPopMatrix();
+    if (probe().unbalanced) {
+        glPushAttrib(GL_ENABLE_BIT);
+        glPushMatrix();
+    }
     EXPECT_TRUE(view.endGL());
 }
 

@@ -24,6 +24,7 @@ struct ProbeState {
     bool excluded = false;
     bool transparent = false;
     bool last = false;
+    bool unbalanced = false; ///< draw leaves matrices and attributes behind
 
     int created = 0, destroyed = 0;
     int prepared = 0, drawn = 0, callbacks = 0;

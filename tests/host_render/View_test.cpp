@@ -11,6 +11,7 @@
 #include <maya/MRenderUtil.h>
 #include <maya/MSelectionList.h>
 
+#include <QCoreApplication>
 #include <cmath>
 #include <memory>
 
@@ -30,7 +31,7 @@ MDagPath pathOf(const char* name) {
 }
 
 void run(const std::string& script) {
-    EXPECT_EQ(MGlobal::executeCommand(script.c_str()), MS::kSuccess) << script;
+    EXPECT_EQ(MGlobal::executeCommand(script.c_str(), false, true), MS::kSuccess) << script;
 }
 
 const QSize size(200, 120);
@@ -196,6 +197,121 @@ TEST_F(ViewTest, LegacyOrderAndExclusionOfLocators) {
     EXPECT_TRUE(probe().order.empty());
 }
 
+TEST_F(ViewTest, RegistrationIsCheckedAndForgottenCreatorsGoWithTheirLibrary) {
+    using Registry = MHWRender::MDrawRegistry;
+    EXPECT_FALSE(Registry::registerDrawOverrideCreator("drawdb/geometry/renderProbe", "other",
+                                                       ProbeOverride::creator));
+    EXPECT_FALSE(
+        Registry::registerDrawOverrideCreator("drawdb/shader/x", "x", ProbeOverride::creator));
+    EXPECT_FALSE(Registry::registerDrawOverrideCreator("drawdb/geometry/x", "x", nullptr));
+    EXPECT_FALSE(Registry::deregisterDrawOverrideCreator("drawdb/geometry/renderProbe", "other"));
+
+    makeProbe();
+    ASSERT_TRUE(Registry::registerDrawOverrideCreator("drawdb/geometry/forgotten", "x",
+                                                      ProbeOverride::creator));
+    EXPECT_TRUE(host::DrawOverrides::instance().removeFrom("/nowhere/else.so").empty());
+    picture();
+    EXPECT_EQ(host::DrawOverrides::instance()
+                  .removeFrom(QCoreApplication::applicationFilePath().toStdString())
+                  .size(),
+              2u);
+    EXPECT_EQ(probe().destroyed, 1);
+    EXPECT_TRUE(redArea(picture()).isEmpty());
+    ASSERT_TRUE(Registry::registerDrawOverrideCreator("drawdb/geometry/renderProbe",
+                                                      "renderProbePlugin", ProbeOverride::creator));
+}
+
+TEST_F(ViewTest, WhatALocatorLeavesOnTheStacksIsUnwound) {
+    view->setRenderer(Renderer::legacy);
+    makeProbe();
+    run("createNode transform -n second; createNode renderProbe -n secondShape -p second");
+    probe().unbalanced = true;
+    std::vector<std::string> warnings;
+    const int listener =
+        host::report::addListener([&](host::report::Level level, const std::string& text) {
+            if (level == host::report::Level::Warning)
+                warnings.push_back(text);
+        });
+    for (int i = 0; i < 40; ++i)
+        EXPECT_EQ(redArea(picture()), square) << "stacks have 32 places at least";
+    host::report::removeListener(listener);
+    EXPECT_EQ(warnings.size(), 80u);
+}
+
+TEST_F(ViewTest, ToolDrawablesLieOverTheSceneInViewportTwo) {
+    const auto blueAt = [this](int x, int y) { return at(picture(), x, y) == QColor(Qt::blue); };
+    const auto blue = [](host::DrawManager& manager, double x) {
+        manager.api().beginDrawable();
+        manager.api().setColor(MColor(0, 0, 1));
+        manager.api().rect2d(MPoint(x, 60), MVector(0, 1, 0), 10, 10, true);
+        manager.api().endDrawable();
+    };
+    makeProbe();
+    host::DrawManager manager("tool");
+    blue(manager, 100);
+    view->setToolDrawables(manager.take());
+    EXPECT_TRUE(blueAt(100, 60));
+    EXPECT_TRUE(blueAt(100, 60)) << "until replaced";
+    view->setFeedback([&](host::DrawManager& each, const MHWRender::MFrameContext& context) {
+        int x = 0, y = 0, width = 0, height = 0;
+        context.getViewportDimensions(x, y, width, height);
+        blue(each, width - 15);
+    });
+    EXPECT_TRUE(blueAt(185, 60));
+    view->setRenderer(Renderer::legacy);
+    EXPECT_FALSE(blueAt(100, 60));
+    EXPECT_FALSE(blueAt(185, 60));
+    view->setRenderer(Renderer::viewport2);
+    view->setToolDrawables({});
+    EXPECT_FALSE(blueAt(100, 60));
+}
+
+TEST_F(ViewTest, DirectDrawingStaysUntilTheNextRefreshAndXorErasesItself) {
+    // A surface that keeps its picture, as a widget with partial updates does.
+    host::GlOffscreen* offscreen = host::GlOffscreen::instance();
+    ASSERT_NE(offscreen, nullptr);
+    ASSERT_TRUE(offscreen->makeCurrent());
+    auto target = std::make_unique<QOpenGLFramebufferObject>(
+        size, QOpenGLFramebufferObject::CombinedDepthStencil);
+    int repaints = 0;
+    host::View::Surface surface;
+    surface.makeCurrent = [&] { return offscreen->makeCurrent() && target->bind(); };
+    surface.doneCurrent = [&] { offscreen->doneCurrent(); };
+    surface.repaint = [&](bool) { ++repaints; };
+    view->setSurface(surface);
+    const auto paint = [&] {
+        surface.makeCurrent();
+        view->paint();
+        return target->toImage();
+    };
+    view->setGridShown(false);
+    view->setRenderer(Renderer::legacy);
+    const QImage before = paint();
+
+    M3dView handle = view->handle();
+    const auto cross = [&handle] {
+        ASSERT_EQ(handle.beginXorDrawing(), MS::kSuccess);
+        glBegin(GL_LINES);
+        glVertex2f(10, 10);
+        glVertex2f(150, 90);
+        glEnd();
+        ASSERT_EQ(handle.endXorDrawing(), MS::kSuccess);
+    };
+    cross();
+    EXPECT_EQ(repaints, 1);
+    const QImage drawn = paint();
+    EXPECT_NE(drawn, before) << "painting shows what was drawn";
+    cross();
+    EXPECT_EQ(paint(), before) << "drawn twice is erased";
+    cross();
+    view->refresh();
+    EXPECT_EQ(paint(), before) << "a refresh draws the scene anew";
+    EXPECT_EQ(handle.endGL(), MS::kSuccess) << "an end too many does no harm";
+    view->setSurface({});
+    target.reset();
+    offscreen->doneCurrent();
+}
+
 TEST_F(ViewTest, HandlesKnowTheirViewsAndFailAfterwards) {
     MStatus status;
     M3dView handle = M3dView::active3dView(&status);
@@ -248,6 +364,17 @@ TEST_F(ViewTest, WorldToViewAndBackAgreeWithWhatIsDrawn) {
     run("displayPref -displayGradient 1");
     EXPECT_NE(at(image, x, y), at(image, 1, 1)) << "the sphere is where the point maps to";
     EXPECT_EQ(at(image, 150, 10), at(image, 1, 1));
+}
+
+TEST_F(ViewTest, AScaledCameraSeesTheSamePicture) {
+    const MPoint point(2, 1, -1);
+    const auto before = view->frame()->project(point);
+    run("setAttr persp.scale 3 0.5 2");
+    const auto after = view->frame()->project(point);
+    EXPECT_NEAR(after.x, before.x, 1e-6);
+    EXPECT_NEAR(after.y, before.y, 1e-6);
+    const MPoint eye = MPoint(0, 0, 0) * pathOf("persp").inclusiveMatrix();
+    EXPECT_NEAR((MPoint(eye) * view->frame()->view).distanceTo(MPoint()), 0, 1e-9);
 }
 
 TEST_F(ViewTest, ACameraThatIsDeletedGivesWayToPersp) {

@@ -140,6 +140,7 @@ QByteArray smallChunkFile() {
         stream << "0123456789";
     EXPECT_TRUE(writer.close());
     writer.write(chunkId("CCCC"), "");
+    writer.flush();
     return bytes;
 }
 

@@ -123,12 +123,12 @@ TEST_F(Layers, PropertiesAreUndoable) {
           Case{"-ev 0 0", "-qv 0", "1", "0"}, Case{"-eo 0.25 0", "-qo 0", "1", "0.25"},
           Case{"-es 2 0", "-qs 0", "0", "2"}}) {
         const QString query =
-            QStringLiteral("$v = string(`rvVellumLayer %1 persp`)").arg(QLatin1String(c.query));
-        EXPECT_EQ(text(query), QLatin1String(c.before)) << c.edit;
+            QStringLiteral("$shown = string(`rvVellumLayer %1 persp`)").arg(QLatin1String(c.query));
+        EXPECT_EQ(text(query).toStdString(), c.before) << c.edit;
         ASSERT_TRUE(run(QStringLiteral("rvVellumLayer %1 persp").arg(QLatin1String(c.edit))));
-        EXPECT_EQ(text(query), QLatin1String(c.after)) << c.edit;
+        EXPECT_EQ(text(query).toStdString(), c.after) << c.edit;
         ASSERT_TRUE(run(QStringLiteral("undo")));
-        EXPECT_EQ(text(query), QLatin1String(c.before)) << c.edit;
+        EXPECT_EQ(text(query).toStdString(), c.before) << c.edit;
     }
 }
 

@@ -168,6 +168,7 @@ TEST_F(UserData, IsReusedAndMayOutliveNodeAndDocument) {
     ASSERT_NE(shown->image, nullptr);
     EXPECT_EQ(shown->centre.x, kSize.width() / 2.0);
 
+    object = MDagPath(); // the host's paths keep their objects
     ASSERT_TRUE(run(QStringLiteral("file -f -new")));
     EXPECT_TRUE(shown->document.expired()) << "a panel's data must not keep a drawing in memory";
     host::DrawManager manager("test");

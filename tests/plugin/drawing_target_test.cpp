@@ -98,8 +98,8 @@ TEST_F(Target, SelectionDesignatesTheNode) {
     EXPECT_EQ(selectedNode(), nullptr);
     ASSERT_TRUE(run(QStringLiteral("select -r `ls -type rvVellum`")));
     EXPECT_EQ(selectedNode(), shape);
-    ASSERT_TRUE(run(QStringLiteral("select -r `listRelatives -p \\`ls -type rvVellum\\``")) ||
-                run(QStringLiteral("pickWalk -d up")));
+    ASSERT_TRUE(run(QStringLiteral("string $shapes[] = `ls -type rvVellum`; select -r "
+                                   "`listRelatives -parent $shapes[0]`")));
     EXPECT_EQ(selectedNode(), shape) << "the transform designates its shape";
     ASSERT_TRUE(run(QStringLiteral("select -add persp")));
     EXPECT_EQ(selectedNode(), nullptr) << "two items designate nothing";

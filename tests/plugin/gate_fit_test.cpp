@@ -29,6 +29,11 @@ struct FitCase {
 
 class GateFitTable : public ::testing::TestWithParam<FitCase> {};
 
+/// What a failing case is shown as.
+void PrintTo(const FitCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
 TEST_P(GateFitTable, Side) {
     const FitCase& c = GetParam();
     GateFitInput input = camera(c.fit, c.cameraAspect, c.renderAspect, c.width, c.height);
@@ -54,8 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
         FitCase{"VerticalUsesTheRenderAspect", FilmFit::Vertical, 1.5, 2.0, 1920, 1080, 1.0, false,
                 2160},
         FitCase{"VerticalOverscan", FilmFit::Vertical, 1.5, 2.0, 1920, 1080, 2.0, true, 1080},
-        // Port wider than the camera's gate, image narrower than the gate: k = 1.2 / 1.5.
-        FitCase{"FillNarrowImage", FilmFit::Fill, 1.5, 1.2, 2000, 1000, 1.0, false, 1600},
+        // Port wider than the camera's gate, image narrower than the gate: k = 1.125 / 1.5.
+        FitCase{"FillNarrowImage", FilmFit::Fill, 1.5, 1.125, 2000, 1000, 1.0, false, 1500},
         // Port wider than the gate, image wider than the gate: k = 1.
         FitCase{"FillWideImage", FilmFit::Fill, 1.5, 1.8, 2000, 1000, 1.0, false, 2000},
         // Port narrower than the gate, image narrower too: k = 1.25 / 1.
@@ -63,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(
         // Port narrower than the gate, image wider: k = 1.5 / 1.
         FitCase{"FillNarrowPortWideImage", FilmFit::Fill, 1.5, 2.0, 1000, 1000, 1.0, false, 1500},
         FitCase{"FillOrthoHasNoCorrection", FilmFit::Fill, 1.5, 2.0, 1000, 1000, 1.0, true, 1000},
-        FitCase{"OverscanNarrowImage", FilmFit::Overscan, 1.5, 1.2, 2000, 1000, 1.0, false, 1500},
+        FitCase{"OverscanNarrowImage", FilmFit::Overscan, 1.5, 1.125, 2000, 1000, 1.0, false, 1500},
         FitCase{"OverscanNarrowPort", FilmFit::Overscan, 1.5, 1.25, 1000, 1000, 1.0, false, 1000},
         FitCase{"OverscanOrtho", FilmFit::Overscan, 1.5, 2.0, 1000, 600, 1.0, true, 1200},
         FitCase{"EmptyPort", FilmFit::Fill, 1.5, 1.777, 0, 0, 1.0, false, 0},

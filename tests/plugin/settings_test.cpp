@@ -58,11 +58,11 @@ TEST_F(SettingsFile, NumbersOutOfRangeFollowTheirRule) {
 TEST_F(SettingsFile, GarbageGivesDefaults) {
     load(
         QStringLiteral("[tools]\npencilSize=many\nactiveColor=@Variant(\\0\\0)\nghostPrev=perhaps\n"
-                       "brushSize=99999999999999\n[main]\nversion=junk\n"));
+                       "brushSize=99999999999999999\n[main]\nversion=junk\n"));
     EXPECT_EQ(settings().pencilSize, 6);
     EXPECT_EQ(settings().activeColor, QColor(0, 255, 255));
     EXPECT_FALSE(settings().ghostPrev);
-    EXPECT_EQ(settings().brushSize, 6);
+    EXPECT_EQ(settings().brushSize, 100) << "a number all the same";
 
     load(QString(QChar(0x1)) + QStringLiteral("\xff\xfe [[[ ==== \n\n]"));
     EXPECT_EQ(settings().brushSize, 6);

@@ -3,7 +3,9 @@
 #include "document/Frame.h"
 #include "node/CameraFit.h"
 #include "plugin/leaves/Names.h"
+#include "plugin/leaves/Script.h"
 #include "plugin/middle/ActiveNode.h"
+#include "scene/PluginServices.h"
 #include "script/PluginCommands.h"
 #include "tools/interaction/DrawContextCommand.h"
 #include "tools/interaction/StrokeCommand.h"
@@ -11,7 +13,6 @@
 #include "ui/InputInjector.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
-#include "ui/Tools.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -61,13 +62,15 @@ void ToolSession::SetUp() {
 }
 
 void ToolSession::TearDown() {
-    EXPECT_TRUE(host::Tools::instance().deregisterCommand(kDrawContextCommand));
+    EXPECT_EQ(host::pluginServices().deregisterContextCommand(kDrawContextCommand, {}),
+              MS::kSuccess);
     EXPECT_TRUE(host::script::unregisterPluginCommand(kStrokeCommand));
     LinkedClasses::TearDown();
 }
 
 void ToolSession::at(int frame) {
-    ASSERT_TRUE(run(QStringLiteral("currentTime %1").arg(frame)));
+    // No step to undo: the user scrubs.
+    ASSERT_TRUE(script::execute(QStringLiteral("currentTime %1").arg(frame)));
     propagateCurrentTime();
 }
 

@@ -70,9 +70,9 @@ Value lookThruCommand(const CommandCall& call) {
     View& view = viewOf(panel);
     MSelectionList list;
     MDagPath path;
-    if (!list.add(names[0].c_str()) || !list.getDagPath(0, path))
+    if (!list.add(names[0].c_str()))
         throw ScriptError("No object matches name: " + names[0]);
-    if (!view.setCamera(path))
+    if (!list.getDagPath(0, path) || !view.setCamera(path))
         throw ScriptError("'" + names[0] + "' is not a camera.");
     view.refresh();
     return {};
@@ -106,6 +106,9 @@ void registerRenderCommands() {
     }
     pluginServices().beforeUnload = [](const std::string&) {
         DrawOverrides::instance().sweep(true);
+    };
+    pluginServices().dropDrawOverrides = [](const std::string& libraryFile) {
+        return DrawOverrides::instance().removeFrom(libraryFile);
     };
     script::registerCommand("refresh", refreshCommand);
     script::registerCommand("lookThru", lookThruCommand);

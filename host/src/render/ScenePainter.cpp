@@ -221,8 +221,8 @@ void ScenePainter::mesh(const MDagPath& path, bool isSelected) const {
     glMatrixMode(GL_MODELVIEW);
     // One light beside the eye, as views have until the scene has lights of its own.
     glLoadIdentity();
-    const GLfloat position[4] = {0.3f, 0.5f, 1, 0};
-    const GLfloat ambient[4] = {0.12f, 0.12f, 0.12f, 1};
+    const GLfloat position[4] = {0.15f, 0.3f, 1, 0};
+    const GLfloat ambient[4] = {0.25f, 0.25f, 0.25f, 1};
     glLightfv(GL_LIGHT0, GL_POSITION, position);
     glLightModelfv(GL_LIGHT_MODEL_AMBIENT, ambient);
     glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, GL_TRUE);

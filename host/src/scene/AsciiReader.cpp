@@ -226,7 +226,14 @@ void readAsciiScene(QIODevice& device, SceneBuilder& builder) {
             builder.error("The file is truncated: " + scanner.problem());
             return;
         }
-        const Token& command = statement.tokens.front();
+        // Braces of script that was skipped must not hide the statement behind them.
+        std::vector<Token>& tokens = statement.tokens;
+        while (!tokens.empty() && !tokens.front().quoted &&
+               (tokens.front().text == "}" || tokens.front().text == "{"))
+            tokens.erase(tokens.begin());
+        if (tokens.empty())
+            continue;
+        const Token& command = tokens.front();
         const StatementReader reader = command.quoted ? nullptr : readerOf(command.text);
         if (reader) {
             reader(statement, builder);

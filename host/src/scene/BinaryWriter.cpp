@@ -104,6 +104,7 @@ void BinaryWriter::connect(const std::string& source, const std::string& destina
 
 void BinaryWriter::end(const std::string&) {
     chunks_.write(chunks::end, {});
+    chunks_.flush();
 }
 
 } // namespace host

@@ -24,6 +24,14 @@ std::uint64_t numberAt(const char* bytes, int count) {
     return value;
 }
 
+std::string headerBytes(ChunkId id, std::uint64_t length, std::uint32_t crc) {
+    std::string bytes(id.begin(), id.end());
+    appendNumber(bytes, length, 8);
+    appendNumber(bytes, crc, 4);
+    appendNumber(bytes, crc32(0, bytes.data(), bytes.size()), 4);
+    return bytes;
+}
+
 bool parseHeader(const char* bytes, Chunk& chunk) {
     if (crc32(0, bytes, chunkHeaderSize - 4) != numberAt(bytes + chunkHeaderSize - 4, 4))
         return false;
@@ -80,41 +88,44 @@ void ChunkWriter::check(bool ok) {
         throw FileError(device_.errorString().toStdString());
 }
 
+void ChunkWriter::put(const std::string& bytes) {
+    check(buffer_.sputn(bytes.data(), std::streamsize(bytes.size())) ==
+          std::streamsize(bytes.size()));
+}
+
 void ChunkWriter::begin() {
     std::string bytes(fileMark.begin(), fileMark.end());
     appendNumber(bytes, chunkFileVersion, 4);
-    check(device_.write(bytes.data(), qint64(bytes.size())) == qint64(bytes.size()));
-}
-
-void ChunkWriter::writeHeader(ChunkId id, std::uint64_t length, std::uint32_t crc) {
-    std::string bytes(id.begin(), id.end());
-    appendNumber(bytes, length, 8);
-    appendNumber(bytes, crc, 4);
-    appendNumber(bytes, crc32(0, bytes.data(), bytes.size()), 4);
-    check(device_.write(bytes.data(), qint64(bytes.size())) == qint64(bytes.size()));
+    put(bytes);
 }
 
 void ChunkWriter::write(ChunkId id, const std::string& payload) {
-    writeHeader(id, payload.size(), crc32(0, payload.data(), payload.size()));
-    check(device_.write(payload.data(), qint64(payload.size())) == qint64(payload.size()));
+    put(headerBytes(id, payload.size(), crc32(0, payload.data(), payload.size())));
+    put(payload);
 }
 
 std::ostream& ChunkWriter::open(ChunkId id) {
+    flush();
     openId_ = id;
     openAt_ = device_.pos();
-    writeHeader(id, 0, 0);
+    put(headerBytes(id, 0, 0)); // filled in by close()
     buffer_.restart();
     stream_.clear();
     return stream_;
 }
 
 bool ChunkWriter::close() {
-    check(buffer_.pubsync() == 0);
+    flush();
     const qint64 end = device_.pos();
+    const std::string header = headerBytes(openId_, buffer_.count(), buffer_.crc());
     check(device_.seek(openAt_));
-    writeHeader(openId_, buffer_.count(), buffer_.crc());
+    check(device_.write(header.data(), qint64(header.size())) == qint64(header.size()));
     check(device_.seek(end));
     return bool(stream_);
+}
+
+void ChunkWriter::flush() {
+    check(buffer_.pubsync() == 0);
 }
 
 ChunkReader::ChunkReader(QIODevice& device) : device_(device) {

@@ -65,10 +65,12 @@ public:
     // false when the stream was left failed although the device took everything.
     std::ostream& open(ChunkId id);
     bool close();
+    // Hands everything to the device; to be called after the last chunk.
+    void flush();
 
 private:
     void check(bool ok);
-    void writeHeader(ChunkId id, std::uint64_t length, std::uint32_t crc);
+    void put(const std::string& bytes);
 
     QIODevice& device_;
     DeviceWriteBuffer buffer_;

@@ -57,6 +57,10 @@ bool nodeTypeInDag(const std::string& type) {
     return typeRegistry().isDag(type);
 }
 
+bool nodeTypeIsShape(const std::string& type) {
+    return typeRegistry().inherits(type, "shape");
+}
+
 bool nodeIsOfType(const MObject& object, const std::string& type) {
     const auto node = Access::as<Node>(object);
     return node && typeRegistry().inherits(node->typeName(), type);

@@ -14,6 +14,7 @@ namespace host {
 // Also of types that only others derive from, such as "shape".
 bool nodeTypeKnown(const std::string& type);
 bool nodeTypeCreatable(const std::string& type);
+bool nodeTypeIsShape(const std::string& type);
 // The type itself or one that derives from it.
 bool nodeIsOfType(const MObject& node, const std::string& type);
 bool nodeTypeInDag(const std::string& type);

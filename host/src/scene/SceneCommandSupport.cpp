@@ -1,6 +1,7 @@
 #include "scene/SceneCommandSupport.h"
 
 #include "scene/PlugText.h"
+#include "scene/Scene.h"
 #include "scene/SceneCommands.h"
 #include "scene/SceneState.h"
 #include "scene/SceneWalk.h"
@@ -8,6 +9,8 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MGlobal.h>
 #include <maya/MStringArray.h>
+
+#include <cctype>
 
 namespace host {
 
@@ -37,10 +40,10 @@ private:
 
 MSelectionList listNamed(const std::string& name) {
     MSelectionList list;
+    if (scene().find(name.substr(0, name.find('.'))).size() > 1)
+        throw ScriptError("More than one object matches name: " + name);
     if (name.empty() || !list.add(name.c_str()) || list.length() == 0)
         throw ScriptError("No object matches name: " + name);
-    if (list.length() > 1)
-        throw ScriptError("More than one object matches name: " + name);
     return list;
 }
 
@@ -102,6 +105,25 @@ std::string nameOf(const MObject& node, bool fullPath) {
     if (!fullPath || !node.hasFn(MFn::kDagNode))
         return nodePath(node);
     return MFnDagNode(node).fullPathName().asChar();
+}
+
+std::string shapeName(const std::string& transform) {
+    std::size_t end = transform.size();
+    while (end > 0 && std::isdigit(static_cast<unsigned char>(transform[end - 1])))
+        --end;
+    return transform.substr(0, end) + "Shape" + transform.substr(end);
+}
+
+std::string freeName(const std::string& pattern) {
+    if (pattern.empty() || pattern.back() != '#')
+        return pattern;
+    const std::string stem = pattern.substr(0, pattern.size() - 1);
+    for (int number = 1;; ++number) {
+        const std::string name = stem + std::to_string(number);
+        MSelectionList list;
+        if (!list.add(name.c_str()) || list.length() == 0)
+            return name;
+    }
 }
 
 bool isShape(const MObject& node) {

@@ -31,6 +31,10 @@ std::vector<std::string> selectedNames(bool fullPaths = false);
 
 // The shortest unique name of a node, or its full path.
 std::string nameOf(const MObject& node, bool fullPath = false);
+// The name a shape gets under a transform: "pSphere1" → "pSphereShape1".
+std::string shapeName(const std::string& transform);
+// A number sign at the end stands for the first number that makes the name unique.
+std::string freeName(const std::string& pattern);
 bool isShape(const MObject& node);
 
 // A step made of two functions.

@@ -3,6 +3,7 @@
 #include "scene/PlugText.h"
 #include "scene/SceneCommandSupport.h"
 #include "scene/SceneCommands.h"
+#include "scene/SceneState.h"
 
 #include <maya/MAngle.h>
 #include <maya/MDGContext.h>
@@ -114,8 +115,10 @@ void setValues(const std::vector<MPlug>& plugs, const std::vector<Value>& values
         std::string ignored;
         textToValue(plugs, record, ignored);
     };
+    const bool modified = sceneModified();
     if (!textToValue(plugs, after, error)) {
         restore(before);
+        setSceneModified(modified);
         throw ScriptError("setAttr: " + error);
     }
     recordStep(

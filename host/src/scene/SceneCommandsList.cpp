@@ -1,4 +1,5 @@
 #include "scene/PluginTypes.h"
+#include "scene/Scene.h"
 #include "scene/SceneCommandSupport.h"
 #include "scene/SceneCommands.h"
 
@@ -58,16 +59,17 @@ std::vector<MObject> nodesIn(const MSelectionList& list) {
 
 std::vector<MObject> chosenNodes(const ParsedFlags& parsed) {
     MSelectionList list;
+    std::vector<MObject> nodes;
     if (!parsed.objects().empty()) {
         for (const std::string& name : parsed.objectNames())
-            list.add(name.c_str());
+            for (const NodePtr& node : scene().find(name))
+                nodes.push_back(Access::make(node));
     } else if (!parsed.isSet("-selection")) {
         return allNodes(parsed.isSet("-dagObjects"));
     } else {
         MGlobal::getActiveSelectionList(list);
         return nodesIn(list);
     }
-    std::vector<MObject> nodes = nodesIn(list);
     if (parsed.isSet("-selection")) {
         MSelectionList selected;
         MGlobal::getActiveSelectionList(selected);

@@ -53,27 +53,6 @@ void declare(Flags& flags, const std::vector<AttributeFlag>& table) {
         flags.flag(flag.shortName, flag.longName, {flag.kind});
 }
 
-// "pSphere1" → "pSphereShape1".
-std::string shapeName(const std::string& transform) {
-    std::size_t end = transform.size();
-    while (end > 0 && std::isdigit(static_cast<unsigned char>(transform[end - 1])))
-        --end;
-    return transform.substr(0, end) + "Shape" + transform.substr(end);
-}
-
-// A number sign at the end stands for the first number that makes the name unique.
-std::string freeName(const std::string& pattern) {
-    if (pattern.empty() || pattern.back() != '#')
-        return pattern;
-    const std::string stem = pattern.substr(0, pattern.size() - 1);
-    for (int number = 1;; ++number) {
-        const std::string name = stem + std::to_string(number);
-        MSelectionList list;
-        if (!list.add(name.c_str()) || list.length() == 0)
-            return name;
-    }
-}
-
 struct Made {
     MObject transform;
     MObject shape;

@@ -9,6 +9,7 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnPluginData.h>
+#include <maya/MGlobal.h>
 #include <maya/MMatrix.h>
 #include <maya/MPxData.h>
 
@@ -48,26 +49,22 @@ Value createNode(const CommandCall& call) {
             return nameOf(existing);
     }
     MObject made;
+    MObject top;
     const std::string name = parsed.getString("-name");
-    if (nodeTypeInDag(type)) {
-        MFnDagNode function;
-        made = function.create(type.c_str(), name.c_str(), parent);
-        // A shape without parent comes with a transform, which is what was given back.
-        if (!made.isNull() && type != "transform" && made.hasFn(MFn::kTransform) &&
-            MFnDagNode(made).childCount() == 1 &&
-            MFnDependencyNode(MFnDagNode(made).child(0)).typeName() == type.c_str()) {
-            const MObject shape = MFnDagNode(made).child(0);
-            recordCreation("createNode", {made});
-            if (!parsed.isSet("-skipSelect"))
-                selectNodes({shape});
-            return nameOf(shape);
-        }
+    if (!nodeTypeInDag(type)) {
+        made = top = MFnDependencyNode().create(type.c_str(), name.c_str());
+    } else if (parent.isNull() && nodeTypeIsShape(type)) {
+        // A shape needs a transform; the name given is the shape's.
+        top = MFnDagNode().create("transform", freeName(type + "#").c_str());
+        const std::string above = MFnDependencyNode(top).name().asChar();
+        made = MFnDagNode().create(type.c_str(), (name.empty() ? shapeName(above) : name).c_str(),
+                                   top);
     } else {
-        made = MFnDependencyNode().create(type.c_str(), name.c_str());
+        made = top = MFnDagNode().create(type.c_str(), name.c_str(), parent);
     }
     if (made.isNull())
         throw ScriptError("Could not create node of type " + type);
-    recordCreation("createNode", {made});
+    recordCreation("createNode", {top});
     if (!parsed.isSet("-skipSelect"))
         selectNodes({made});
     return nameOf(made);
@@ -97,6 +94,17 @@ MObject withTransform(const MObject& node) {
     return !above.hasFn(MFn::kWorld) && MFnDagNode(above).childCount() == 1 ? above : node;
 }
 
+// A step of its own before the deletion, so that undoing selects the nodes when they are back.
+void deselect(const std::vector<MObject>& nodes) {
+    MSelectionList before;
+    MGlobal::getActiveSelectionList(before);
+    MSelectionList gone;
+    for (const MObject& node : nodes)
+        gone.add(node);
+    MGlobal::setActiveSelectionList(gone, MGlobal::kRemoveFromList);
+    recordSelection(before);
+}
+
 Value deleteCommand(const CommandCall& call) {
     static const Flags flags =
         Flags().flag("-all", "-all").flag("-ch", "-constructionHistory").objects(0, -1);
@@ -123,6 +131,7 @@ Value deleteCommand(const CommandCall& call) {
         if (!underAnother && !modifier->deleteNode(withTransform(node)))
             throw ScriptError("Could not delete " + nameOf(node));
     }
+    deselect(nodes);
     doAndRecord("delete", modifier, "Could not delete the nodes.");
     return Value();
 }
@@ -154,14 +163,8 @@ Value rename(const CommandCall& call) {
         for (unsigned i = 0; i < dag.childCount(); ++i) {
             const MObject child = dag.child(i);
             const std::string name = MFnDependencyNode(child).name().asChar();
-            std::string stem = before;
-            std::string digits;
-            while (!stem.empty() && std::isdigit(static_cast<unsigned char>(stem.back()))) {
-                digits.insert(digits.begin(), stem.back());
-                stem.pop_back();
-            }
-            if (isShape(child) && (name == stem + "Shape" + digits || name == before + "Shape"))
-                modifier->renameNode(child, (names[1] + "Shape").c_str());
+            if (isShape(child) && (name == shapeName(before) || name == before + "Shape"))
+                modifier->renameNode(child, shapeName(names[1]).c_str());
         }
     }
     doAndRecord("rename", modifier, "Could not rename " + names[0]);

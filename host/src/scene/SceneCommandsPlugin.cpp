@@ -19,10 +19,8 @@ using script::Value;
 namespace {
 
 Value loadPlugin(const CommandCall& call) {
-    static const Flags flags = Flags()
-                                   .flag("-qt", "-quiet")
-                                   .flag("-a", "-allPlugins")
-                                   .objects(0, -1);
+    static const Flags flags =
+        Flags().flag("-qt", "-quiet").flag("-a", "-allPlugins").objects(0, -1);
     const ParsedFlags parsed = flags.parse(call);
     Strings names = parsed.objectNames();
     if (parsed.isSet("-allPlugins"))

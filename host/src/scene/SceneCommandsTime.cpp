@@ -184,7 +184,11 @@ void restoreCurve(const MObject& curve, const std::vector<AttrRecord>& keys) {
         textToCurve(curve, record, ignored);
 }
 
-void setKey(MPlug plug, const ParsedFlags& parsed, double frame) {
+struct Tangents {
+    MFnAnimCurve::TangentType in, out;
+};
+
+void setKey(MPlug plug, const ParsedFlags& parsed, const Tangents& tangents, double frame) {
     MObject curve = curveOf(plug);
     if (curve.isNull() && plug.isDestination())
         return; // driven by something else
@@ -201,8 +205,7 @@ void setKey(MPlug plug, const ParsedFlags& parsed, double frame) {
         before = curveToText(curve);
     }
     MFnAnimCurve function(curve);
-    function.addKey(atFrame(frame), value, tangentNamed(parsed.getString("-inTangentType", "auto")),
-                    tangentNamed(parsed.getString("-outTangentType", "auto")));
+    function.addKey(atFrame(frame), value, tangents.in, tangents.out);
     if (fresh) {
         recordCreation("setKeyframe", {curve});
         return;
@@ -240,10 +243,12 @@ Value setKeyframe(const CommandCall& call) {
     std::vector<double> frames = framesOf(parsed);
     if (frames.empty())
         frames.push_back(frameOf(timeline::current()));
+    const Tangents tangents = {tangentNamed(parsed.getString("-inTangentType", "auto")),
+                               tangentNamed(parsed.getString("-outTangentType", "auto"))};
     int count = 0;
     for (const MPlug& plug : keyedPlugs(parsed)) {
         for (const double frame : frames) {
-            setKey(plug, parsed, frame);
+            setKey(plug, parsed, tangents, frame);
             ++count;
         }
     }
@@ -254,6 +259,8 @@ Value keyTangent(const CommandCall& call) {
     static const Flags flags = keyFlags();
     const ParsedFlags parsed = flags.parse(call);
     const std::vector<double> frames = framesOf(parsed);
+    const Tangents tangents = {tangentNamed(parsed.getString("-inTangentType", "auto")),
+                               tangentNamed(parsed.getString("-outTangentType", "auto"))};
     for (const MPlug& plug : keyedPlugs(parsed)) {
         const MObject curve = curveOf(plug);
         if (curve.isNull())
@@ -266,9 +273,9 @@ Value keyTangent(const CommandCall& call) {
             for (const double frame : frames)
                 meant = meant || frame == at;
             if (meant && parsed.isSet("-inTangentType"))
-                function.setInTangentType(i, tangentNamed(parsed.getString("-inTangentType")));
+                function.setInTangentType(i, tangents.in);
             if (meant && parsed.isSet("-outTangentType"))
-                function.setOutTangentType(i, tangentNamed(parsed.getString("-outTangentType")));
+                function.setOutTangentType(i, tangents.out);
         }
         const std::vector<AttrRecord> after = curveToText(curve);
         recordStep(

@@ -179,9 +179,6 @@ void MainWindow::updateTitle() {
     const QString title = tr("vellum-host: %1%2").arg(name, star);
     if (title != windowTitle())
         setWindowTitle(title);
-    const bool modified = !star.isEmpty();
-    if (isWindowModified() != modified)
-        setWindowModified(modified);
 }
 
 bool MainWindow::askToSave() {

@@ -90,7 +90,8 @@ ModelPanel::ModelPanel(const QString& name, QWidget* parent)
 bool ModelPanel::lookThrough(const QString& camera) {
     MSelectionList list;
     MDagPath path;
-    if (!list.add(MQtUtil::toMString(camera)) || !list.getDagPath(0, path) ||
+    if (camera.contains('.') || // an attribute would lead to its camera
+        !list.add(MQtUtil::toMString(camera)) || !list.getDagPath(0, path) ||
         !view().setCamera(path))
         return false;
     updateLabels();

@@ -3,14 +3,30 @@
 #include "scene/Events.h"
 #include "ui/Playback.h"
 #include "ui/SceneTime.h"
+#include "ui/Theme.h"
 
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QToolButton>
 
 namespace host {
+
+namespace {
+
+/// A standard icon in the colour of the interface's text; the style draws them black.
+QIcon mediaIcon(const QStyle& style, QStyle::StandardPixmap which) {
+    QPixmap picture = style.standardIcon(which).pixmap(32, 32);
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(picture.rect(), theme::text);
+    painter.end();
+    return QIcon(picture);
+}
+
+} // namespace
 
 TimeBar::TimeBar(QWidget* parent) : QWidget(parent) {
     auto* layout = new QHBoxLayout(this);
@@ -46,8 +62,7 @@ TimeBar::TimeBar(QWidget* parent) : QWidget(parent) {
         playback.isPlaying() ? playback.stop() : playback.start(Playback::Direction::forward);
     });
     connect(&Playback::instance(), &Playback::stateChanged, this, [this](bool playing) {
-        play_->setIcon(
-            style()->standardIcon(playing ? QStyle::SP_MediaStop : QStyle::SP_MediaPlay));
+        play_->setIcon(mediaIcon(*style(), playing ? QStyle::SP_MediaStop : QStyle::SP_MediaPlay));
     });
     const auto edited = QOverload<double>::of(&QDoubleSpinBox::valueChanged);
     connect(first_, edited, this, [](double frame) { sceneTime::setFirst(frame); });
@@ -67,7 +82,7 @@ TimeBar::~TimeBar() {
 
 QToolButton* TimeBar::addButton(int icon, const QString& tip) {
     auto* button = new QToolButton(this);
-    button->setIcon(style()->standardIcon(static_cast<QStyle::StandardPixmap>(icon)));
+    button->setIcon(mediaIcon(*style(), static_cast<QStyle::StandardPixmap>(icon)));
     button->setToolTip(tip);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::NoFocus);

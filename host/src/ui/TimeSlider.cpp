@@ -189,6 +189,8 @@ void TimeSlider::dragRange(double x) {
     const double first = firstFrame(), end = lastFrame() + 1;
     const int frame = frameAt(x);
     const int moved = frame - frameAtPress_;
+    // An end lies between two frames: where it goes is the nearest such place.
+    const double boundary = first + std::round((x - xOf(first)) / (xOf(first + 1) - xOf(first)));
     Range range = rangeAtPress_;
     switch (drag_) {
     case Drag::select:
@@ -201,10 +203,10 @@ void TimeSlider::dragRange(double x) {
         break;
     }
     case Drag::rangeStart:
-        range.start = std::clamp(range.start + moved, first, range.end - 1);
+        range.start = std::clamp(boundary, first, range.end - 1);
         break;
     case Drag::rangeEnd:
-        range.end = std::clamp(range.end + moved, range.start + 1, end);
+        range.end = std::clamp(boundary, range.start + 1, end);
         break;
     default:
         return;

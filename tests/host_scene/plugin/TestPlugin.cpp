@@ -170,7 +170,7 @@ TestData* dataOf(const MString& node, MPlug& plug) {
 }
 
 // hostTestData NODE            its text, or "(none)"
-// hostTestData -sum NODE       sum of its numbers
+// hostTestData -total NODE       sum of its numbers
 // hostTestData -text T -numbers N NODE     fills it, not undoable
 class DataCommand : public MPxCommand {
 public:
@@ -179,7 +179,7 @@ public:
         MSyntax result;
         result.addFlag("-t", "-text", MSyntax::kString);
         result.addFlag("-n", "-numbers", MSyntax::kLong);
-        result.addFlag("-s", "-sum");
+        result.addFlag("-s", "-total");
         result.addArg(MSyntax::kString);
         return result;
     }
@@ -200,7 +200,7 @@ public:
                 fresh->sum += i - 1;
             return plug.setMPxData(fresh);
         }
-        if (database.isFlagSet("-sum"))
+        if (database.isFlagSet("-total"))
             setResult(data ? double(data->sum) : -1.0);
         else
             setResult(data ? MString(data->text.c_str()) : MString("(none)"));

@@ -143,8 +143,9 @@ public:
     quint64 compositeVersion(const QString& camera) const;
     QRect compositeChangedSince(const QString& camera, quint64 version) const;
 
-    /// The scene's time changed: every layer finds its current frame. With `skipActive` the active
-    /// layer of the current camera is left alone (see collectFrameTimes()).
+    /// The scene's time changed: every layer finds its current frame. `skipActive` says that the
+    /// active layer of the current camera has just been brought up to date by collectFrameTimes();
+    /// it is left alone then, if that was so.
     void timeChanged(int intTime, bool skipActive = false);
 
     /// Sets the colour of every pixel that is not fully transparent, keeping its alpha. `image`:
@@ -189,6 +190,8 @@ private:
     QString previousCamera_;
     bool master_ = false;
     bool wasPlaying_ = false;
+    const Layer* collectedLayer_ = nullptr; ///< only compared; by the last collectFrameTimes()
+    int collectedTime_ = 0;
     int changeGroups_ = 0;
     bool changePending_ = false;
 

@@ -68,7 +68,9 @@ void LayerManager::setFrameTimes(const QString& camera, const QList<int>& times)
 void LayerManager::collectFrameTimes(const QString& camera, QList<int>& times) {
     times.clear();
     if (Layer* active = activeLayer(camera)) {
-        active->updateCurrentIndex(currentIntTime());
+        collectedLayer_ = active;
+        collectedTime_ = currentIntTime();
+        active->updateCurrentIndex(collectedTime_);
         active->collectFrameTimes(times);
     }
 }
@@ -95,7 +97,10 @@ bool LayerManager::replaceActiveImage(const QString& camera, QByteArray& png) {
 }
 
 void LayerManager::timeChanged(int intTime, bool skipActive) {
-    const Layer* skipped = skipActive ? activeLayer(currentCamera_) : nullptr;
+    const Layer* active = activeLayer(currentCamera_);
+    const bool upToDate = active == collectedLayer_ && collectedTime_ == intTime;
+    const Layer* skipped = skipActive && upToDate ? active : nullptr;
+    collectedLayer_ = nullptr;
     for (auto& [name, camera] : cameras_) {
         for (auto& one : camera.layers) {
             if (one.get() != skipped) {

@@ -160,7 +160,8 @@ bool BaseNodeDrawOverride::updateTexture(MHWRender::MTextureManager& manager,
             return false;
     } else {
         // Panels with different cameras share the texture: it is filled anew for each.
-        const bool samePicture = uploadedDocument_.lock() == document && uploadedCamera_ == data.camera;
+        const bool samePicture =
+            uploadedDocument_.lock() == document && uploadedCamera_ == data.camera;
         const QRect changed = samePicture
                                   ? document->compositeChangedSince(data.camera, uploadedVersion_)
                                   : image.rect();

@@ -51,8 +51,7 @@ private:
     explicit BaseNodeDrawOverride(const MObject& object);
 
     bool updateTexture(MHWRender::MTextureManager& manager,
-                       const std::shared_ptr<LayerManager>& document,
-                       const BaseNodeUserData& data);
+                       const std::shared_ptr<LayerManager>& document, const BaseNodeUserData& data);
 
     MString textureName_; ///< the texture manager caches by name: one name for each override
     MHWRender::MTexture* texture_ = nullptr;

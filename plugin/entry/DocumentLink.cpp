@@ -9,6 +9,7 @@
 #include "plugin/middle/Timeline.h"
 
 #include <maya/MAnimControl.h>
+#include <maya/MFileIO.h>
 
 namespace vellum {
 
@@ -30,8 +31,10 @@ void refreshInterface(LayerManager& manager) {
 }
 
 void DocumentLink::documentChanged(LayerManager& manager) {
+    // While a file is read, nodes stand without their data; "SceneOpened" refreshes it all.
+    if (MFileIO::isReadingFile())
+        return;
     refreshInterface(manager);
-    // A document that no node shows yet belongs to a scene file being read.
     if (BaseNode* node = nodeOf(manager))
         node->drawingChanged();
 }

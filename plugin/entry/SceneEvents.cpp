@@ -11,6 +11,7 @@
 
 #include <maya/M3dView.h>
 #include <maya/MEventMessage.h>
+#include <maya/MFileIO.h>
 #include <maya/MMessage.h>
 
 namespace vellum {
@@ -26,18 +27,27 @@ void refreshLayerManager() {
     }
 }
 
+/// While a file is read, nodes stand without their data; "SceneOpened" makes up for what is missed.
+bool isReading() {
+    return MFileIO::isReadingFile();
+}
+
 void onSelectionChanged(void*) {
+    if (isReading())
+        return;
     refreshTimeline();
     if (!activeNode())
         panels().clearLayerManager();
 }
 
 void onTimeChanged(void*) {
-    propagateCurrentTime();
+    if (!isReading())
+        propagateCurrentTime();
 }
 
 void onTimeUnitChanged(void*) {
-    refreshTimeline();
+    if (!isReading())
+        refreshTimeline();
 }
 
 void onSceneOpened(void*) {

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
+#include <maya/MAnimControl.h>
 #include <random>
 
 using namespace vellum;
@@ -222,11 +223,18 @@ TEST(LayerManager, ATimeChangeTouchesOnlyLayersWhosePictureChanges) {
     EXPECT_FALSE(manager.layer("cam", 1)->isDirty());
     EXPECT_TRUE(manager.needsRedraw("cam"));
 
-    manager.timeChanged(1, true);
-    EXPECT_EQ(manager.layer("cam", 0)->currentIndex(), 1) << "the active layer was to be skipped";
+    // Markers that were refreshed have brought the active layer up to date, others have not.
+    drawing::goTo(manager, 5);
+    MAnimControl::setCurrentTime(fromIntTime(1));
     QList<int> times;
     manager.collectFrameTimes("cam", times);
     EXPECT_EQ(times, (QList<int>{1, 5}));
+    EXPECT_EQ(manager.layer("cam", 0)->currentIndex(), 0);
+    manager.timeChanged(1, true);
+    EXPECT_EQ(manager.layer("cam", 0)->currentIndex(), 0);
+    manager.timeChanged(5, true);
+    EXPECT_EQ(manager.layer("cam", 0)->currentIndex(), 1);
+    drawing::goTo(manager, 5);
 
     manager.compositeCamera("cam");
     observer.playing = true;

@@ -107,7 +107,8 @@ TEST_F(Ascii, WhatMayaWritesIsUnderstoodOrKept) {
         "\tsetAttr -k off \".v\" no;\n\tsetAttr \".fl\" 34.999999999999993;\n"
         "createNode transform -n \"ball\";\n\trename -uid \"B2\";\n"
         "createNode lightLinker -s -n \"lightLinker1\";\n\tsetAttr -s 2 \".lnk\";\n"
-        "createNode animCurveTL -n \"ball_translateX\";\n\tsetAttr \".tan\" 18;\n"
+        "createNode animCurveTL -n \"ball_translateX\";\n\tsetAttr \".tan\" 18;\n\tsetAttr "
+        "\".pst\" 3;\n"
         "\tsetAttr -s 3 \".ktv[0:2]\"  0 0 15 3\n\t\t30 0;\n\tsetAttr -s 3 \".kit[0:2]\"  2 2 2;\n"
         "\tsetAttr -s 3 \".kot[0:2]\"  2 2 2;\n"
         "createNode script -n \"sceneConfigurationScriptNode\";\n"
@@ -124,12 +125,14 @@ TEST_F(Ascii, WhatMayaWritesIsUnderstoodOrKept) {
     EXPECT_TRUE(errors.empty()) << errors.front();
     EXPECT_EQ(run("getAttr ball.tx"), "3");
     EXPECT_EQ(run("getAttr -t 20 ball.tx"), "2");
+    EXPECT_EQ(run("getAttr -t 50 ball.tx"), "2") << "it cycles";
     EXPECT_EQ(run("playbackOptions -q -max") + " " + run("currentUnit -q -t"), "30 ntsc");
     EXPECT_EQ(run("getAttr persp.t"), "28 21 28");
     EXPECT_EQ(run("nodeType lightLinker1"), "unknown");
     save("again.ma");
     const QByteArray again = bytes("again.ma");
     EXPECT_NE(again.indexOf("createNode lightLinker"), -1);
+    EXPECT_NE(again.indexOf("setAttr \".pst\" 3;"), -1);
     EXPECT_NE(again.indexOf("requires maya \"2024\";"), -1);
 }
 

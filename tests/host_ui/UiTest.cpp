@@ -41,6 +41,8 @@ MStatus RecordingContext::doDrag(MEvent& event, MHWRender::MUIDrawManager& manag
     manager.beginDrawable();
     manager.setColor(MColor(1.0F, 0.0F, 0.0F));
     manager.rect2d(MPoint(40, 40), MVector(0, 1, 0), 20, 20, true);
+    manager.setColor(MColor(0.0F, 0.0F, 0.0F, 0.5F));
+    manager.rect2d(MPoint(140, 40), MVector(0, 1, 0), 20, 20, true);
     manager.endDrawable();
     return note("drag2", event);
 }

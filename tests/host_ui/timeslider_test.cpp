@@ -155,3 +155,56 @@ TEST_F(TimeSliderTest, PlaybackLoopsInItsRangeUntilStopped) {
     EXPECT_EQ(now(), 8);
     host::Playback::instance().setEveryFrame(false);
 }
+
+TEST_F(TimeSliderTest, PlaybackRunsAtTheRateOfTheTimeUnit) {
+    run("currentUnit -time film; playbackOptions -minTime 1 -maxTime 100000; currentTime 1");
+    QElapsedTimer clock;
+    clock.start();
+    run("play");
+    EXPECT_TRUE(uitest::waitFor([&] { return now() >= 25; }));
+    // One second of film; late frames are left out instead of slowing down.
+    EXPECT_GE(clock.elapsed(), 900);
+    EXPECT_LE(clock.elapsed(), 2500);
+    run("play -state off; play -forward false");
+    EXPECT_EQ(runInt("play -q -forward"), 0);
+    const double turned = now();
+    EXPECT_TRUE(uitest::waitFor([&] { return now() < turned; }));
+    type({Qt::Key_Escape});
+    EXPECT_EQ(runInt("play -q -state"), 0) << "Escape stops";
+    MAnimControl::playForward();
+    EXPECT_TRUE(host::Playback::instance().isPlaying());
+    MAnimControl::stop();
+    EXPECT_FALSE(host::Playback::instance().isPlaying());
+}
+
+TEST_F(TimeSliderTest, ShowsTheTimeAndTheRange) {
+    slider().setRange(host::TimeSlider::Range{20, 30});
+    run("currentTime 10");
+    uitest::settle();
+    const QImage image = slider().grab().toImage();
+    const double scale = image.devicePixelRatio();
+    const auto at = [&](double frame) {
+        return image.pixelColor(int(slider().xOf(frame) * scale), image.height() - 4);
+    };
+    const QColor empty = at(5.5), current = at(10.5), range = at(25.5);
+    EXPECT_NE(current, empty);
+    EXPECT_NE(range, empty);
+    EXPECT_NE(range, current);
+    EXPECT_GT(range.red(), range.blue());
+    EXPECT_EQ(at(11.5), empty);
+    EXPECT_EQ(at(35.5), empty);
+    host::TimeSlider::Range none{5, 5};
+    slider().setRange(none);
+    EXPECT_FALSE(slider().rangeVisible()) << "an empty range is none";
+}
+
+TEST_F(TimeSliderTest, ShiftDoubleClickHighlightsEverything) {
+    moveTo(slider(), onFrame(10));
+    key(Qt::Key_Shift, true);
+    for (int i = 0; i < 2; ++i) {
+        press();
+        release();
+    }
+    key(Qt::Key_Shift, false);
+    EXPECT_THAT(range(), ElementsAre(1, 49));
+}

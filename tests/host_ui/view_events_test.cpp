@@ -141,6 +141,27 @@ TEST_F(ViewEvents, WhatAToolDrawsIsSeenUntilItsNextEvent) {
     EXPECT_FALSE(redAt(40, 40));
 }
 
+TEST_F(ViewEvents, TranslucentDrawingDoesNotLetTheWindowThrough) {
+    run("modelEditor -e -grid false modelPanel4");
+    const auto seen = [this] { // as the window shows it, not as the view drew it
+        uitest::settle();
+        const QPoint corner = view().mapTo(window.get(), QPoint(0, 0));
+        const QImage image = window->grab().toImage();
+        const double scale = image.devicePixelRatio();
+        return image.pixelColor(int(corner.x() * scale) + 140,
+                                int(corner.y() * scale) + view().portSize().height() - 1 - 40);
+    };
+    const QColor before = seen();
+    moveTo(view(), {100, 100});
+    press();
+    moveTo(view(), {110, 100});
+    const QColor after = seen();
+    EXPECT_NEAR(after.red(), before.red() / 2, 2);
+    EXPECT_NEAR(after.green(), before.green() / 2, 2);
+    EXPECT_NEAR(after.blue(), before.blue() / 2, 2);
+    release();
+}
+
 TEST_F(ViewEvents, AltMovesTheCamera) {
     const auto camera = [this] { return view().view().camera().inclusiveMatrix(); };
     const auto drag = [this](Qt::MouseButton button, QPointF to) {

@@ -91,6 +91,7 @@ TEST_F(Node, ADocumentReadFromAFileIsNotReplaced) {
         const QString kind = QString::fromLatin1(type);
         ASSERT_TRUE(run(QStringLiteral("file -f -new")));
         ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp -layerName kept")));
+        ASSERT_TRUE(run(QStringLiteral("currentTime 17")));
         ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -add -n \"x \\\"; `y` \\\\\" persp")));
         ASSERT_TRUE(run(QStringLiteral("file -rename \"%1\"").arg(file)));
         ASSERT_TRUE(run(QStringLiteral("file -f -save -type \"%1\"").arg(kind)));
@@ -98,7 +99,11 @@ TEST_F(Node, ADocumentReadFromAFileIsNotReplaced) {
         ASSERT_TRUE(run(QStringLiteral("file -f -new")));
         EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 0);
 
+        errors.clear();
+        errors.clear();
         ASSERT_TRUE(run(QStringLiteral("file -f -open \"%1\"").arg(file)));
+        EXPECT_TRUE(errors.isEmpty()) << errors.join(QStringLiteral(" | ")).toStdString();
+        EXPECT_TRUE(errors.isEmpty()) << errors.join(QStringLiteral(" | ")).toStdString();
         EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 2) << type;
         EXPECT_EQ(text(QStringLiteral("rvVellumLayer -qn 0 persp")), QStringLiteral("kept"));
         EXPECT_EQ(text(QStringLiteral("rvVellumLayer -qn 1 persp")),

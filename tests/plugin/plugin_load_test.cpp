@@ -2,8 +2,14 @@
 #include "plugin/Session.h"
 
 #include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Settings.h"
 
 #include "foundation/Idle.h"
+#define MNoPluginEntry
+#define MNoVersionString
+#include "scene/Events.h"
+#include "scene/PluginTypes.h"
+#include "ui/Elements.h"
 #include "ui/Tools.h"
 
 #include <QApplication>
@@ -22,11 +28,16 @@ protected:
         std::map<std::string, int> counts;
         counts["widgets"] = static_cast<int>(QApplication::allWidgets().size());
         counts["contexts"] = static_cast<int>(host::Tools::instance().names().size());
+        counts["listeners"] = static_cast<int>(host::events::listenerCount());
+        counts["menus"] =
+            static_cast<int>(host::Elements::instance().namesOf(host::ElementKind::menu).size());
         counts["jobs"] = number(QStringLiteral("size(`scriptJob -listJobs`)"));
         for (const char* command :
              {"rvVellumNode", "rvVellumLayer", "rvVellumStroke", "rvVellumUtil", "rvVlDrawCtx"})
             counts[command] = number(QStringLiteral("exists ") + QLatin1String(command));
-        counts["node type"] = number(QStringLiteral("size(`ls -nodeTypes`)"));
+        counts["node type"] = host::nodeTypeKnown("rvVellum");
+        MTypeId id;
+        counts["data type"] = host::dataTypeKnown("rvLayerData", id);
         counts["loaded"] = number(QStringLiteral("pluginInfo -q -loaded vellum2"));
         return counts;
     }
@@ -47,7 +58,8 @@ TEST_F(Loading, LoadUnloadLoadLeavesNothing) {
         // Work with everything that could hang on.
         ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp")));
         ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -e -ghostPrevious 1; rvVellumNode -rg;"
-                                       "currentTime 5; undo; redo; select -cl; select vellum")));
+                                       "rvVellumUtil -brushTool; currentTime 5; undo; redo;"
+                                       "select -cl; select vellum")));
         ASSERT_TRUE(run(QStringLiteral("file -f -new")));
         host::idle::drain();
         unloadPlugin();
@@ -70,6 +82,58 @@ TEST_F(Loading, UnloadSavesTheSettingsAndLoadReadsThem) {
     QFile::remove(file);
     loadPlugin();
     EXPECT_EQ(number(QStringLiteral("rvVellumUtil -q -gpc")), 3) << "defaults, not the old values";
+}
+
+TEST_F(Loading, TheMenuFollowsTheSettings) {
+    const QString name = QStringLiteral("\"; print(\"ran\"); \" \\ {UTIL_CMD} меню 菜单");
+    unloadPlugin();
+    resetSettings();
+    settings().mainMenuName = name;
+    settings().activeTool = 5;
+    settings().ghostNext = true;
+    settings().timelineFrameDisplay = 2;
+    ASSERT_TRUE(saveSettingsTo(text(QStringLiteral("internalVar -userPrefDir")) +
+                               QStringLiteral("/vellum2.ini")));
+    resetSettings();
+    loadPlugin();
+    EXPECT_EQ(text(QStringLiteral("menu -q -label $gRvVlMainMenu")).toStdString(),
+              name.toStdString());
+    const auto radio = [this](const char* item) {
+        return number(QStringLiteral("menuItem -q -radioButton ") + QLatin1String(item));
+    };
+    const auto check = [this](const char* item) {
+        return number(QStringLiteral("menuItem -q -checkBox ") + QLatin1String(item));
+    };
+    EXPECT_EQ(radio("$gRvVlArrowToolMenuItem"), 1);
+    EXPECT_EQ(radio("$gRvVlPencilToolMenuItem"), 0);
+    EXPECT_EQ(radio("$gRvVlDisplayTimelineFramesNeverItem"), 1);
+    EXPECT_EQ(check("$gRvVlGhostPrevMenuItem"), 0);
+    EXPECT_EQ(check("$gRvVlGhostNextMenuItem"), 1);
+
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -eraserTool; rvVellumUtil -e -gp -1;"
+                                   "rvVellumUtil -e -gn -1; rvVellumUtil -e -tfd 1")));
+    EXPECT_EQ(radio("$gRvVlEraserToolMenuItem"), 1);
+    EXPECT_EQ(radio("$gRvVlArrowToolMenuItem"), 0);
+    EXPECT_EQ(radio("$gRvVlDisplayTimelineFramesContextSelectionItem"), 1);
+    EXPECT_EQ(check("$gRvVlGhostPrevMenuItem"), 1);
+    EXPECT_EQ(check("$gRvVlGhostNextMenuItem"), 0);
+    ASSERT_TRUE(run(QStringLiteral("rvVlUpdateMainMenu(8, 0, 0, 7)")));
+    EXPECT_EQ(radio("$gRvVlEraserToolMenuItem"), 1) << "8 is no tool";
+    EXPECT_EQ(radio("$gRvVlDisplayTimelineFramesContextSelectionItem"), 1);
+}
+
+TEST_F(Loading, CleanupProcedures) {
+    ASSERT_TRUE(run(QStringLiteral("rvVlDeleteActiveLayer; rvVlDeleteActiveCameraLayers")))
+        << "without a node they do nothing";
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp;"
+                                   "rvVellumLayer -add persp; rvVellumLayer -add persp")));
+    ASSERT_TRUE(run(QStringLiteral("rvVlDeleteActiveLayer")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 2);
+    ASSERT_TRUE(run(QStringLiteral("rvVlDeleteActiveCameraLayers")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 0);
+    ASSERT_TRUE(run(QStringLiteral("createNode rvVellum -name another; rvVlDeleteAllNodes")));
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 0);
+    EXPECT_EQ(number(QStringLiteral("objExists vellum")), 0);
 }
 
 TEST_F(Loading, ANodeInTheSceneKeepsThePluginUnlessForced) {

@@ -53,8 +53,9 @@ void ToolSession::SetUp() {
     LinkedClasses::SetUp();
     ASSERT_TRUE(host::script::registerPluginCommand(kStrokeCommand, StrokeCommand::creator,
                                                     StrokeCommand::newSyntax, "linked"));
-    ASSERT_TRUE(
-        host::Tools::instance().registerCommand(kDrawContextCommand, DrawContextCommand::creator));
+    ASSERT_EQ(host::pluginServices().registerContextCommand(
+                  kDrawContextCommand, DrawContextCommand::creator, {}, nullptr, nullptr),
+              MS::kSuccess);
     node();
     hand_ = host::InputInjector::create();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));

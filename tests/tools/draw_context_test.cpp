@@ -11,6 +11,9 @@
 #include "ui/Tools.h"
 #include "ui/ViewWidget.h"
 
+#include <QCoreApplication>
+#include <QProcess>
+
 namespace vellum::test {
 namespace {
 
@@ -39,7 +42,7 @@ protected:
                 press();
             down = true;
             const QPoint expected = imagePixel(place);
-            waitFor([&] { return isSampledNear(expected); });
+            EXPECT_TRUE(waitFor([&] { return isSampledNear(expected); }));
         }
     }
 
@@ -89,6 +92,41 @@ TEST_F(Drawing, StrokeFollowsAndIsUndoneAndRedone) {
     EXPECT_EQ(alphaAt(imagePixel({100, 100})), 0);
     ASSERT_TRUE(run(QStringLiteral("undo")));
     EXPECT_EQ(picture(), drawn);
+}
+
+TEST_F(Drawing, PointsAreTheVeryDevicePixels) {
+    settings().activeTool = tool::kLine; // keeps press and present position, unsmoothed
+    const QPoint from(101, 77);
+    const QPoint to(250, 203);
+    moveTo(from);
+    press();
+    ASSERT_TRUE(waitFor([&] { return sampled() == 2; }));
+    moveTo(to);
+    ASSERT_TRUE(waitFor([&] {
+        const StrokePoint& last = document()->currentStroke()->points[1];
+        return QPoint(last.x, last.y) == imagePixel(to);
+    }));
+    const StrokePoint& first = document()->currentStroke()->points[0];
+    EXPECT_EQ(QPoint(first.x, first.y), imagePixel(from));
+    release();
+    EXPECT_GT(alphaAt((imagePixel(from) + imagePixel(to)) / 2), 100);
+}
+
+// The scale of a screen is fixed when a program starts, so each has a run of its own.
+TEST(DrawingAtScale, PointsAreTheVeryDevicePixels) {
+    for (const char* scale : {"1.5", "2", "3"}) {
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QLatin1String(scale));
+        program.setProcessEnvironment(environment);
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start(QCoreApplication::applicationFilePath(),
+                      {QStringLiteral("--gtest_filter=Drawing.PointsAreTheVeryDevicePixels:"
+                                      "Drawing.ClickLeavesADabUnderThePointer")});
+        ASSERT_TRUE(program.waitForFinished(60'000)) << scale;
+        EXPECT_EQ(program.exitCode(), 0) << "at scale " << scale << ":\n"
+                                         << program.readAll().toStdString();
+    }
 }
 
 TEST_F(Drawing, EraserEndErasesWithoutChangingTheTool) {
@@ -208,7 +246,10 @@ TEST_F(Drawing, RefusedPressLeavesNoEffect) {
     const QImage drawn = picture();
     document()->setLayerState(camera, 0, layer_state::kLocked);
     errors.clear();
-    stroke({{100, 200}, {200, 200}});
+    moveTo({100, 200});
+    press();
+    moveTo({200, 200});
+    release();
     EXPECT_EQ(errors, QStringList{QStringLiteral("[Vellum2] Active layer is locked.")});
     EXPECT_EQ(picture(), drawn);
     EXPECT_FALSE(ThreadManager::instance().isActive());

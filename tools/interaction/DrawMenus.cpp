@@ -3,6 +3,7 @@
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Names.h"
 #include "plugin/leaves/Script.h"
 #include "plugin/leaves/Settings.h"
 #include "plugin/leaves/Tool.h"
@@ -164,7 +165,7 @@ QMenu* Handler::makeDrawMenu(QWidget* parent) {
 
 QMenu* Handler::makeTimelineMenu(QWidget* parent) {
     auto* menu = new QMenu(parent);
-    menu->addAction(QStringLiteral("Vellum 2"))->setEnabled(false);
+    menu->addAction(QString::fromLatin1(kProductName))->setEnabled(false);
     menu->addSeparator();
     addFrameEntries(*menu, this);
     return menu;

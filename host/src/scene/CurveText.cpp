@@ -88,6 +88,27 @@ bool splitRange(const std::string& plug, std::string& name, long& low, long& hig
     return *end == ']' && low >= 0 && high >= low;
 }
 
+// What a curve does before its first and after its last key; the numbers are those of files.
+void addInfinity(std::vector<AttrRecord>& records, const char* plug,
+                 MFnAnimCurve::InfinityType type) {
+    if (type == MFnAnimCurve::kConstant)
+        return;
+    AttrRecord record;
+    record.plug = plug;
+    record.hasValue = true;
+    record.values.push_back(word(std::to_string(int(type))));
+    records.push_back(std::move(record));
+}
+
+bool setInfinity(MFnAnimCurve& curve, bool before, const std::vector<Token>& values) {
+    double number = 0;
+    if (values.size() != 1 || !parseNumber(values[0].text, number) || !(number >= 0) ||
+        number > double(MFnAnimCurve::kOscillate))
+        return false;
+    const auto type = MFnAnimCurve::InfinityType(int(number));
+    return bool(before ? curve.setPreInfinityType(type) : curve.setPostInfinityType(type));
+}
+
 bool addKeys(MFnAnimCurve& curve, const std::vector<Token>& values) {
     for (std::size_t i = 0; i + 1 < values.size(); i += 2) {
         double frame = 0;
@@ -101,6 +122,15 @@ bool addKeys(MFnAnimCurve& curve, const std::vector<Token>& values) {
 
 } // namespace
 
+bool isTangentDetail(const std::string& plug) {
+    std::string name;
+    long low = 0;
+    long high = 0;
+    splitRange(plug, name, low, high);
+    return name == "kix" || name == "kiy" || name == "kox" || name == "koy" || name == "ktl" ||
+           name == "kwl";
+}
+
 bool isCurve(const MObject& node) {
     return node.hasFn(MFn::kAnimCurve);
 }
@@ -109,6 +139,8 @@ std::vector<AttrRecord> curveToText(const MObject& object) {
     MFnAnimCurve curve(object);
     const unsigned count = curve.numKeys();
     std::vector<AttrRecord> records;
+    addInfinity(records, ".pre", curve.preInfinityType());
+    addInfinity(records, ".pst", curve.postInfinityType());
     if (count == 0)
         return records;
     AttrRecord keys = perKey("ktv", count);
@@ -134,9 +166,16 @@ bool textToCurve(const MObject& object, const AttrRecord& record, std::string& e
     const bool isKeys = name == "ktv" || name == "keyTimeValue";
     const bool isIn = name == "kit" || name == "keyTanInType";
     const bool isOut = name == "kot" || name == "keyTanOutType";
+    if (name == "tan")
+        return true;
+    MFnAnimCurve curve(object);
+    if (name == "pre" || name == "preInfinity" || name == "pst" || name == "postInfinity") {
+        if (!setInfinity(curve, name.compare(0, 2, "pr") == 0, record.values))
+            error = "bad infinity of an animation curve";
+        return true;
+    }
     if (!isKeys && !isIn && !isOut)
         return false;
-    MFnAnimCurve curve(object);
     if (!range) {
         error = "bad range " + record.plug;
     } else if (isKeys) {

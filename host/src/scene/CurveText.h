@@ -6,11 +6,13 @@
 #include <string>
 #include <vector>
 
-// Keys of animation curves as setAttr statements: ".tan", ".ktv", ".kit", ".kot", and the tangent
-// directions ".kix", ".kiy", ".kox", ".koy" of fixed tangents.
+// Keys of animation curves as setAttr statements: ".ktv", ".kit", ".kot", ".pre", ".pst"; ".tan", the type of keys
+// to come, is read and left alone.
 namespace host {
 
 bool isCurve(const MObject& node);
+// Attributes of keys that curves of this host have not: directions and weights of tangents.
+bool isTangentDetail(const std::string& plug);
 std::vector<AttrRecord> curveToText(const MObject& curve);
 // Whether the statement is one of the above; then it has been taken, or `error` says what is
 // wrong with it.

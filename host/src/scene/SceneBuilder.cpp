@@ -314,6 +314,11 @@ void SceneBuilder::setAttr(AttrRecord record) {
             error(state.currentPath() + record.plug + ": " + problem);
         return;
     }
+    if (isCurve(state.current) && isTangentDetail(record.plug)) {
+        // Kept as they stand they would no longer fit once a key is added or removed.
+        warningOnce("tangents", "Tangent directions and weights of animation curves are not kept");
+        return;
+    }
     const std::vector<MPlug> plugs = findPlugs(state.current, record.plug);
     if (plugs.empty()) {
         const std::string type = node.typeName().asChar();

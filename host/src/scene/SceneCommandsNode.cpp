@@ -70,18 +70,24 @@ Value createNode(const CommandCall& call) {
     return nameOf(made);
 }
 
-// A name with a star or question mark stands for every node it matches.
+// A name with a star or question mark stands for every node it matches but the default ones.
 Strings matching(const Strings& names) {
     Strings result;
     for (const std::string& name : names) {
+        if (name.find_first_of("*?") == std::string::npos) {
+            result.push_back(nameOf(nodeNamed(name)));
+            continue;
+        }
         MSelectionList list;
-        if (!list.add(name.c_str()) || list.length() == 0)
-            throw ScriptError("No object matches name: " + name);
+        list.add(name.c_str());
         for (unsigned i = 0; i < list.length(); ++i) {
             MObject node;
             list.getDependNode(i, node);
-            result.push_back(nameOf(node));
+            if (!MFnDependencyNode(node).isDefaultNode())
+                result.push_back(nameOf(node));
         }
+        if (list.length() == 0)
+            throw ScriptError("No object matches name: " + name);
     }
     return result;
 }

@@ -49,6 +49,8 @@ ViewWidget::ViewWidget(const QString& panelName, QWidget* parent)
     format.setVersion(2, 1);
     format.setDepthBufferSize(24);
     setFormat(format);
+    // No alpha: what is blended over the scene must not let the window shine through.
+    setTextureFormat(GL_RGB8);
     // A tool may draw straight into the view, which must still be there at the next paint.
     setUpdateBehavior(QOpenGLWidget::PartialUpdate);
     setFocusPolicy(Qt::StrongFocus);

@@ -307,6 +307,15 @@ TEST_F(ViewTest, DirectDrawingStaysUntilTheNextRefreshAndXorErasesItself) {
     view->refresh();
     EXPECT_EQ(paint(), before) << "a refresh draws the scene anew";
     EXPECT_EQ(handle.endGL(), MS::kSuccess) << "an end too many does no harm";
+
+    view->setRenderer(Renderer::viewport2);
+    host::DrawManager faint("tool");
+    faint.api().beginDrawable();
+    faint.api().setColor(MColor(1, 1, 1, 0.5f));
+    faint.api().rect2d(MPoint(100, 60), MVector(0, 1, 0), 10, 10, true);
+    faint.api().endDrawable();
+    view->setToolDrawables(faint.take());
+    EXPECT_EQ(qAlpha(paint().pixel(100, 60)), 255) << "the widget's picture stays opaque";
     view->setSurface({});
     target.reset();
     offscreen->doneCurrent();
@@ -364,6 +373,106 @@ TEST_F(ViewTest, WorldToViewAndBackAgreeWithWhatIsDrawn) {
     run("displayPref -displayGradient 1");
     EXPECT_NE(at(image, x, y), at(image, 1, 1)) << "the sphere is where the point maps to";
     EXPECT_EQ(at(image, 150, 10), at(image, 1, 1));
+}
+
+TEST_F(ViewTest, TheFrameContextAnswersForItsView) {
+    using Context = MHWRender::MFrameContext;
+    const auto context = host::FrameAccess::context(view->frame());
+    EXPECT_EQ(context->getCurrentCameraPath().partialPathName(), MString("perspShape"));
+    const MMatrix both = context->getMatrix(Context::kViewProjMtx);
+    EXPECT_TRUE(both.isEquivalent(context->getMatrix(Context::kViewMtx) *
+                                  context->getMatrix(Context::kProjectionMtx)));
+    EXPECT_TRUE(context->getMatrix(Context::kViewProjTranposeMtx).isEquivalent(both.transpose()));
+    EXPECT_TRUE((both * context->getMatrix(Context::kViewProjInverseMtx))
+                    .isEquivalent(MMatrix::identity, 1e-6));
+    EXPECT_TRUE(context->getMatrix(Context::kViewProjTranspInverseMtx)
+                    .isEquivalent(both.inverse().transpose(), 1e-6));
+    MStatus status;
+    context->getMatrix(Context::kWorldViewMtx, &status);
+    EXPECT_EQ(status, MS::kInvalidParameter) << "no object here";
+
+    double x = 0;
+    double y = 0;
+    EXPECT_TRUE(context->worldToViewport(MPoint(0, 0, 0), x, y));
+    MPoint nearPoint;
+    MVector direction;
+    ASSERT_EQ(context->viewportToWorld(x, y, nearPoint, direction), MS::kSuccess);
+    const MVector toOrigin = MPoint(0, 0, 0) - nearPoint;
+    EXPECT_LT((toOrigin ^ direction).length(), 1e-6 * toOrigin.length());
+    EXPECT_GT(toOrigin * direction, 0);
+    EXPECT_FALSE(context->worldToViewport(MPoint(1000, 1000, 1000), x, y)) << "behind the eye";
+}
+
+TEST_F(ViewTest, AnimatedShapesMoveAndHiddenOrTemplatedOnesChangeTheirLook) {
+    run("displayPref -displayGradient 0; lookThru front; polySphere -r 2 -n ball;"
+        "setKeyframe -t 1 -at translateX -v -8 ball; setKeyframe -t 9 -at translateX -v 8 ball;"
+        "select -cl");
+    view->setGridShown(false);
+    const auto area = [this] {
+        const QImage image = picture();
+        const QColor ground = image.pixelColor(0, 0);
+        QRect found;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y) != ground)
+                    found |= QRect(x, y, 1, 1);
+        return found;
+    };
+    run("currentTime 1");
+    const QRect first = area();
+    run("currentTime 9");
+    const QRect last = area();
+    EXPECT_NEAR(first.center().x() + last.center().x(), size.width(), 2) << "mirrored";
+    EXPECT_LT(first.right(), last.left());
+    EXPECT_EQ(first.size(), last.size());
+    const QImage solid = picture();
+    run("select -r ball");
+    EXPECT_NE(picture(), solid) << "the selection shows";
+    run("select -cl; setAttr ball.template 1");
+    EXPECT_NE(picture(), solid) << "as wires";
+    EXPECT_NEAR(area().width(), last.width(), 2);
+    run("setAttr ball.template 0; setAttr ball.visibility 0");
+    EXPECT_TRUE(area().isEmpty());
+    run("displayPref -displayGradient 1");
+    EXPECT_FALSE(area().isEmpty());
+}
+
+TEST_F(ViewTest, TheRendererIsSetForAllViewsByName) {
+    View second("secondPanel");
+    Renderer renderer = Renderer::viewport2;
+    EXPECT_FALSE(host::rendererFromName("arnold", renderer));
+    EXPECT_TRUE(host::rendererFromName("legacy", renderer));
+    host::setDefaultRenderer(renderer);
+    EXPECT_EQ(second.renderer(), Renderer::legacy);
+    EXPECT_EQ(view->handle().getRendererName(), M3dView::kDefaultQualityRenderer);
+    EXPECT_EQ(View("third").handle().rendererString(), MString("base_OpenGL_Renderer"));
+    EXPECT_TRUE(host::rendererFromName("vp2Renderer", renderer));
+    host::setDefaultRenderer(renderer);
+    EXPECT_EQ(second.handle().getRendererName(), M3dView::kViewport2Renderer);
+}
+
+TEST_F(ViewTest, RefreshPaintsTheActiveViewOrAllOfThem) {
+    View second("secondPanel");
+    int now[2] = {};
+    int later[2] = {};
+    View* const views[] = {view.get(), &second};
+    for (int i = 0; i < 2; ++i) {
+        View::Surface surface;
+        surface.repaint = [&now, &later, i](bool atOnce) { ++(atOnce ? now : later)[i]; };
+        views[i]->setSurface(surface);
+    }
+    run("refresh");
+    EXPECT_EQ(now[0] + now[1], 2);
+    Views::instance().setActive(&second);
+    run("refresh -cv -f");
+    EXPECT_EQ(now[0], 1);
+    EXPECT_EQ(now[1], 2);
+    run("setAttr persp.translateX 4");
+    EXPECT_GE(later[0], 1) << "a change of the scene asks for a picture";
+    EXPECT_GE(later[1], 1);
+    EXPECT_FALSE(MGlobal::executeCommand("refresh -suspend 1")) << "said, not ignored";
+    for (View* each : views)
+        each->setSurface({});
 }
 
 TEST_F(ViewTest, AScaledCameraSeesTheSamePicture) {

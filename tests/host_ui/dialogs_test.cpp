@@ -55,15 +55,17 @@ TEST_F(Dialogs, ConfirmDialogReturnsTheButton) {
         box.defaultButton()->click();
     });
     EXPECT_EQ(runString(dialog), "Yes");
+    whenShown<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_EQ(runString(dialog), "No") << "Escape presses the cancel button";
     whenShown<QMessageBox>([](QMessageBox& box) { box.reject(); });
-    EXPECT_EQ(runString(dialog), "No") << "closing presses the cancel button";
+    EXPECT_EQ(runString(dialog), "gone");
 }
 
 TEST_F(Dialogs, SaveAsChoosesTheFormBySuffix) {
     QTemporaryDir directory;
     for (const char* name : {"shot.mb", "shot.ma", "plain"}) {
         whenShown<QFileDialog>([&](QFileDialog& dialog) {
-            dialog.findChild<QLineEdit*>()->setText(directory.filePath(name));
+            dialog.findChild<QLineEdit*>("fileNameEdit")->setText(directory.filePath(name));
             static_cast<QDialog&>(dialog).accept();
         });
         ASSERT_TRUE(window->saveAs()) << name;
@@ -78,11 +80,10 @@ TEST_F(Dialogs, SaveAsChoosesTheFormBySuffix) {
     // A failed save keeps the scene's name.
     const std::string name = host::fileIO().sceneName();
     whenShown<QFileDialog>([&](QFileDialog& dialog) {
-        dialog.findChild<QLineEdit*>()->setText(directory.filePath("missing/there.ma"));
+        dialog.findChild<QLineEdit*>("fileNameEdit")->setText("/proc/shot.ma");
         static_cast<QDialog&>(dialog).accept();
-        dialog.reject();
     });
-    window->saveAs();
+    EXPECT_FALSE(window->saveAs());
     EXPECT_EQ(host::fileIO().sceneName(), name);
 }
 

@@ -70,6 +70,17 @@ void raiseTo(QImage& image, int x, int y, int value) {
         setAlpha(image, x, y, value);
 }
 
+// Only the last table is kept, so that a line of constant opacity does not take minutes.
+template <typename Make> const Table& lastTable(float radius, float opacity, const Make& make) {
+    static Table table;
+    static float lastRadius = -1, lastOpacity = -1;
+    if (radius != lastRadius || opacity != lastOpacity)
+        table = make(radius, opacity);
+    lastRadius = radius;
+    lastOpacity = opacity;
+    return table;
+}
+
 void stepped(QImage& image, const StrokePoint& a, const StrokePoint& b, bool erase) {
     const int dx = std::abs(b.x - a.x), dy = std::abs(b.y - a.y);
     const int half = (a.width + 1) / 2;
@@ -83,7 +94,8 @@ void stepped(QImage& image, const StrokePoint& a, const StrokePoint& b, bool era
                 erase ? setAlpha(image, x, y, 0) : raiseTo(image, x, y, cut(opacity * 255));
         } else if (++counter >= spacing) {
             counter = 0;
-            const Table table = hardTable(static_cast<float>(a.width) * 0.5F, opacity);
+            const Table& table = lastTable(static_cast<float>(a.width) * 0.5F, opacity,
+                                           [](float r, float o) { return hardTable(r, o); });
             for (int row = y - half - 1; row <= y + half; ++row) {
                 for (int column = x - half - 1; column <= x + half; ++column) {
                     const int cell = table.cells[column - (x - half - 1)][row - (y - half - 1)];
@@ -111,7 +123,9 @@ void stepped(QImage& image, const StrokePoint& a, const StrokePoint& b, bool era
 
 void softDab(QImage& image, int x, int y, int width, float opacity, float weight) {
     const float r = static_cast<float>(width) * 0.5F;
-    const Table table = width < 20 ? softTable(r + 1.0F, 0.4F * opacity) : softTable(r, opacity);
+    const auto make = [](float radius, float o) { return softTable(radius, o); };
+    const Table& table =
+        width < 20 ? lastTable(r + 1.0F, 0.4F * opacity, make) : lastTable(r, opacity, make);
     const int ceiling = cut(opacity * 255);
     const auto below = [&](int at, float distance) {
         return static_cast<int>(std::floor(static_cast<float>(at) + distance));

@@ -4,8 +4,9 @@
 // the two pixels that straddle the ideal line, weighted by their nearness; the end points carry
 // half weight, so that joined segments add up to one. A dab is additive with a ceiling: where it
 // covers, alpha = min(ceiling, alpha + int(cell x weight)), and only when that is a rise; the
-// ceiling is int(opacity x 255). The dab at pixel (x, y) covers the columns x - r to x + r, cut down
-// to whole ones, and rows alike, r = width / 2. Opacity changes linearly with the distance from the start.
+// ceiling is int(opacity x 255). The dab at pixel (x, y) covers the columns x - r to x + r, cut
+// down to whole ones, and rows alike, r = width / 2. Opacity changes linearly with the distance
+// from the start.
 #pragma once
 
 #include "tools/raster/AlphaPlane.h"

@@ -195,6 +195,8 @@ void drawItems(const DrawList& items, const Frame& frame) {
     glDisable(GL_CULL_FACE);
     glDisable(GL_TEXTURE_2D);
     glShadeModel(GL_FLAT);
+    // What is blended in leaves an opaque picture opaque.
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     for (const DrawItem& item : items) {

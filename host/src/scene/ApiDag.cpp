@@ -347,6 +347,9 @@ void copySlot(host::Slot& from, host::Slot& to) {
     to.keyable = from.keyable;
     to.channelBox = from.channelBox;
     to.value = from.value;
+    // What is driven keeps the value it has now.
+    if (from.attribute->isNumber() && !from.isArray() && from.attribute->writable)
+        to.value = from.node.evaluate(from, host::timeline::current());
     if (const auto* object = std::get_if<host::ObjectPtr>(&from.value)) {
         const auto* plugin = dynamic_cast<const host::PluginData*>(object->get());
         const host::DataType* type = plugin && plugin->data
@@ -370,11 +373,14 @@ DagNodePtr duplicateBelow(const DagNodePtr& source, const DagNodePtr& parent) {
     if (!copy)
         return nullptr;
     for (const host::AttributePtr& attribute : source->attributes()) {
-        if (attribute->parent.lock() || attribute->dynamic)
+        if (attribute->parent.lock())
             continue;
+        if (attribute->dynamic)
+            copy->addAttribute(attribute); // the description is shared, the value is not
         copySlot(*source->slot(attribute), *copy->slot(attribute));
-        // What is driven by another node stays connected to it.
-        if (const host::SlotPtr driver = source->slot(attribute)->source.lock())
+        // Geometry has no value of its own: it stays connected to what makes it.
+        const host::SlotPtr driver = source->slot(attribute)->source.lock();
+        if (driver && attribute->data == MFnData::kMesh)
             host::scene().connect(driver, copy->slot(attribute));
     }
     const std::vector<DagNodePtr> children = source->children();

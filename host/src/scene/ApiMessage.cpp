@@ -85,6 +85,22 @@ MStatus change(MTime timeline::Range::*member, const MTime& value) {
     return MS::kSuccess;
 }
 
+// The playback range stays within the animation range.
+MStatus changeOuter(const MTime& start, const MTime& end) {
+    timeline::Range range = timeline::range();
+    range.animationStart = start;
+    range.animationEnd = end < start ? start : end;
+    const auto within = [&range](const MTime& time) {
+        return time < range.animationStart ? range.animationStart
+               : time > range.animationEnd ? range.animationEnd
+                                           : time;
+    };
+    range.start = within(range.start);
+    range.end = within(range.end);
+    timeline::setRange(range);
+    return MS::kSuccess;
+}
+
 } // namespace
 
 MTime MAnimControl::currentTime() {
@@ -107,14 +123,14 @@ MTime MAnimControl::maxTime() {
     return inUi(timeline::range().end);
 }
 MStatus MAnimControl::setAnimationStartTime(MTime time) {
-    return change(&timeline::Range::animationStart, time);
+    return changeOuter(time, timeline::range().animationEnd);
 }
 MStatus MAnimControl::setAnimationEndTime(MTime time) {
-    return change(&timeline::Range::animationEnd, time);
+    const MTime start = timeline::range().animationStart;
+    return changeOuter(time < start ? time : start, time);
 }
 MStatus MAnimControl::setAnimationStartEndTime(MTime start, MTime end) {
-    setAnimationStartTime(start);
-    return setAnimationEndTime(end);
+    return changeOuter(start, end);
 }
 MStatus MAnimControl::setMinTime(MTime time) {
     return change(&timeline::Range::start, time);

@@ -82,6 +82,24 @@ NodePtr makeNode(const std::string& type) {
     return node;
 }
 
+// The place of a plug; keeps its node alive.
+host::SlotPtr held(const MPlug& plug) {
+    return host::heldSlot(PlugAccess::slot(plug));
+}
+
+// Whether values of one place can stand in the other: numbers of any kind among each other, data
+// of one type, compounds part by part.
+bool carries(const host::Slot& from, const host::Slot& to) {
+    const host::Attribute& a = *from.attribute;
+    const host::Attribute& b = *to.attribute;
+    if (from.isArray() != to.isArray())
+        return false;
+    if (a.isNumber() || b.isNumber())
+        return a.isNumber() && b.isNumber();
+    return a.kind == b.kind && a.data == b.data && a.dataTypeId == b.dataTypeId &&
+           a.children.size() == b.children.size();
+}
+
 std::string typeNameOf(const MTypeId& id) {
     const host::NodeType* type = host::typeRegistry().node(id.id());
     return type ? type->name : "";
@@ -109,6 +127,8 @@ MStatus MDGModifier::deleteNode(const MObject& object) {
     const NodePtr node = Access::as<host::Node>(object);
     if (!node || node->isDefault)
         return MS::kInvalidParameter;
+    if (node->locked)
+        return MS::kFailure;
     auto removal = std::make_shared<Removal>();
     steps_->add({[=] {
                      *removal = host::scene().remove(node);
@@ -121,6 +141,8 @@ MStatus MDGModifier::renameNode(const MObject& object, const MString& newName) {
     const NodePtr node = Access::as<host::Node>(object);
     if (!node || newName.length() == 0 || node->isDefault)
         return MS::kInvalidParameter;
+    if (node->locked)
+        return MS::kFailure;
     auto before = std::make_shared<std::string>();
     const std::string wanted = newName.asChar();
     steps_->add({[=] {
@@ -134,9 +156,10 @@ MStatus MDGModifier::renameNode(const MObject& object, const MString& newName) {
 MStatus MDGModifier::connect(const MPlug& source, const MPlug& dest) {
     if (source.isNull() || dest.isNull())
         return MS::kInvalidParameter;
-    const host::SlotPtr from = PlugAccess::slot(source);
-    const host::SlotPtr to = PlugAccess::slot(dest);
-    if (!from->attribute->connectable || !to->attribute->connectable || !to->attribute->writable)
+    const host::SlotPtr from = held(source);
+    const host::SlotPtr to = held(dest);
+    if (!from->attribute->connectable || !to->attribute->connectable || !to->attribute->writable ||
+        !carries(*from, *to))
         return MS::kFailure;
     auto value = std::make_shared<host::PlugValue>();
     auto old = std::make_shared<host::SlotPtr>();
@@ -160,8 +183,8 @@ MStatus MDGModifier::connect(const MObject& sourceNode, const MObject& sourceAtt
 MStatus MDGModifier::disconnect(const MPlug& source, const MPlug& dest) {
     if (source.isNull() || dest.isNull())
         return MS::kInvalidParameter;
-    const host::SlotPtr from = PlugAccess::slot(source);
-    const host::SlotPtr to = PlugAccess::slot(dest);
+    const host::SlotPtr from = held(source);
+    const host::SlotPtr to = held(dest);
     steps_->add({[=] { return host::scene().disconnect(from, to); },
                  [=] { host::scene().connect(from, to); }});
     return MS::kSuccess;
@@ -176,8 +199,19 @@ MStatus MDGModifier::addAttribute(const MObject& node, const MObject& attribute)
 MStatus MDGModifier::removeAttribute(const MObject& node, const MObject& attribute) {
     if (!Access::as<host::Node>(node) || !Access::as<host::Attribute>(attribute))
         return MS::kInvalidParameter;
-    steps_->add({[=] { return bool(MFnDependencyNode(node).removeAttribute(attribute)); },
-                 [=] { MFnDependencyNode(node).addAttribute(attribute); }});
+    auto connections = std::make_shared<std::vector<std::pair<host::SlotPtr, host::SlotPtr>>>();
+    steps_->add({[=] {
+                     const MPlug plug(node, attribute);
+                     if (plug.isNull())
+                         return false;
+                     *connections = host::connectionsOf(*PlugAccess::slot(plug));
+                     return bool(MFnDependencyNode(node).removeAttribute(attribute));
+                 },
+                 [=] {
+                     MFnDependencyNode(node).addAttribute(attribute);
+                     for (const auto& [source, destination] : *connections)
+                         host::scene().connect(source, destination);
+                 }});
     return MS::kSuccess;
 }
 MStatus MDGModifier::commandToExecute(const MString& command) {

@@ -38,7 +38,8 @@ MString MPxNode::name() const {
     return node_ ? node_->name.c_str() : "";
 }
 MObject MPxNode::thisMObject() const {
-    return node_ ? Access::make(node_->self()) : MObject();
+    // Null in the destructor: the node is already going.
+    return node_ ? Access::make(node_->weak_from_this().lock()) : MObject();
 }
 MStatus MPxNode::addAttribute(const MObject& attribute) {
     return host::typeRegistry().addAttributeToCurrent(Access::as<Attribute>(attribute));
@@ -206,7 +207,14 @@ MStatus MFnDependencyNode::addAttribute(const MObject& attribute) {
 }
 MStatus MFnDependencyNode::removeAttribute(const MObject& attribute) {
     const NodePtr node = nodeOf(object_);
-    if (!node || !node->removeAttribute(Access::as<Attribute>(attribute)))
+    const AttributePtr removed = Access::as<Attribute>(attribute);
+    if (!node || !removed || !removed->dynamic)
+        return MS::kFailure;
+    if (const host::SlotPtr slot = node->slot(removed)) {
+        for (const auto& [source, destination] : host::connectionsOf(*slot))
+            host::scene().disconnect(source, destination);
+    }
+    if (!node->removeAttribute(removed))
         return MS::kFailure;
     host::scene().touch();
     return MS::kSuccess;

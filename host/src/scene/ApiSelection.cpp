@@ -10,6 +10,7 @@
 #include <maya/MStringArray.h>
 
 #include <algorithm>
+#include <charconv>
 
 using host::Access;
 using host::DagNode;
@@ -95,7 +96,10 @@ host::SlotPtr slotAt(host::Node& node, const std::string& path) {
         int index = -1;
         const std::size_t bracket = part.find('[');
         if (bracket != std::string::npos) {
-            index = std::atoi(part.c_str() + bracket + 1);
+            const char* last = part.data() + part.size() - 1;
+            const auto [stop, code] = std::from_chars(part.data() + bracket + 1, last, index);
+            if (code != std::errc() || stop != last || *last != ']' || index < 0)
+                return nullptr;
             part.resize(bracket);
         }
         if (!at) {

@@ -2,6 +2,7 @@
 
 #include "scene/AnimCurve.h"
 #include "scene/Node.h"
+#include "scene/TimeState.h"
 
 namespace host {
 namespace {
@@ -264,6 +265,20 @@ void addCurve(TypeRegistry& registry, const char* name, MFn::Type type, Attribut
     registry.addBuiltIn(std::move(curve));
 }
 
+// Its output is the current time, whatever is stored.
+class TimeNode : public Node {
+public:
+    using Node::Node;
+
+protected:
+    bool compute(Slot& slot, const MTime& when, PlugValue& value) override {
+        if (slot.attribute->name != "outTime")
+            return false;
+        value = (when.unit() == MTime::kInvalid ? timeline::current() : when).as(MTime::kFilm);
+        return true;
+    }
+};
+
 void addOthers(TypeRegistry& registry) {
     add(registry, "animCurve", "node", MFn::kAnimCurve,
         {choice("preInfinity", "pre",
@@ -280,8 +295,14 @@ void addOthers(TypeRegistry& registry) {
              unit("output", "o", MFnUnitAttribute::kTime));
     addCurve(registry, "animCurveTU", MFn::kAnimCurveTimeToUnitless, real("output", "o"));
 
-    add(registry, "time", "node", MFn::kTime,
-        {unsaved(unit("outTime", "o", MFnUnitAttribute::kTime))});
+    NodeType time;
+    time.name = "time";
+    time.id = nextId();
+    time.base = "node";
+    time.apiType = MFn::kTime;
+    time.make = makeNode<TimeNode>;
+    time.attributes = {unsaved(unit("outTime", "o", MFnUnitAttribute::kTime))};
+    registry.addBuiltIn(std::move(time));
     add(registry, "resolution", "node", MFn::kResolution,
         {number("width", "w", MFnNumericData::kInt, 960.0),
          number("height", "h", MFnNumericData::kInt, 540.0),

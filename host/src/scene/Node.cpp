@@ -83,7 +83,7 @@ bool Node::removeAttribute(const AttributePtr& attribute) {
     const auto found = std::find(ownAttributes_.begin(), ownAttributes_.end(), attribute);
     if (found == ownAttributes_.end())
         return false;
-    slots_.erase(attribute.get());
+    // Its place stays: the same attribute, put back, has its value and flags again.
     ownAttributes_.erase(found);
     return true;
 }
@@ -123,8 +123,50 @@ bool Node::compute(Slot&, const MTime&, PlugValue&) {
     return false;
 }
 
+namespace {
+
+// What drives a place: its own connection, or the part of one to a compound or array above it.
+SlotPtr driverOf(Slot& slot) {
+    if (SlotPtr source = slot.source.lock())
+        return source;
+    const SlotPtr above = slot.parent ? driverOf(*slot.parent) : nullptr;
+    if (!above)
+        return nullptr;
+    if (slot.isElement())
+        return above->isArray() ? above->element(slot.index) : nullptr;
+    const auto& children = slot.parent->attribute->children;
+    const auto place = std::find(children.begin(), children.end(), slot.attribute);
+    return above->isCompound() && place != children.end()
+               ? above->child(static_cast<std::size_t>(place - children.begin()))
+               : nullptr;
+}
+
+// Marks a place as being evaluated, so that a cycle of connections ends at a value.
+class Evaluating {
+public:
+    explicit Evaluating(const Slot& slot)
+        : cycle_(std::find(open().begin(), open().end(), &slot) != open().end()) {
+        open().push_back(&slot);
+    }
+    ~Evaluating() { open().pop_back(); }
+    Evaluating(const Evaluating&) = delete;
+    Evaluating& operator=(const Evaluating&) = delete;
+    bool isCycle() const { return cycle_; }
+
+private:
+    static std::vector<const Slot*>& open() {
+        static thread_local std::vector<const Slot*> slots;
+        return slots;
+    }
+    const bool cycle_;
+};
+
+} // namespace
+
 PlugValue Node::evaluate(Slot& slot, const MTime& when) {
-    if (const SlotPtr source = slot.source.lock())
+    const Evaluating evaluating(slot);
+    const SlotPtr source = evaluating.isCycle() ? nullptr : driverOf(slot);
+    if (source)
         return source->node.evaluate(*source, when);
     PlugValue value;
     if (compute(slot, when, value))

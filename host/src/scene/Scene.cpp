@@ -32,7 +32,7 @@ std::string legalName(const std::string& wanted) {
     return name;
 }
 
-// `*` stands for any run of characters, `?` for one.
+// `*` stands for any run of characters within a namespace, `?` for one.
 bool matches(const char* pattern, const char* text) {
     const char* star = nullptr;
     const char* retry = nullptr;
@@ -43,7 +43,7 @@ bool matches(const char* pattern, const char* text) {
         } else if (*pattern == '*') {
             star = pattern++;
             retry = text;
-        } else if (star) {
+        } else if (star && *retry != ':') {
             pattern = star + 1;
             text = ++retry;
         } else {
@@ -79,6 +79,16 @@ bool pathMatches(const DagNode& node, std::vector<std::string> parts) {
         at = at->parent();
     }
     return !anchored || (at && !at->parent());
+}
+
+bool isHistory(const Node& node) {
+    return !node.isDefault && !node.locked &&
+           (node.hasFn(MFn::kAnimCurve) || node.hasFn(MFn::kPolyCreator));
+}
+
+bool isAmong(const std::vector<Removal::Item>& items, const Node& node) {
+    return std::any_of(items.begin(), items.end(),
+                       [&](const Removal::Item& item) { return item.node.get() == &node; });
 }
 
 } // namespace
@@ -161,6 +171,9 @@ void Scene::reset() {
         }
     }
     root_->children_.clear();
+    root_->inScene_ = false;
+    // The old nodes end last: what plug-ins do in their destructors finds the new scene.
+    const std::vector<NodePtr> old = std::move(nodes_);
     nodes_.clear();
     timeline::reset();
     makeDefaults();
@@ -234,6 +247,39 @@ NodePtr Scene::create(const std::string& type, const std::string& name, const Da
     return node;
 }
 
+SlotPtr heldSlot(const SlotPtr& slot) {
+    return slot ? SlotPtr(slot->node.self(), slot.get()) : nullptr;
+}
+
+std::vector<std::pair<SlotPtr, SlotPtr>> connectionsOf(const Slot& slot) {
+    std::vector<std::pair<SlotPtr, SlotPtr>> found;
+    const auto add = [&found](const Slot& at, const auto& addBelow) -> void {
+        const SlotPtr here = heldSlot(std::const_pointer_cast<Slot>(at.shared_from_this()));
+        if (const SlotPtr source = at.source.lock())
+            found.emplace_back(heldSlot(source), here);
+        for (const std::weak_ptr<Slot>& weak : at.destinations) {
+            if (const SlotPtr destination = weak.lock())
+                found.emplace_back(here, heldSlot(destination));
+        }
+        for (const SlotPtr& child : at.children)
+            addBelow(*child, addBelow);
+        for (const auto& [index, element] : at.elements)
+            addBelow(*element, addBelow);
+    };
+    add(slot, add);
+    return found;
+}
+
+bool Scene::feedsOnly(const Node& feeder, const std::vector<Removal::Item>& items) {
+    for (const auto& [attribute, slot] : feeder.slots_) {
+        for (const auto& [source, destination] : connectionsOf(*slot)) {
+            if (&source->node == &feeder && !isAmong(items, destination->node))
+                return false;
+        }
+    }
+    return true;
+}
+
 Removal Scene::remove(const NodePtr& node) {
     Removal removal;
     if (!node || !node->inScene_ || node->isDefault || node == root_)
@@ -256,21 +302,24 @@ Removal Scene::remove(const NodePtr& node) {
     };
     collect(node, collect);
 
-    const auto cut = [&](const SlotPtr& slot, const auto& cutBelow) -> void {
-        if (const SlotPtr source = slot->source.lock())
-            removal.connections.emplace_back(source, slot);
-        for (const std::weak_ptr<Slot>& weak : slot->destinations) {
-            if (const SlotPtr destination = weak.lock())
-                removal.connections.emplace_back(slot, destination);
+    // History that fed only what goes, curves and creators of primitives, goes with it; the list
+    // grows meanwhile.
+    for (std::size_t i = 0; i < removal.items.size(); ++i) {
+        const NodePtr going = removal.items[i].node;
+        for (const auto& [attribute, slot] : going->slots_) {
+            for (const auto& connection : connectionsOf(*slot)) {
+                const NodePtr feeder = connection.first->node.self();
+                if (isHistory(*feeder) && !isAmong(removal.items, *feeder) &&
+                    feedsOnly(*feeder, removal.items))
+                    collect(feeder, collect);
+            }
         }
-        for (const SlotPtr& child : slot->children)
-            cutBelow(child, cutBelow);
-        for (const auto& [index, element] : slot->elements)
-            cutBelow(element, cutBelow);
-    };
+    }
     for (const Removal::Item& item : removal.items) {
-        for (const auto& [attribute, slot] : item.node->slots_)
-            cut(slot, cut);
+        for (const auto& [attribute, slot] : item.node->slots_) {
+            const auto some = connectionsOf(*slot);
+            removal.connections.insert(removal.connections.end(), some.begin(), some.end());
+        }
     }
     std::sort(removal.connections.begin(), removal.connections.end());
     removal.connections.erase(std::unique(removal.connections.begin(), removal.connections.end()),

@@ -65,6 +65,7 @@ public:
 
 private:
     void makeDefaults();
+    static bool feedsOnly(const Node& feeder, const std::vector<Removal::Item>& items);
     bool nameTaken(const std::string& name, const Node& node, const DagNode* parent) const;
     std::size_t position(const NodePtr& node) const;
 
@@ -74,5 +75,10 @@ private:
 };
 
 Scene& scene();
+
+/// The same place, keeping its node alive as well.
+SlotPtr heldSlot(const SlotPtr& slot);
+/// Connections to and from a place and all below it, as (source, destination) of held places.
+std::vector<std::pair<SlotPtr, SlotPtr>> connectionsOf(const Slot& slot);
 
 } // namespace host

@@ -40,6 +40,18 @@ private:
     std::vector<std::unique_ptr<UndoStep>> steps_;
 };
 
+// Up while a step runs, also when it leaves by an exception.
+class Raised {
+public:
+    explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Raised() { flag_ = false; }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+
+private:
+    bool& flag_;
+};
+
 } // namespace
 
 UndoStep::~UndoStep() = default;
@@ -87,11 +99,11 @@ bool UndoQueue::undo() {
         return false;
     std::unique_ptr<UndoStep> step = std::move(done_.back());
     done_.pop_back();
-    undoing_ = true;
-    const bool ok = step->undo();
-    undoing_ = false;
-    if (!ok)
-        return false;
+    {
+        const Raised raised(undoing_);
+        if (!step->undo())
+            return false;
+    }
     undone_.push_back(std::move(step));
     events::emit("Undo");
     return true;
@@ -102,11 +114,11 @@ bool UndoQueue::redo() {
         return false;
     std::unique_ptr<UndoStep> step = std::move(undone_.back());
     undone_.pop_back();
-    redoing_ = true;
-    const bool ok = step->redo();
-    redoing_ = false;
-    if (!ok)
-        return false;
+    {
+        const Raised raised(redoing_);
+        if (!step->redo())
+            return false;
+    }
     done_.push_back(std::move(step));
     events::emit("Redo");
     return true;

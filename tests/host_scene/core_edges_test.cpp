@@ -178,7 +178,7 @@ TEST_F(CoreEdgesTest, CyclesEndAndMisfitsAreRefused) {
     ASSERT_TRUE(connect(plugOf(a, "tx"), plugOf(b, "tx")));
     ASSERT_TRUE(connect(plugOf(b, "tx"), plugOf(a, "tx")));
     EXPECT_EQ(2.0, plugOf(a, "tx").asDouble());
-    EXPECT_EQ(2.0, plugOf(b, "tx").asDouble());
+    EXPECT_EQ(0.0, plugOf(b, "tx").asDouble()); // each ends at its own stored value
 
     const MObject note = make("edgeNode", "n", a);
     EXPECT_FALSE(connect(plugOf(a, "ty"), plugOf(note, "note")));
@@ -209,6 +209,18 @@ TEST_F(CoreEdgesTest, HistoryGoesWithWhatItFedAndComesBack) {
     EXPECT_EQ(3.0, plugOf(ball, "tx").asDouble());
     EXPECT_TRUE(plugOf(mesh, "inMesh").source() == plugOf(sphere, "output"));
     EXPECT_TRUE(plugOf(ball, "ty").isDestination());
+
+    MDagModifier both; // the maker is gone already when its turn comes
+    both.deleteNode(ball);
+    both.deleteNode(sphere);
+    ASSERT_TRUE(both.doIt());
+    EXPECT_FALSE(exists("maker"));
+    both.undoIt();
+    EXPECT_TRUE(exists("maker") && exists("ball"));
+    MDGModifier stale;
+    both.doIt();
+    stale.deleteNode(ball);
+    EXPECT_FALSE(stale.doIt()); // another modifier finds nothing to delete
 }
 
 TEST_F(CoreEdgesTest, RemovedAttributesComeBackWithValueFlagsAndConnections) {

@@ -9,7 +9,6 @@
 #include <QAction>
 #include <QComboBox>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -65,7 +64,7 @@ TEST_F(Dialogs, SaveAsChoosesTheFormBySuffix) {
     QTemporaryDir directory;
     for (const char* name : {"shot.mb", "shot.ma", "plain"}) {
         whenShown<QFileDialog>([&](QFileDialog& dialog) {
-            dialog.findChild<QLineEdit*>("fileNameEdit")->setText(directory.filePath(name));
+            dialog.selectFile(directory.filePath(name));
             static_cast<QDialog&>(dialog).accept();
         });
         ASSERT_TRUE(window->saveAs()) << name;
@@ -80,7 +79,7 @@ TEST_F(Dialogs, SaveAsChoosesTheFormBySuffix) {
     // A failed save keeps the scene's name.
     const std::string name = host::fileIO().sceneName();
     whenShown<QFileDialog>([&](QFileDialog& dialog) {
-        dialog.findChild<QLineEdit*>("fileNameEdit")->setText("/proc/shot.ma");
+        dialog.selectFile("/proc/shot.ma");
         static_cast<QDialog&>(dialog).accept();
     });
     EXPECT_FALSE(window->saveAs());

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <set>
 #include <vector>
 
 using host::Access;
@@ -45,6 +46,13 @@ public:
         return true;
     }
 
+    // A node that an earlier step took out, with what it belonged to, needs no deleting any more.
+    void noteRemoved(const Removal& removal) {
+        for (const Removal::Item& item : removal.items)
+            removed_.insert(item.node);
+    }
+    bool hasRemoved(Node& node) const { return removed_.count(node.self()) > 0; }
+
     void undoAll() {
         while (done_ > 0)
             steps_[--done_].undo();
@@ -52,6 +60,7 @@ public:
 
 private:
     std::vector<Step> steps_;
+    std::set<NodePtr> removed_;
     std::size_t done_ = 0;
 };
 
@@ -130,8 +139,13 @@ MStatus MDGModifier::deleteNode(const MObject& object) {
     if (node->locked)
         return MS::kFailure;
     auto removal = std::make_shared<Removal>();
+    host::ModifierSteps* steps = steps_.get(); // it runs the step, so it is there
     steps_->add({[=] {
+                     *removal = Removal();
+                     if (!node->inScene() && steps->hasRemoved(*node))
+                         return true;
                      *removal = host::scene().remove(node);
+                     steps->noteRemoved(*removal);
                      return !removal->items.empty();
                  },
                  [=] { host::scene().restore(*removal); }});

@@ -8,7 +8,7 @@
 
 namespace host {
 
-/// Helpers of this room's script commands.
+/// What the script commands of this room share.
 namespace command {
 
 /// Throws ScriptError naming the command when there is no window.

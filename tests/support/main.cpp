@@ -14,8 +14,12 @@ QtMessageHandler previousHandler = nullptr;
 // Warnings of the display platform, not of this code.
 bool isExpected(const QString& text) {
     static const QStringList expected = {
-        "XDG_RUNTIME_DIR", "This plugin does not support", "propagateSizeHints",
-        "QXcbConnection: XCB error", "libGL", "MESA",
+        "XDG_RUNTIME_DIR",
+        "This plugin does not support",
+        "propagateSizeHints",
+        "QXcbConnection: XCB error",
+        "libGL",
+        "MESA",
     };
     for (const QString& part : expected) {
         if (text.contains(part))

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-// Keys of animation curves as setAttr statements: ".ktv", ".kit", ".kot", ".pre", ".pst"; ".tan", the type of keys
-// to come, is read and left alone.
+// Keys of animation curves as setAttr statements: ".ktv", ".kit", ".kot", ".pre", ".pst"; ".tan",
+// the type of keys to come, is read and left alone.
 namespace host {
 
 bool isCurve(const MObject& node);

@@ -17,6 +17,8 @@
 #include <QGuiApplication>
 #include <QMetaObject>
 
+#include <clocale>
+
 namespace host {
 
 namespace {
@@ -47,6 +49,8 @@ void startUp(const StartUpOptions& options) {
     if (started)
         return;
     started = true;
+    // Scripts and files write numbers with a point whatever the user's language.
+    std::setlocale(LC_NUMERIC, "C");
     script::setBatchMode(options.batch);
     script::registerCoreCommands();
     registerSceneCommands();

@@ -14,7 +14,7 @@ namespace vellum {
 
 namespace {
 
-// PNG Specification, second edition (ISO/IEC 15948): 5 (datastream structure), 11.2.2 (IHDR), 9
+// ISO/IEC 15948 (PNG), second edition: 5 (datastream structure), 11.2.2 (IHDR), 9
 // (filtering), 10 (compression).
 constexpr int kSignatureSize = 8;
 constexpr int kChunkFrame = 12; ///< length, type and checksum around a chunk's data

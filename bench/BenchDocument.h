@@ -5,6 +5,7 @@
 
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
+#include "document/StrokeSession.h"
 #include "tools/raster/StrokePoint.h"
 
 #include <QByteArray>
@@ -107,20 +108,21 @@ inline std::vector<Points> strokes(const std::string& file) {
     return found.empty() ? generatedStrokes() : found;
 }
 
+/// Draws on the current frame as a committed stroke does, without making undo bytes.
 inline void draw(vellum::LayerManager& manager, Points points, int tool, int width,
                  const QColor& color) {
-    vellum::Stroke* stroke = manager.beginStroke(kCamera, tool, color);
-    if (!stroke) {
+    vellum::Frame* frame = manager.currentFrame(kCamera);
+    if (!frame) {
         std::fprintf(stderr, "no frame to draw on\n");
         std::exit(1);
     }
     for (vellum::StrokePoint& point : points) {
         point.width = width;
     }
-    stroke->points = std::move(points);
-    stroke->dirty = true;
-    QByteArray undo;
-    manager.commitStroke(kCamera, undo);
+    vellum::StrokeSession session(*frame, tool, color, QImage());
+    session.stroke().points = std::move(points);
+    session.stroke().dirty = true;
+    manager.activeLayer(kCamera)->setCurrentImage(session.merged(frame->image()));
 }
 
 inline void goTo(vellum::LayerManager& manager, int frame) {

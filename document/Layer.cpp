@@ -143,8 +143,7 @@ std::unique_ptr<Frame> Layer::takeFrameAt(int intTime) {
     auto frame = std::move(frames_[static_cast<std::size_t>(index)]);
     frames_.erase(frames_.begin() + index);
     markDirty();
-    // The scene's time, not the removed frame's, decides what is shown from now on.
-    updateCurrentIndex(currentIntTime());
+    updateCurrentIndex(intTime);
     return frame;
 }
 

@@ -69,6 +69,8 @@ public:
     std::unique_ptr<Frame> copyFrameAt(int intTime) const;
 
     /// Removes the frame at that time and hands it over; null when there is none.
+    /// Afterwards the current frame is the one at the removed frame's time; whoever shows the layer
+    /// at another moment gives it that with updateCurrentIndex().
     std::unique_ptr<Frame> takeFrameAt(const MTime& time);
     std::unique_ptr<Frame> takeFrameAt(int intTime);
     std::unique_ptr<Frame> takeFrameAtCurrentTime();
@@ -92,6 +94,23 @@ public:
     QList<int> frameTimes() const;
     void collectFrameTimes(QList<int>& times) const;
 
+    /// Records of changes name frames by their exact moments, which a change of the time unit does
+    /// not alter, and bring frames back to where they were even if the unit now lets neighbours
+    /// fall together. Each of the two does everything or, returning false, nothing.
+
+    /// Takes the frames of these moments out (ascending) and puts those of `frames` in; `frames`
+    /// gets the ones taken, ascending and packed. Refused when a moment to take has no frame or
+    /// one to put in has another frame.
+    bool exchangeFrames(const std::vector<MTime>& leaving,
+                        std::vector<std::unique_ptr<Frame>>& frames);
+
+    struct Shift {
+        MTime from;
+        MTime to;
+    };
+    /// Gives frames other moments. Refused when there is no frame to shift or two would meet.
+    bool shiftFrames(const std::vector<Shift>& shifts);
+
     /// Finds the current frame for a time.
     void updateCurrentIndex(int intTime);
 
@@ -110,6 +129,7 @@ public:
 private:
     int firstAfter(int intTime) const; ///< index of the first frame later than that
     int indexOf(int intTime) const;    ///< -1 when there is none
+    void framesReplaced();             ///< frames_ was rebuilt
 
     QString name_;
     bool active_ = false;

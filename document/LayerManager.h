@@ -199,7 +199,7 @@ private:
     QString strokeCamera_;
     QImage strokeCanvas_;       ///< reused from stroke to stroke
     QStringList recentCameras_; ///< whose pictures are taken to be on display, latest first
-    QString fullRedrawCamera_;  ///< a stroke was discarded there and the picture still shows it
+    std::set<QString> fullRedrawCameras_; ///< a stroke was discarded and the picture still shows it
 };
 
 } // namespace vellum

@@ -37,7 +37,11 @@ std::unique_ptr<Frame> LayerManager::takeFrameAt(const QString& camera, const MT
 
 std::unique_ptr<Frame> LayerManager::takeFrameAt(const QString& camera, int intTime) {
     Layer* active = activeLayer(camera);
-    return active ? active->takeFrameAt(intTime) : nullptr;
+    if (!active)
+        return nullptr;
+    std::unique_ptr<Frame> frame = active->takeFrameAt(intTime);
+    active->updateCurrentIndex(currentIntTime()); // the document shows the scene's time
+    return frame;
 }
 
 std::unique_ptr<Frame> LayerManager::takeFrameAtCurrentTime(const QString& camera) {

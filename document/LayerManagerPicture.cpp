@@ -45,6 +45,10 @@ bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
     active->setCurrentImage(merged, stroke_->touched());
     strokeCanvas_ = stroke_->takeCanvas();
     stroke_.reset();
+    // The ghosts stood still during the stroke; one that left no pixel would not bring them up.
+    if (updateGhosts(*find(camera))) {
+        markCameraModified(camera);
+    }
     return true;
 }
 
@@ -52,7 +56,7 @@ void LayerManager::discardStroke() {
     if (stroke_) {
         strokeCanvas_ = stroke_->takeCanvas();
         stroke_.reset();
-        fullRedrawCamera_ = strokeCamera_;
+        fullRedrawCameras_.insert(strokeCamera_);
     }
 }
 
@@ -70,8 +74,7 @@ bool LayerManager::needsRedraw(const QString& camera) const {
     }
     if (found->composite->version() == 0 ||
         (stroke_ && strokeCamera_ == camera && stroke_->isDirty()) ||
-        (!fullRedrawCamera_.isNull() && fullRedrawCamera_ == camera) ||
-        modifiedCameras_.count(camera) > 0) {
+        fullRedrawCameras_.count(camera) > 0 || modifiedCameras_.count(camera) > 0) {
         return true;
     }
     for (const auto& one : found->layers) {
@@ -96,11 +99,9 @@ bool LayerManager::updateGhosts(Camera& camera) {
 
 QRect LayerManager::collectChanges(const QString& name, Camera& camera) {
     QRect changed;
-    if (modifiedCameras_.erase(name) > 0 || camera.composite->version() == 0) {
-        changed = Layer::wholeCanvas();
-    }
-    if (fullRedrawCamera_ == name) {
-        fullRedrawCamera_ = QString();
+    const bool modified = modifiedCameras_.erase(name) > 0;
+    const bool discarded = fullRedrawCameras_.erase(name) > 0;
+    if (modified || discarded || camera.composite->version() == 0) {
         changed = Layer::wholeCanvas();
     }
     for (const auto& one : camera.layers) {

@@ -5,6 +5,7 @@
 #include "document/IntTime.h"
 #include "document/PixelRows.h"
 #include "plugin/leaves/Settings.h"
+#include "support/Seed.h"
 #include "tools/raster/StrokeMerge.h"
 
 #include <QPainter>
@@ -150,7 +151,7 @@ TEST(Composite, GhostsEqualQPainterInEveryCombination) {
 }
 
 TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
-    const auto seed = static_cast<unsigned>(std::random_device{}());
+    const unsigned seed = support::seed();
     SCOPED_TRACE("seed " + std::to_string(seed));
     const CleanScene scene;
     std::mt19937 random(seed);
@@ -202,6 +203,21 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
         ASSERT_EQ(mirror, inParts) << "round " << round;
         ASSERT_EQ(rebuilt(manager), inParts) << "round " << round;
     }
+}
+
+TEST(Composite, GhostsComeUpWithAStrokeThatLeftNoPixel) {
+    const CleanScene scene;
+    LayerManager manager;
+    fill(manager, 2, 800);
+    settings().ghostPrev = true;
+    manager.compositeCamera(kCamera);
+    ASSERT_TRUE(manager.beginStroke(kCamera, tool::kBrush, Qt::blue));
+    manager.setActiveLayer(kCamera, 0, false);
+    manager.compositeCamera(kCamera);
+    QByteArray undo;
+    ASSERT_TRUE(manager.commitStroke(kCamera, undo));
+    const QImage picture = manager.compositeCamera(kCamera)->copy();
+    EXPECT_EQ(rebuilt(manager), picture);
 }
 
 TEST(Composite, DrawingTouchesOnlyWhatTheStrokeTouches) {

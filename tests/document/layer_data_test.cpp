@@ -3,6 +3,7 @@
 #include "document/Drawing.h"
 #include "document/FrameCache.h"
 #include "document/IntTime.h"
+#include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
 
 #include <cstring>
@@ -386,7 +387,7 @@ TEST(LayerData, HostileCountsAndLengthsFailAtOnce) {
 }
 
 TEST(LayerData, DamagedBytesNeverDoHarm) {
-    const auto seed = static_cast<unsigned>(std::random_device{}());
+    const unsigned seed = support::seed();
     SCOPED_TRACE("seed " + std::to_string(seed));
     const CleanScene scene;
     const drawing::QuietQt quiet;

@@ -122,7 +122,9 @@ TEST(Layer, KeepsFramesSortedAndRefusesASecondOneAtATime) {
     setTime(*layer, 15);
     const auto taken = layer->takeFrameAt(-5);
     EXPECT_EQ(drawing::markOf(taken->image()), 2);
-    EXPECT_EQ(layer->currentFrame()->intTime(), 11) << "what is shown now does not change";
+    EXPECT_EQ(layer->currentIndex(), -1) << "none at or before the time it was taken from";
+    layer->updateCurrentIndex(15);
+    EXPECT_EQ(layer->currentFrame()->intTime(), 11);
     layer->clearFrames();
     EXPECT_EQ(layer->currentIndex(), -1);
 }

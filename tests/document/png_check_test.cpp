@@ -2,6 +2,7 @@
 // of other sizes.
 #include "document/Drawing.h"
 #include "document/PngCheck.h"
+#include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
 
 #include <QBuffer>
@@ -102,7 +103,7 @@ TEST(PngCheck, RefusesHugeClaimsAndBombsCheaply) {
 }
 
 TEST(PngCheck, AgreesWithDecodingOnDamagedPictures) {
-    const auto seed = static_cast<unsigned>(std::random_device{}());
+    const unsigned seed = support::seed();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
     const drawing::QuietQt quiet;

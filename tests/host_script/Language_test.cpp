@@ -59,8 +59,24 @@ TEST_F(Language, OperatorsAndConversions) {
         {"<<1, 2, 3>> + <<1, 1, 1>> * 2", "vector: <<3, 4, 5>>"},
         {"<<1, 2, 3>> * <<4, 5, 6>>", "float: 32"},
         {"<<1, 0, 0>> ^ <<0, 1, 0>>", "vector: <<0, 0, 1>>"},
-        {"vector $v; $v.y = 4; $v.x + $v.y", "float: 4"},
+        {"vector $v = <<1, 4, 2>>; $v.z * $v.y", "float: 8"},
+        {"vector $v; $v.y = 4", "error: line 1: Syntax error"},
+        {"vector $v; $v.y += 4", "error: line 1: Syntax error"},
+        {"vector $v; $v.y++", "error: line 1: Syntax error"},
+        {"vector $v; ++$v.y", "error: line 1: Syntax error"},
+        {"$new.y = 4", "error: line 1: Syntax error"},
         {"matrix $m[2][2] = <<1, 2; 3, 4>>; $m[0][1] = 7; $m[0][1] + $m[1][0]", "float: 10"},
+        {"matrix $a[2][3] = <<1, 2, 3; 4, 5, 6>>; matrix $b[3][1] = <<7; 8; 9>>; $c = $a * $b; $c",
+         "matrix: <<50; 122>>"},
+        {"matrix $a[1][2] = <<1, 2>>; $a + $a * 2 - 0.5 * $a", "matrix: <<2.5, 5>>"},
+        {"matrix $a[1][2]; $a * $a",
+         "error: line 1: Matrices of 2 columns and 1 rows cannot be multiplied."},
+        {"matrix $a[1][2]; matrix $b[2][1]; $a + $b",
+         "error: line 1: Matrices of different sizes cannot be added or subtracted."},
+        {"matrix $a[1][2]; $a == $a",
+         "error: line 1: Illegal operation \"==\" on data of type matrix."},
+        {"matrix $a[1][2]; \"m\" + $a",
+         "error: line 1: Illegal operation \"+\" on data of type matrix."},
         {"1 / 0", "error: line 1: Division by zero."},
         {"1.0 % 0", "error: line 1: Division by zero."},
         {"\"a\" * 2", "error: line 1: Illegal operation \"*\" on data of type string."},
@@ -270,6 +286,9 @@ TEST_F(Language, FilesKeepTheirOwnProcedures) {
     EXPECT_EQ(output(source + "bad.mel\"; print after;", "main.mel"),
               "file: " + (dir / "bad.mel").string() +
                   " line 3: Cannot find procedure \"noSuchCommand\".");
+    host::script::ScriptError error("");
+    EXPECT_FALSE(host::script::runFile(dir.string(), nullptr, &error)) << "a folder is no script";
+    EXPECT_EQ(error.text(), "Cannot read file \"" + dir.string() + "\".");
     EXPECT_EQ(output("source \"/no/such.mel\";", "main.mel"),
               "file: main.mel line 1: Cannot find file \"/no/such.mel\" for source statement.");
 

@@ -69,7 +69,7 @@ void UiTest::SetUp() {
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     window->setFocus();
-    hand = host::InputInjector::create();
+    hand = std::make_unique<support::Hand>();
     ASSERT_TRUE(hand->isReal()) << "these tests need an X server with XTEST";
 }
 
@@ -89,67 +89,6 @@ std::string UiTest::errorOf(const std::string& script) {
     } catch (const host::script::ScriptError& error) {
         return error.what();
     }
-}
-
-namespace {
-
-class EventWatch : public QObject {
-public:
-    explicit EventWatch(std::vector<QEvent::Type> types) : types_(std::move(types)) {
-        qApp->installEventFilter(this);
-    }
-    bool seen() const { return seen_; }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (watched->isWindowType() &&
-            std::find(types_.begin(), types_.end(), event->type()) != types_.end())
-            seen_ = true;
-        return false;
-    }
-
-private:
-    std::vector<QEvent::Type> types_;
-    bool seen_ = false;
-};
-
-} // namespace
-
-void UiTest::waitForEvent(const std::function<void()>& act, std::vector<QEvent::Type> types) {
-    const EventWatch watch(std::move(types));
-    act();
-    ASSERT_TRUE(waitFor([&] { return watch.seen(); })) << "the event did not arrive";
-    settle();
-}
-
-void UiTest::moveTo(const QWidget& widget, QPointF position) {
-    const QPoint target = host::InputInjector::toScreen(&widget, position);
-    if (hand->position() == target)
-        return;
-    waitForEvent([&] { hand->moveTo(target); }, {QEvent::MouseMove, QEvent::Enter});
-}
-
-void UiTest::press(Qt::MouseButton button) {
-    waitForEvent([&] { hand->press(button); },
-                 {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick});
-}
-
-void UiTest::release(Qt::MouseButton button) {
-    waitForEvent([&] { hand->release(button); }, {QEvent::MouseButtonRelease});
-}
-
-void UiTest::key(Qt::Key key, bool down) {
-    // An accepted shortcut leaves no key press behind.
-    waitForEvent([&] { ASSERT_TRUE(hand->key(key, down)); },
-                 {down ? QEvent::ShortcutOverride : QEvent::KeyRelease, QEvent::KeyPress});
-}
-
-void UiTest::type(std::vector<Qt::Key> keys) {
-    for (const Qt::Key each : keys)
-        key(each, true);
-    std::reverse(keys.begin(), keys.end());
-    for (const Qt::Key each : keys)
-        key(each, false);
 }
 
 } // namespace uitest

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "script/Interpreter.h"
-#include "ui/InputInjector.h"
+#include "support/Hand.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
 #include "ui/StartUp.h"
@@ -15,37 +15,17 @@
 #include <maya/MPxContextCommand.h>
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QTest>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace uitest {
 
-/// Runs the event loop until the condition holds; false after five seconds.
-inline bool waitFor(const std::function<bool()>& condition) {
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > 5000)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
-}
-
-/// What is in the queues now has been handled.
-inline void settle() {
-    for (int i = 0; i < 5; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-}
+using support::settle;
+using support::waitFor;
 
 /// The calls a RecordingContext got, oldest first: "press 10 20 left", "drag …", "setup".
 inline std::vector<std::string>& calls() {
@@ -124,19 +104,14 @@ protected:
 
     host::ViewWidget& view() { return window->mainPanel().viewWidget(); }
 
-    // The user's hand, in device pixels from the widget's top left corner. Each waits until the
-    // program got the event.
-    void moveTo(const QWidget& widget, QPointF position);
-    void press(Qt::MouseButton button = Qt::LeftButton);
-    void release(Qt::MouseButton button = Qt::LeftButton);
-    void key(Qt::Key key, bool down);
-    void type(std::vector<Qt::Key> keys); ///< down in this order, up in the other
+    void moveTo(const QWidget& widget, QPointF position) { hand->moveTo(widget, position); }
+    void press(Qt::MouseButton button = Qt::LeftButton) { hand->press(button); }
+    void release(Qt::MouseButton button = Qt::LeftButton) { hand->release(button); }
+    void key(Qt::Key key, bool down) { hand->key(key, down); }
+    void type(std::vector<Qt::Key> keys) { hand->type(std::move(keys)); }
 
     std::unique_ptr<host::MainWindow> window;
-    std::unique_ptr<host::InputInjector> hand;
-
-private:
-    void waitForEvent(const std::function<void()>& act, std::vector<QEvent::Type> types);
+    std::unique_ptr<support::Hand> hand;
 };
 
 } // namespace uitest

@@ -5,6 +5,7 @@
 #include "render/View.h"
 #include "render/Views.h"
 #include "ui/CameraNavigation.h"
+#include "ui/InputInjector.h"
 
 #include <maya/M3dView.h>
 #include <maya/MDagPath.h>

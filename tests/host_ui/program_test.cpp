@@ -1,45 +1,23 @@
 // vellum-host as a program: its options, exit codes, pictures and replays.
+#include "support/HostProgram.h"
+
 #include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QSet>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+using support::Outcome;
 using testing::HasSubstr;
 using testing::Not;
 
 namespace {
 
-struct Outcome {
-    int code = -1;
-    std::string out, err;
-};
-
 class Program : public ::testing::Test {
 protected:
     Outcome run(const QStringList& arguments, const QStringList& environment = {}) {
-        QProcess process;
-        process.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
-        if (!environment.isEmpty()) {
-            QProcessEnvironment variables = process.processEnvironment();
-            variables.insert(environment.at(0), environment.at(1));
-            process.setProcessEnvironment(variables);
-        }
-        process.setWorkingDirectory(directory.path());
-        process.start(VELLUM_HOST_PATH, arguments);
-        Outcome outcome;
-        if (!process.waitForFinished(90000)) {
-            process.kill();
-            process.waitForFinished();
-            ADD_FAILURE() << "vellum-host does not end";
-        } else {
-            outcome.code = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-        }
-        outcome.out = process.readAllStandardOutput().toStdString();
-        outcome.err = process.readAllStandardError().toStdString();
-        return outcome;
+        return support::HostProgram(arguments, directory.path(), environment).outcome();
     }
 
     QString write(const QString& name, const QByteArray& text) {

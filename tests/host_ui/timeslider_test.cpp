@@ -10,6 +10,7 @@
 #include <maya/MQtUtil.h>
 #include <maya/MTime.h>
 
+#include <QElapsedTimer>
 #include <gmock/gmock.h>
 
 using testing::Each;

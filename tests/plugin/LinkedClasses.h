@@ -2,7 +2,7 @@
 // call them. Not beside the loaded library: the names are the same.
 #pragma once
 
-#include "plugin/Session.h"
+#include "support/Session.h"
 
 namespace vellum {
 class BaseNode;

@@ -1,4 +1,4 @@
-#include "plugin/Session.h"
+#include "support/Session.h"
 
 #include "plugin/leaves/CommandStrings.h"
 #include "plugin/leaves/MayaStrings.h"

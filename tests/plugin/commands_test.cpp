@@ -1,5 +1,5 @@
 // The util and layer commands, through the script line of a host with the real plug-in.
-#include "plugin/Session.h"
+#include "support/Session.h"
 
 namespace vellum::test {
 namespace {

@@ -1,5 +1,5 @@
 // The node and its command, through the script line of a host with the real plug-in.
-#include "plugin/Session.h"
+#include "support/Session.h"
 
 #include <QTemporaryDir>
 

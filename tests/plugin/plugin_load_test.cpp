@@ -1,5 +1,5 @@
 // Loading and unloading in one process leaves things as they were.
-#include "plugin/Session.h"
+#include "support/Session.h"
 
 #include "plugin/leaves/CommandStrings.h"
 #include "plugin/leaves/Settings.h"

@@ -1,5 +1,6 @@
 // The freehand rasteriser against its plain form and against maps checked by hand.
 #include "PlainRaster.h"
+#include "support/Seed.h"
 #include "tools/raster/BrushStamp.h"
 #include "tools/raster/FreehandRaster.h"
 #include "tools/raster/Stroke.h"
@@ -57,7 +58,7 @@ using Rows = std::vector<std::string>;
 } // namespace
 
 TEST(Freehand, EqualsThePlainRulesOnRandomStrokes) {
-    const unsigned seed = std::random_device()();
+    const unsigned seed = support::seed();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
     const auto within = [&](int low, int high) {

@@ -1,3 +1,2 @@
 // The plug-in tests' session, here as well.
 #include "plugin/LinkedClasses.cpp"
-#include "plugin/Session.cpp"

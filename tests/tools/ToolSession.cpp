@@ -10,41 +10,13 @@
 #include "tools/interaction/DrawContextCommand.h"
 #include "tools/interaction/StrokeCommand.h"
 #include "tools/raster/ViewToImage.h"
-#include "ui/InputInjector.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QTest>
 #include <maya/M3dView.h>
 
 namespace vellum::test {
-
-namespace {
-
-// Sees whether an event came to a widget.
-class Witness : public QObject {
-public:
-    Witness(QObject* watched, QEvent::Type type) : type_(type) {
-        qApp->installEventFilter(this);
-        watched_ = watched;
-    }
-    bool seen() const { return seen_; }
-
-private:
-    bool eventFilter(QObject* object, QEvent* event) override {
-        if (event->type() == type_ && (!watched_ || object == watched_))
-            seen_ = true;
-        return false;
-    }
-
-    QObject* watched_ = nullptr;
-    QEvent::Type type_;
-    bool seen_ = false;
-};
-
-} // namespace
 
 ToolSession::ToolSession() = default;
 ToolSession::~ToolSession() = default;
@@ -57,7 +29,7 @@ void ToolSession::SetUp() {
                   kDrawContextCommand, DrawContextCommand::creator, {}, nullptr, nullptr),
               MS::kSuccess);
     node();
-    hand_ = host::InputInjector::create();
+    hand_ = std::make_unique<support::Hand>();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     window->activateWindow();
 }
@@ -103,43 +75,23 @@ QPoint ToolSession::imagePixel(QPoint viewPixel) {
 }
 
 bool ToolSession::waitFor(const std::function<bool()>& condition) {
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > 5000)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    return true;
-}
-
-void ToolSession::act(const std::function<void()>& what, QEvent::Type expected, QWidget* receiver) {
-    const Witness witness(receiver, expected);
-    what();
-    EXPECT_TRUE(waitFor([&] { return witness.seen(); })) << "event " << expected << " never came";
+    return support::waitFor(condition);
 }
 
 void ToolSession::moveTo(QPoint viewPixel) {
-    const QPoint screen = host::InputInjector::toScreen(&view(), viewPixel);
-    if (hand_->position() == screen)
-        return;
-    act([&] { hand_->moveTo(screen); }, QEvent::MouseMove, &view());
+    hand_->moveTo(view(), viewPixel);
 }
 
 void ToolSession::press(Qt::MouseButton button) {
-    const Witness twice(&view(), QEvent::MouseButtonDblClick);
-    const Witness once(&view(), QEvent::MouseButtonPress);
     hand_->press(button);
-    EXPECT_TRUE(waitFor([&] { return once.seen() || twice.seen(); }));
 }
 
 void ToolSession::release(Qt::MouseButton button) {
-    act([&] { hand_->release(button); }, QEvent::MouseButtonRelease, &view());
+    hand_->release(button);
 }
 
 void ToolSession::key(Qt::Key code, bool down) {
-    act([&] { EXPECT_TRUE(hand_->key(code, down)); }, down ? QEvent::KeyPress : QEvent::KeyRelease,
-        nullptr);
+    hand_->key(code, down);
 }
 
 } // namespace vellum::test

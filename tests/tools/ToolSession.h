@@ -3,18 +3,15 @@
 
 #include "document/LayerManager.h"
 #include "plugin/LinkedClasses.h"
+#include "support/Hand.h"
 #include "tools/raster/Stroke.h"
 
-#include <QEvent>
 #include <QImage>
 #include <QPoint>
 #include <functional>
 #include <memory>
 
-class QWidget;
-
 namespace host {
-class InputInjector;
 class ViewWidget;
 } // namespace host
 
@@ -50,9 +47,7 @@ protected:
     static bool waitFor(const std::function<bool()>& condition);
 
 private:
-    void act(const std::function<void()>& what, QEvent::Type expected, QWidget* receiver);
-
-    std::unique_ptr<host::InputInjector> hand_;
+    std::unique_ptr<support::Hand> hand_;
 };
 
 } // namespace vellum::test

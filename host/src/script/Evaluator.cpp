@@ -342,15 +342,6 @@ Value Evaluator::store(const Node& target, const Value& value) {
         return storeIn(variable(target), variableType(target), value);
 
     const Node& first = *target.children[0];
-    if (target.kind == NodeKind::Component) {
-        Value vector = readTarget(first);
-        if (vector.type() != Type::Vector)
-            throw ScriptError(std::string("Data of type ") + typeName(vector.type()) +
-                              " has no components.");
-        setElement(vector, componentIndex(target.component), value);
-        store(first, vector);
-        return value.toFloat();
-    }
     const int index = evaluate(*target.children[1]).toInt();
     const int column = target.children.size() > 2 ? evaluate(*target.children[2]).toInt() : -1;
     Value& array = variable(first);

@@ -7,6 +7,7 @@
 #include "script/Evaluator.h"
 #include "script/InterpreterState.h"
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -89,7 +90,13 @@ std::string readFile(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
     if (!stream)
         throw ScriptError("Cannot find file \"" + path + "\" for source statement.");
-    std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    // read() turns what goes wrong while reading (a folder opens like a file) into a state.
+    std::string text;
+    std::array<char, 65536> block;
+    while (stream.read(block.data(), block.size()) || stream.gcount() > 0)
+        text.append(block.data(), static_cast<std::size_t>(stream.gcount()));
+    if (stream.bad())
+        throw ScriptError("Cannot read file \"" + path + "\".");
     if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
         text.erase(0, 3);
     return text;

@@ -91,6 +91,52 @@ Value vectorOperation(Operator op, const Value& left, const Value& right) {
     illegal(op, Type::Vector);
 }
 
+/// `factor` on the left or the right of a matrix: the same.
+Value scaled(const MatrixValue& matrix, double factor) {
+    MatrixValue product = matrix;
+    for (double& cell : product.cells)
+        cell *= factor;
+    return product;
+}
+
+Value matrixProduct(const MatrixValue& a, const MatrixValue& b) {
+    if (a.columns != b.rows)
+        throw ScriptError("Matrices of " + std::to_string(a.columns) + " columns and " +
+                          std::to_string(b.rows) + " rows cannot be multiplied.");
+    MatrixValue product{a.rows, b.columns, {}};
+    product.cells.resize(static_cast<std::size_t>(a.rows) * static_cast<std::size_t>(b.columns));
+    auto cell = product.cells.begin();
+    for (int row = 0; row < a.rows; ++row) {
+        for (int column = 0; column < b.columns; ++column, ++cell) {
+            for (int i = 0; i < a.columns; ++i)
+                *cell += a.cells[static_cast<std::size_t>(row * a.columns + i)] *
+                         b.cells[static_cast<std::size_t>(i * b.columns + column)];
+        }
+    }
+    return product;
+}
+
+Value matrixOperation(Operator op, const Value& left, const Value& right) {
+    const auto* a = left.getIf<MatrixValue>();
+    const auto* b = right.getIf<MatrixValue>();
+    if (op == Operator::Multiply) {
+        if (a && b)
+            return matrixProduct(*a, *b);
+        const Value& factor = a ? right : left;
+        if (factor.isNumber())
+            return scaled(a ? *a : *b, factor.toFloat());
+    }
+    if (!a || !b || (op != Operator::Add && op != Operator::Subtract))
+        illegal(op, Type::Matrix);
+    if (a->rows != b->rows || a->columns != b->columns)
+        throw ScriptError("Matrices of different sizes cannot be added or subtracted.");
+    MatrixValue sum = *a;
+    const double sign = op == Operator::Add ? 1 : -1;
+    for (std::size_t i = 0; i < sum.cells.size(); ++i)
+        sum.cells[i] += sign * b->cells[i];
+    return sum;
+}
+
 template <class T> bool compared(Operator op, const T& a, const T& b) {
     switch (op) {
     case Operator::Equal:
@@ -143,8 +189,10 @@ template <class List, class Element> void store(Value& array, int index, Element
 
 Value applyOperator(Operator op, const Value& left, const Value& right) {
     for (const Value* v : {&left, &right})
-        if (!isScalar(*v))
+        if (!isScalar(*v) && v->type() != Type::Matrix)
             illegal(op, v->type());
+    if (left.type() == Type::Matrix || right.type() == Type::Matrix)
+        return matrixOperation(op, left, right);
     if (op >= Operator::Equal)
         return comparison(op, left, right);
     if (left.isString() || right.isString()) {

@@ -121,8 +121,8 @@ NodePtr Parser::expression() {
     Nesting nesting(*this);
     const int line = (scanner_.skipBlanks(), scanner_.line());
     NodePtr left = conditional();
-    const NodeKind kind = left->kind;
-    if (kind != NodeKind::Variable && kind != NodeKind::Index && kind != NodeKind::Component)
+    // The components of a vector can be read, not assigned.
+    if (left->kind != NodeKind::Variable && left->kind != NodeKind::Index)
         return left;
     bool assigns = false;
     const Operator op = assignmentOperator(scanner_, &assigns);
@@ -192,6 +192,8 @@ NodePtr Parser::unaryExpression() {
         if (scanner_.raw() != '$')
             scanner_.syntaxError();
         adopt(*node, variable(false));
+        if (node->children[0]->kind == NodeKind::Component)
+            scanner_.syntaxError();
         return node;
     }
     const char c = scanner_.raw();
@@ -207,8 +209,7 @@ NodePtr Parser::unaryExpression() {
         return unaryExpression();
     }
     NodePtr node = primary();
-    const NodeKind kind = node->kind;
-    if (kind == NodeKind::Variable || kind == NodeKind::Index || kind == NodeKind::Component) {
+    if (node->kind == NodeKind::Variable || node->kind == NodeKind::Index) {
         const bool up = scanner_.looksAt("++");
         if (up || scanner_.looksAt("--")) {
             scanner_.advance(2);

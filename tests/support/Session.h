@@ -31,6 +31,7 @@ protected:
 
     std::unique_ptr<host::MainWindow> window;
     QStringList errors; ///< since the last clear
+    QString allErrors() const;
 
 private:
     QTemporaryDir preferences_;

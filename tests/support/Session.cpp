@@ -1,14 +1,25 @@
-#include "plugin/Session.h"
-
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Script.h"
+#include "support/Session.h"
 
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
 #include "ui/MainWindow.h"
 #include "ui/StartUp.h"
 
+#include <maya/MCommandResult.h>
+#include <maya/MGlobal.h>
+#include <maya/MString.h>
+
 namespace vellum::test {
+
+namespace {
+
+MString toMaya(const QString& text) {
+    MString result;
+    result.setUTF8(text.toUtf8().constData());
+    return result;
+}
+
+} // namespace
 
 HostSession::HostSession() {
     qputenv("MAYA_APP_DIR", preferences_.path().toUtf8());
@@ -31,22 +42,30 @@ HostSession::~HostSession() {
 }
 
 bool HostSession::run(const QString& script) {
-    return script::execute(script, false, true);
+    return MGlobal::executeCommand(toMaya(script), false, true) == MS::kSuccess;
 }
 
 int HostSession::number(const QString& script) {
-    return script::executeInt(script).value_or(-12345);
+    int result = 0;
+    return MGlobal::executeCommand(toMaya(script), result) == MS::kSuccess ? result : -12345;
 }
 
 QString HostSession::text(const QString& script) {
-    return script::executeString(script).value_or(QStringLiteral("<no text>"));
+    MString result;
+    return MGlobal::executeCommand(toMaya(script), result) == MS::kSuccess
+               ? QString::fromUtf8(result.asUTF8())
+               : QStringLiteral("<no text>");
 }
 
 void HostSession::refuses(const QString& script, const QString& error) {
     errors.clear();
     EXPECT_FALSE(run(script)) << script.toStdString();
     EXPECT_TRUE(errors.contains(error))
-        << script.toStdString() << " said: " << errors.join(QStringLiteral(" | ")).toStdString();
+        << script.toStdString() << " said: " << allErrors().toStdString();
+}
+
+QString HostSession::allErrors() const {
+    return errors.join(QStringLiteral(" | "));
 }
 
 void Session::SetUp() {
@@ -61,15 +80,14 @@ void Session::TearDown() {
 
 void Session::loadPlugin() {
     errors.clear();
-    ASSERT_TRUE(
-        run(QStringLiteral("loadPlugin ") + command::quote(QStringLiteral(VELLUM_PLUGIN_PATH))));
-    EXPECT_TRUE(errors.isEmpty()) << errors.join(QStringLiteral(" | ")).toStdString();
+    ASSERT_TRUE(run(QStringLiteral("loadPlugin \"%1\"").arg(QStringLiteral(VELLUM_PLUGIN_PATH))));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
 
 void Session::unloadPlugin() {
     errors.clear();
     EXPECT_TRUE(run(QStringLiteral("unloadPlugin vellum2")));
-    EXPECT_TRUE(errors.isEmpty()) << errors.join(QStringLiteral(" | ")).toStdString();
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
 
 } // namespace vellum::test

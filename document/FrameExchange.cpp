@@ -1,0 +1,80 @@
+#include "document/FrameExchange.h"
+
+#include "document/Layer.h"
+#include "document/LayerManager.h"
+#include "plugin/leaves/Report.h"
+
+namespace vellum {
+
+std::vector<const Frame*> framesIn(const Layer& layer, const FrameRange& range) {
+    std::vector<const Frame*> frames;
+    for (int i = 0; i < layer.frameCount(); ++i) {
+        const Frame* frame = layer.frameAt(i);
+        if (range.contains(frame->intTime())) {
+            frames.push_back(frame);
+        }
+    }
+    return frames;
+}
+
+QString ExchangeOperation::undoFailedMessage() const {
+    return QStringLiteral("Failed to undo: the frames of the layer have changed since.");
+}
+
+bool ExchangeOperation::refuseLocked(const Layer& layer) const {
+    if (layer.state() != layer_state::kLocked) {
+        return false;
+    }
+    report::error(lockedMessage());
+    return true;
+}
+
+bool ExchangeOperation::exchange(Layer& layer) {
+    std::vector<MTime> back;
+    back.reserve(entering_.size());
+    for (const auto& frame : entering_) {
+        back.push_back(frame->time());
+    }
+    if (!layer.exchangeFrames(leaving_, entering_)) {
+        return false;
+    }
+    leaving_ = std::move(back);
+    return true;
+}
+
+bool ExchangeOperation::apply(LayerManager& document, FrameClipboard& clipboard) {
+    Layer* layer = address_.resolve(document);
+    if (!layer || refuseLocked(*layer)) {
+        return false;
+    }
+    if (!planned_) {
+        leaving_.clear();
+        entering_.clear();
+        if (!plan(*layer, clipboard)) {
+            return false;
+        }
+    }
+    if (!exchange(*layer)) {
+        report::error(QStringLiteral("The frames of the layer have changed since."));
+        return false;
+    }
+    if (!planned_) {
+        address_.bind(document, address_.index(document));
+        planned_ = true;
+    }
+    return true;
+}
+
+bool ExchangeOperation::revert(LayerManager& document) {
+    Layer* layer = address_.resolve(document);
+    if (!layer) {
+        return false;
+    }
+    if (!exchange(*layer)) {
+        report::error(undoFailedMessage());
+        return false;
+    }
+    return true;
+}
+
+} // namespace vellum

@@ -1,0 +1,65 @@
+#include "document/LayerAddress.h"
+
+#include "document/DocumentObserver.h"
+#include "document/LayerManager.h"
+#include "plugin/leaves/Report.h"
+
+#include <utility>
+
+namespace vellum {
+
+LayerAddress::LayerAddress(QString camera) : camera_(std::move(camera)) {
+}
+
+void LayerAddress::bind(const LayerManager& document, int index) {
+    layer_ = document.layerName(camera_, index);
+    index_ = index;
+    bound_ = true;
+}
+
+void LayerAddress::bindToActive(const LayerManager& document) {
+    bind(document, document.activeLayerIndex(camera_));
+}
+
+int LayerAddress::index(const LayerManager& document) const {
+    if (!bound_) {
+        return document.activeLayerIndex(camera_);
+    }
+    if (document.isValidLayer(camera_, index_) && document.layerName(camera_, index_) == layer_) {
+        return index_;
+    }
+    const int count = document.cameraLayerCount(camera_);
+    for (int i = 0; i < count; ++i) {
+        if (document.layerName(camera_, i) == layer_) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+bool LayerAddress::requireCamera() const {
+    if (camera_.isEmpty()) {
+        report::error(QStringLiteral("Camera not specified"));
+        return false;
+    }
+    if (!documentObserver().cameraExists(camera_)) {
+        report::error(QStringLiteral("Camera does not exist: %1").arg(camera_));
+        return false;
+    }
+    return true;
+}
+
+Layer* LayerAddress::resolve(const LayerManager& document) const {
+    if (!requireCamera()) {
+        return nullptr;
+    }
+    Layer* layer = document.layer(camera_, index(document));
+    if (!layer) {
+        report::error(
+            bound_ ? QStringLiteral("Layer does not exist for camera: %1 (%2)").arg(camera_, layer_)
+                   : QStringLiteral("An active layer does not exist."));
+    }
+    return layer;
+}
+
+} // namespace vellum

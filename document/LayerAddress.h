@@ -1,0 +1,41 @@
+// What identifies the layer an operation works on, for as long as the operation is kept.
+#pragma once
+
+#include <QString>
+
+namespace vellum {
+
+class Layer;
+class LayerManager;
+
+class LayerAddress {
+public:
+    LayerAddress() = default;
+    explicit LayerAddress(QString camera);
+
+    const QString& camera() const { return camera_; }
+
+    /// From now on the layer that has this index now.
+    void bind(const LayerManager& document, int index);
+    /// The camera's active layer.
+    void bindToActive(const LayerManager& document);
+    bool isBound() const { return bound_; }
+
+    /// Index of the layer: of the active one while not bound; -1 when there is none.
+    int index(const LayerManager& document) const;
+
+    /// The layer at index(). Null, after reporting why, when the camera is not in the scene or the
+    /// layer not in the document.
+    Layer* resolve(const LayerManager& document) const;
+
+    /// False, after reporting, when the scene has no such camera.
+    bool requireCamera() const;
+
+private:
+    QString camera_;
+    QString layer_; ///< its name; in a document no two are the same, but files may have others
+    int index_ = -1;
+    bool bound_ = false;
+};
+
+} // namespace vellum

@@ -1,0 +1,205 @@
+// A session of drawing from the first stroke to the closed window.
+#include "journey/Desk.h"
+#include "journey/LayerData.h"
+
+#include "ui/MainWindow.h"
+#include "ui/ViewWidget.h"
+
+#include <QFileInfo>
+
+namespace vellum::test {
+namespace {
+
+const std::vector<QPoint> kUpper = {{150, 100}, {190, 110}, {230, 100}, {270, 110}, {310, 100}};
+const std::vector<QPoint> kLower = {{150, 220}, {190, 210}, {230, 220}, {270, 210}, {310, 220}};
+const std::vector<QPoint> kAcross = {{230, 180}, {230, 205}, {230, 225}, {230, 260}};
+
+class Drawing : public Desk {
+protected:
+    /// The view at a frame before anything is drawn.
+    const QImage& blank(int frame) { return blanks_.at(frame); }
+    void look(std::initializer_list<int> frames) {
+        for (const int frame : frames) {
+            scrub(frame);
+            blanks_[frame] = picture();
+        }
+        scrub(1);
+    }
+
+private:
+    std::map<int, QImage> blanks_;
+};
+
+} // namespace
+
+TEST_F(Drawing, EveryFrameKeepsItsOwn) {
+    look({1, 4, 7});
+    take("pencil");
+    stroke(kUpper);
+    const QImage one = picture();
+    for (const QPoint place : {kUpper.front(), kUpper[2], kUpper.back()})
+        EXPECT_TRUE(differAt(one, blank(1), place)) << place.x();
+    hand.type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_TRUE(shows(blank(1)));
+    hand.type({Qt::Key_Shift, Qt::Key_Z});
+    EXPECT_TRUE(shows(one));
+
+    scrub(7);
+    take("brush");
+    stroke(kLower);
+    const QImage sevenDrawn = picture();
+    EXPECT_FALSE(differAt(sevenDrawn, blank(7), kUpper[2])) << "frame 7 starts empty";
+    EXPECT_TRUE(differAt(sevenDrawn, blank(7), kLower[2]));
+    take("eraser");
+    stroke(kAcross);
+    const QImage seven = picture();
+    EXPECT_FALSE(differAt(seven, blank(7), kLower[2])) << "erased where the strokes cross";
+    EXPECT_TRUE(differAt(seven, blank(7), kLower.front()));
+    chooseFromMenu(QStringLiteral("Edit"), QStringLiteral("Undo"));
+    EXPECT_TRUE(shows(sevenDrawn));
+    chooseFromMenu(QStringLiteral("Edit"), QStringLiteral("Redo"));
+    EXPECT_TRUE(shows(seven));
+
+    scrub(4);
+    const QImage four = picture();
+    EXPECT_TRUE(differAt(four, blank(4), kUpper[2])) << "a drawing holds until the next";
+    EXPECT_FALSE(differAt(four, blank(4), kLower.front()));
+    scrub(1);
+    EXPECT_TRUE(shows(one));
+
+    hand.type({Qt::Key_Alt, Qt::Key_V});
+    EXPECT_TRUE(support::waitFor([&] { return now() > 8; })) << "it plays";
+    hand.type({Qt::Key_Alt, Qt::Key_V});
+    EXPECT_EQ(number(QStringLiteral("play -q -state")), 0);
+    scrub(7);
+    EXPECT_TRUE(shows(seven));
+    scrub(1);
+    EXPECT_TRUE(shows(one));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+TEST_F(Drawing, CamerasHaveTheirOwnAndKeepItAcrossRenaming) {
+    look({1});
+    lookThrough("persp");
+    const QImage emptyPersp = picture();
+    lookThrough("shotCam");
+    take("brush");
+    stroke(kUpper);
+    const QImage shot = picture();
+    lookThrough("persp");
+    EXPECT_TRUE(shows(emptyPersp)) << "another camera's drawing is not shown";
+    stroke(kLower);
+    const QImage persp = picture();
+    EXPECT_TRUE(differAt(persp, emptyPersp, kLower[2]));
+    lookThrough("shotCam");
+    EXPECT_TRUE(shows(shot));
+
+    // A drawing goes by its camera's name: it waits while no camera has that name.
+    ASSERT_TRUE(run(QStringLiteral("rename shotCam heroCam")));
+    EXPECT_TRUE(shows(blank(1)));
+    for (const char* name : {"cameras.ma", "cameras.mb"}) {
+        save(file(name));
+        ASSERT_TRUE(run(QStringLiteral("file -force -new")));
+        open(file(name));
+        lookThrough("heroCam");
+        EXPECT_TRUE(shows(blank(1))) << name;
+        ASSERT_TRUE(run(QStringLiteral("rename heroCam shotCam")));
+        EXPECT_TRUE(shows(shot)) << name;
+        lookThrough("persp");
+        EXPECT_TRUE(shows(persp)) << name;
+        ASSERT_TRUE(run(QStringLiteral("rename shotCam heroCam")));
+    }
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+TEST_F(Drawing, ThePluginGoesInTheMiddleOfAStroke) {
+    look({1});
+    take("brush");
+    stroke(kUpper);
+    const QImage drawn = picture();
+    save(file("before.ma"));
+    drag(kLower);
+    EXPECT_FALSE(run(QStringLiteral("unloadPlugin vellum2"))) << "the scene uses it";
+    hand.moveTo(view(), {350, 260});
+    errors.clear();
+    ASSERT_TRUE(run(QStringLiteral("unloadPlugin -force vellum2")));
+    hand.moveTo(view(), {370, 280});
+    hand.release();
+    EXPECT_TRUE(shows(blank(1)));
+    for (const Qt::Key key : {Qt::Key_B, Qt::Key_Z, Qt::Key_M})
+        hand.type({key}); // reaches nobody who is gone
+    stroke({});           // nor do the idle queue and the next events
+    support::settle();
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+
+    loadPlugin();
+    open(file("before.ma"));
+    lookThrough("shotCam");
+    EXPECT_TRUE(shows(drawn));
+    take("brush");
+    stroke(kLower);
+    hand.type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_TRUE(shows(drawn));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+TEST_F(Drawing, ClosingAsksAsLongAsSomethingIsUnsaved) {
+    take("pencil");
+    save(file("shot.ma"));
+    EXPECT_FALSE(isModified());
+    scrub(5);
+    EXPECT_FALSE(isModified()) << "looking around is no change";
+    stroke(kUpper);
+    const QImage drawn = picture();
+    EXPECT_TRUE(support::waitFor([&] { return window->windowTitle().contains('*'); }));
+    EXPECT_TRUE(closeAsks(QMessageBox::Cancel));
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(shows(drawn));
+    hand.type({Qt::Key_Control, Qt::Key_S});
+    EXPECT_FALSE(isModified());
+    hand.type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_TRUE(isModified()) << "undoing changes what was saved";
+    EXPECT_TRUE(closeAsks(QMessageBox::Yes));
+    EXPECT_FALSE(window->isVisible());
+    ASSERT_EQ(layerData(file("shot.ma")).size(), 1);
+    EXPECT_FALSE(layerData(file("shot.ma")).first().contains(QStringLiteral("89504e47")))
+        << "the undone drawing was not saved";
+}
+
+TEST_F(Drawing, ImportedDrawingsStandBesideThoseOfTheScene) {
+    look({1});
+    take("brush");
+    stroke(kUpper);
+    const QImage upper = picture();
+    save(file("upper.ma"));
+    ASSERT_TRUE(run(QStringLiteral("source \"" VELLUM_SOURCE_DIR "/resources/demo/shot.mel\"")));
+    take("brush");
+    stroke(kLower);
+    const QImage lower = picture();
+    save(file("lower.ma"));
+
+    ASSERT_TRUE(run(QStringLiteral("file -import \"%1\"").arg(file("upper.ma"))));
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 2);
+    EXPECT_TRUE(support::waitFor([&] { return differAt(onScreen(), lower, kUpper[2]); }))
+        << "the imported drawing is seen";
+    const QImage both = picture();
+    EXPECT_FALSE(differAt(both, lower, kLower[2]));
+    // Drawing goes on in the scene's own.
+    take("eraser");
+    stroke(kAcross);
+    EXPECT_TRUE(support::waitFor([&] { return !differAt(onScreen(), upper, kLower[2]); }));
+    hand.type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_TRUE(shows(both));
+
+    save(file("both.ma"));
+    const QStringList saved = layerData(file("both.ma"));
+    ASSERT_EQ(saved.size(), 2);
+    EXPECT_TRUE(saved.contains(layerData(file("lower.ma")).first()));
+    EXPECT_TRUE(saved.contains(layerData(file("upper.ma")).first()));
+    open(file("both.ma"));
+    lookThrough("shotCam");
+    EXPECT_TRUE(shows(both));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+} // namespace vellum::test

@@ -54,3 +54,7 @@ if(entry_compiled)
         set_target_properties(vellum2 PROPERTIES SUFFIX ".bundle")
     endif()
 endif()
+
+# The host's and the tests' own targets, made after this file, stay visible.
+unset(CMAKE_CXX_VISIBILITY_PRESET)
+unset(CMAKE_VISIBILITY_INLINES_HIDDEN)

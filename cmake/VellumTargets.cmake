@@ -25,6 +25,7 @@ endif()
 if(VELLUM_SANITIZE)
     add_compile_options(-fsanitize=${VELLUM_SANITIZE} -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${VELLUM_SANITIZE})
+    set(VELLUM_SANITIZER_SOURCES ${CMAKE_SOURCE_DIR}/scripts/sanitizers/keep_loaded.cpp)
 endif()
 
 if(VELLUM_QT EQUAL 6)

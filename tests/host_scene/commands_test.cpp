@@ -36,6 +36,9 @@ const Undoable undoables[] = {
      "0", "1"},
     {"createNode transform -n a; addAttr -ln mm -at double a; setAttr a.mm 5", "deleteAttr a.mm",
      "objExists a.mm", "1", "0"},
+    {"createNode transform -n a; addAttr -ln mm -at double a; createNode transform -n b;"
+     "setAttr a.mm 5; connectAttr a.mm b.tx",
+     "deleteAttr a.mm", "size(`listConnections b.tx`) + getAttr(\"b.tx\")", "6", "5"},
     {"createNode transform -n a; createNode transform -n b; setAttr a.tx 7",
      "connectAttr a.tx b.ty", "getAttr b.ty", "0", "7"},
     {"createNode transform -n a; createNode transform -n b; connectAttr a.tx b.ty",
@@ -53,12 +56,18 @@ const Undoable undoables[] = {
     {"createNode transform -n a", "setKeyframe -t 5 -v 2 -at tx a", "keyframe -q -kc a", "0", "1"},
     {"createNode transform -n a; setKeyframe -t 1 -v 1 -at tx a", "setKeyframe -t 5 -v 2 -at tx a",
      "keyframe -q -vc a", "1", "1 2"},
-    {"", "currentTime 12", "currentTime -q", "1", "12"},
     {"", "currentUnit -t pal", "currentUnit -q -t", "film", "pal"},
     {"createNode transform -n a", "lockNode a", "lockNode -q a", "0", "1"},
     {"createNode transform -n a; createNode transform -n b", "group -n g a b", "listRelatives -c g",
      "", "a b"},
 };
+
+TEST_F(Commands, TimeGoesItsOwnWayOutsideOfUndo) {
+    run("file -f -new");
+    run("createNode transform -n a; currentTime 12; undo");
+    EXPECT_EQ(host::script::execute("currentTime -q").display(), "12");
+    EXPECT_EQ(host::script::execute("objExists a").display(), "0");
+}
 
 TEST_F(Commands, DoUndoAndRedo) {
     for (const Undoable& each : undoables) {
@@ -142,6 +151,10 @@ TEST_F(Commands, ListsSayWhatIsThere) {
         {"ls -type mesh", "ballShape"},
         {"ls -l -type mesh", "|grp1|ball|ballShape"},
         {"ls -s -dag \"ballSh*\"", "ballShape"},
+        {"ls -dag grp1", "grp1 grp1|ball ballShape"},
+        {"ls -dag -l -tr grp1 \"grp1|ball\"", "|grp1 |grp1|ball"},
+        {"ls -dag -sl", "grp2 grp2|ball"},
+        {"ls -dag -sl grp1", ""},
         {"ls -as grp1 ball", "grp1"},
         {"ls -ca", "perspShape topShape frontShape sideShape"},
         {"ls -st grp2", "grp2 transform"},
@@ -163,6 +176,10 @@ TEST_F(Commands, ListsSayWhatIsThere) {
         {"getAttr -type grp1.v", "bool"},
         {"xform -q -ws -t grp2", "0 0 0"},
         {"camera -q -fl persp", "35"},
+        {"setKeyframe -t 3 -v 1 -at tx grp1; setKeyframe -t 4 -v 1 -at ty grp1;"
+         "keyframe -q -tc -at tx grp1",
+         "3"},
+        {"keyframe -q -tc grp1", "3 4"},
     };
     for (const auto& [script, answer] : answers)
         EXPECT_EQ(run(script), answer) << script;

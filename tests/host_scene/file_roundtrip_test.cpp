@@ -124,6 +124,30 @@ TEST_P(RoundTrip, PluginDataTravelWhateverTheyHold) {
     EXPECT_NE(bytes(name("data")).indexOf("hosttestplugin"), -1);
 }
 
+TEST_P(RoundTrip, LockedDataComeBackAndStayLocked) {
+    loadTestPlugin();
+    run("createNode hostTestNode -n d; hostTestData -text \"kept\" -numbers 5 d; "
+        "setAttr -lock 1 d.payload; createNode hostTestNode -n e; "
+        "hostTestData -text \"too\" -numbers 3 e; lockNode e");
+    reopen("locked");
+    EXPECT_EQ(run("hostTestData d") + run("hostTestData e"), "kepttoo");
+    EXPECT_EQ(run("getAttr -lock d.payload"), "1");
+    if (std::string(GetParam()) == ".mb")
+        return;
+    // As others write it: in one statement, or the lock first.
+    QByteArray text = bytes(name("locked"));
+    const QByteArray lock = "\tsetAttr -l on \".pay\";\n";
+    ASSERT_GT(text.indexOf(lock), text.indexOf("\tsetAttr \".pay\" -type"));
+    text.replace(lock, "");
+    for (const char* beginning : {"\tsetAttr -l on \".pay\" -type",
+                                  "\tsetAttr -l on \".pay\";\n\tsetAttr \".pay\" -type"}) {
+        QByteArray other = text;
+        write("other.ma", other.replace("\tsetAttr \".pay\" -type", beginning));
+        open("other.ma");
+        EXPECT_EQ(run("hostTestData d") + run("getAttr -lock d.payload"), "kept1") << beginning;
+    }
+}
+
 TEST_P(RoundTrip, DataThatReadWronglyHarmNothingElse) {
     loadTestPlugin();
     run("createNode hostTestNode -n d; hostTestData -text \"LAZY\" -numbers 5000 d;"

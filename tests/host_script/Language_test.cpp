@@ -65,6 +65,7 @@ TEST_F(Language, OperatorsAndConversions) {
         {"vector $v; $v.y++", "error: line 1: Syntax error"},
         {"vector $v; ++$v.y", "error: line 1: Syntax error"},
         {"$new.y = 4", "error: line 1: Syntax error"},
+        {"vector $v; $v[1] = 4", "error: line 1: The variable is not an array."},
         {"matrix $m[2][2] = <<1, 2; 3, 4>>; $m[0][1] = 7; $m[0][1] + $m[1][0]", "float: 10"},
         {"matrix $a[2][3] = <<1, 2, 3; 4, 5, 6>>; matrix $b[3][1] = <<7; 8; 9>>; $c = $a * $b; $c",
          "matrix: <<50; 122>>"},
@@ -88,6 +89,7 @@ TEST_F(Language, OperatorsAndConversions) {
 TEST_F(Language, ArraysGrowConvertAndAreShared) {
     const Row rows[] = {
         {"int $a[]; $a[3] = 7; $a", "int[]: 0 0 0 7"},
+        {"int $a[] = {1, 2}; $a [1] = 5; $a /* */ [ 0 ] + $a\n[1]", "int: 6"},
         {"string $a[2]; size($a)", "int: 2"},
         {"string $a[] = {\"x\", \"y\"}; $a[size($a)] = \"z\"; $a", "string[]: x y z"},
         {"$a[1] = \"b\"; $a[9]", "string: "},

@@ -94,6 +94,15 @@ TEST_F(Program, BatchRunsScriptsInOrderAndTellsFailures) {
     EXPECT_THAT(outcome.err, HasSubstr("missing.so"));
     EXPECT_EQ(run({"--batch", "--command", "quit -exitCode 7", "--command", "error \"x\""}).code,
               7);
+    // A folder opens like a file but cannot be read.
+    outcome = run({"--batch", "--script", directory.path()});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("Cannot read file"));
+    if (qEnvironmentVariable("QT_QPA_PLATFORM", "xcb") == "xcb") {
+        outcome = run({"--command", "quit -force"}, {"DISPLAY", ":4711"});
+        EXPECT_EQ(outcome.code, 1);
+        EXPECT_THAT(outcome.err, HasSubstr("cannot open a display"));
+    }
     outcome = run({"--batch", "--command", "window w"});
     EXPECT_EQ(outcome.code, 1);
     EXPECT_THAT(outcome.err, HasSubstr("no user interface"));
@@ -104,7 +113,9 @@ TEST_F(Program, PictureOfTheWindowInBothRenderers) {
         const QString file = directory.filePath(QString(renderer) + ".png");
         const Outcome outcome =
             run({"--size", "640x480", "--renderer", renderer, "--screenshot", file, "--script",
-                 VELLUM_SOURCE_DIR "/resources/demo/shot.mel", "--command", "currentTime 3"});
+                 VELLUM_SOURCE_DIR "/resources/demo/shot.mel", "--command",
+                 "if (!`undoInfo -q -undoQueueEmpty`) error \"the demo itself can be undone\"",
+                 "--command", "currentTime 3"});
         EXPECT_EQ(outcome.code, 0) << outcome.err;
         EXPECT_THAT(outcome.err, Not(HasSubstr("Error")));
         const QImage picture(file);
@@ -119,6 +130,36 @@ TEST_F(Program, PictureOfTheWindowInBothRenderers) {
     const Outcome outcome = run({"--screenshot", "/proc/none/picture.png"});
     EXPECT_EQ(outcome.code, 1);
     EXPECT_THAT(outcome.err, HasSubstr("picture.png"));
+}
+
+TEST_F(Program, TheActivePanelIsFramed) {
+    const char* const twoPanels =
+        "global string $gMainPane; paneLayout -e -configuration vertical2 "
+        "$gMainPane; modelPanel -parent $gMainPane other;";
+    // Each step makes another panel the active one, the last by taking the active one away.
+    const struct {
+        const char* script;
+        bool right;
+    } steps[] = {{"setFocus modelPanel4", false},
+                 {"setFocus modelPanel4; modelEditor -e -activeView true other", true},
+                 {"setFocus other; deleteUI other", false}};
+    for (const auto& step : steps) {
+        const QString file = directory.filePath("framed.png");
+        const Outcome outcome = run({"--size", "800x600", "--command", twoPanels, "--command",
+                                     step.script, "--screenshot", file});
+        EXPECT_EQ(outcome.code, 0) << outcome.err;
+        const QImage picture(file);
+        ASSERT_FALSE(picture.isNull());
+        int rightmost = -1, leftmost = -1;
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, 300) != qRgb(0x52, 0x85, 0xa6))
+                continue;
+            leftmost = leftmost < 0 ? x : leftmost;
+            rightmost = x;
+        }
+        EXPECT_GT(rightmost, leftmost) << step.script;
+        EXPECT_EQ(leftmost > 300, step.right) << step.script << ": " << leftmost;
+    }
 }
 
 TEST_F(Program, ContactSheetOfTheView) {
@@ -150,17 +191,18 @@ space view
 0.10 release left
 0.12 keyup alt
 0.14 command print ("at:turned " + (`getAttr "persp.rotateY"` != $was) + "\n")
-0.16 command currentTime 12
+0.16 command currentTime 12; createNode transform -n made
 0.18 key ctrl+z
 0.20 key alt+.
-0.22 command print ("at:time " + `currentTime -q` + "\n")
+0.22 command print ("at:time " + `currentTime -q` + " made " + `objExists made` + "\n")
 0.24 command quit -force
 )");
     const Outcome outcome = run({"--size", "640x480", "--command",
                                  "float $was = `getAttr \"persp.rotateY\"`", "--replay", session});
     EXPECT_EQ(outcome.code, 0) << outcome.err;
-    // ctrl+z takes the time back to 1, alt+. goes one further.
-    EXPECT_EQ(marks(outcome.out), (std::vector<std::string>{"start 1", "turned 1", "time 2"}));
+    // ctrl+z takes the node back, alt+. goes one frame further.
+    EXPECT_EQ(marks(outcome.out),
+              (std::vector<std::string>{"start 1", "turned 1", "time 13 made 0"}));
 }
 
 TEST_F(Program, ReplayKeepsPausesAndTabletRecordings) {
@@ -213,4 +255,5 @@ TEST_F(Program, WrongSessionsAreRefusedBeforeAnythingIsPlayed) {
     EXPECT_EQ(outcome.code, 1);
     EXPECT_THAT(outcome.err, HasSubstr("stop here"));
     EXPECT_THAT(outcome.err, HasSubstr("s.txt:2"));
+    EXPECT_THAT(outcome.err, Not(HasSubstr("s.txt line 1"))) << "a line of its own, not the file's";
 }

@@ -11,6 +11,7 @@
 #include <maya/MTime.h>
 
 #include <QElapsedTimer>
+#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using testing::Each;
@@ -102,6 +103,14 @@ TEST_F(TimeSliderTest, ShiftDragHighlightsAndAPlainPressClears) {
     EXPECT_FALSE(rangeVisible());
     shiftDrag(20, 15); // backwards
     EXPECT_THAT(range(), ElementsAre(15, 21));
+    shiftDrag(17, 18); // anew, not moving what is there
+    EXPECT_THAT(range(), ElementsAre(17, 19));
+
+    const QTemporaryDir directory;
+    run("file -rename \"" + directory.filePath("shot.ma").toStdString() + "\"; file -save");
+    EXPECT_THAT(range(), ElementsAre(17, 19)) << "saving leaves the range alone";
+    run("file -force -new");
+    EXPECT_FALSE(rangeVisible());
 }
 
 TEST_F(TimeSliderTest, RangesMoveAndResizeByDragging) {

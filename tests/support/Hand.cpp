@@ -34,10 +34,11 @@ private:
     bool seen_ = false;
 };
 
-void act(const std::function<void()>& what, std::vector<QEvent::Type> types) {
-    const EventWatch watch(std::move(types));
+void act(const std::function<void()>& what, const std::vector<QEvent::Type>& types) {
+    const EventWatch watch(types);
     what();
-    ASSERT_TRUE(waitFor([&] { return watch.seen(); })) << "the event did not arrive";
+    ASSERT_TRUE(waitFor([&] { return watch.seen(); }))
+        << "an event of type " << types.front() << " did not arrive";
     settle();
 }
 

@@ -1,20 +1,20 @@
 #include "app/Options.h"
 
+#include <QRegularExpression>
 #include <functional>
 #include <map>
-#include <regex>
 
 namespace host {
 
 namespace {
 
 QSize parseSize(const std::string& text) {
-    static const std::regex form("([0-9]{1,5})x([0-9]{1,5})");
-    std::smatch match;
-    if (!std::regex_match(text, match, form) || std::stoi(match[1]) == 0 ||
-        std::stoi(match[2]) == 0)
+    static const QRegularExpression form(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})\\z"));
+    const auto match = form.match(QString::fromStdString(text));
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    if (size.isEmpty())
         throw UsageError{"--size needs WIDTHxHEIGHT, not '" + text + "'"};
-    return {std::stoi(match[1]), std::stoi(match[2])};
+    return size;
 }
 
 void check(const Options& options) {

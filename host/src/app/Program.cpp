@@ -11,6 +11,7 @@
 #include "ui/MainWindow.h"
 #include "ui/StartUp.h"
 #include "ui/Theme.h"
+#include "ui/XTestInput.h"
 
 #include <QApplication>
 #include <QDir>
@@ -30,6 +31,14 @@ double replaySpeed() {
     bool ok = false;
     const double speed = qEnvironmentVariable("VELLUM_REPLAY_SPEED").toDouble(&ok);
     return ok && speed > 0 ? speed : 1.0;
+}
+
+/// Qt ends the process when it finds no display; a message of our own comes first.
+bool displayMissing() {
+    const QString platform = qEnvironmentVariable("QT_QPA_PLATFORM");
+    const bool mayBeWayland = platform.isEmpty() && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    const bool mayBeX = platform.isEmpty() || platform.startsWith(QLatin1String("xcb"));
+    return mayBeX && !mayBeWayland && !XTestInput::serverAnswers();
 }
 
 } // namespace
@@ -61,6 +70,10 @@ int Program::runBatch(int argc, char** argv) {
 }
 
 int Program::runWindow(int argc, char** argv) {
+    if (displayMissing()) {
+        report::error("cannot open a display; --batch works without one");
+        return 1;
+    }
     prepareApplication();
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);

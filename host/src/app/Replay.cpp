@@ -185,10 +185,7 @@ void Replay::perform(const SessionStep& step) {
     case Kind::command:
         break;
     }
-    script::ScriptError error("");
-    script::RunOptions options;
-    options.fileName = session_.file;
-    if (script::run(step.script, nullptr, options, &error))
+    if (script::run(step.script))
         settle();
     else
         finish(session_.file + ":" + std::to_string(step.line) + ": the command failed");

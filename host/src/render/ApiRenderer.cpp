@@ -1,5 +1,6 @@
 // The renderer itself, the draw registry, the override's defaults and the render settings.
 
+#include "foundation/Faults.h"
 #include "render/DrawOverrides.h"
 #include "render/GlOffscreen.h"
 #include "render/TextureStore.h"
@@ -47,12 +48,16 @@ const char* MRenderer::className() {
 MStatus MDrawRegistry::registerDrawOverrideCreator(const MString& drawClassification,
                                                    const MString& registrantId,
                                                    DrawOverrideCreator creator) {
+    if (host::faults::due("registerDrawOverrideCreator", registrantId.asChar()))
+        return MS::kFailure;
     return host::DrawOverrides::instance().add(drawClassification.asChar(), registrantId.asChar(),
                                                creator);
 }
 
 MStatus MDrawRegistry::deregisterDrawOverrideCreator(const MString& drawClassification,
                                                      const MString& registrantId) {
+    if (host::faults::due("deregisterDrawOverrideCreator", registrantId.asChar()))
+        return MS::kFailure;
     return host::DrawOverrides::instance().remove(drawClassification.asChar(),
                                                   registrantId.asChar());
 }

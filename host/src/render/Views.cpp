@@ -1,6 +1,7 @@
 #include "render/Views.h"
 
 #include "render/View.h"
+#include "scene/Events.h"
 
 #include <algorithm>
 
@@ -26,8 +27,10 @@ View* Views::byPanel(const std::string& panelName) const {
 }
 
 void Views::setActive(View* view) {
-    if (std::find(views_.begin(), views_.end(), view) != views_.end())
-        active_ = view;
+    if (view == active_ || std::find(views_.begin(), views_.end(), view) == views_.end())
+        return;
+    active_ = view;
+    events::emit("ActiveViewChanged");
 }
 
 void Views::refreshAll(bool now) {
@@ -46,8 +49,10 @@ void Views::add(View* view) {
 
 void Views::remove(View* view) {
     views_.erase(std::remove(views_.begin(), views_.end(), view), views_.end());
-    if (active_ == view)
-        active_ = views_.empty() ? nullptr : views_.front();
+    if (active_ != view)
+        return;
+    active_ = views_.empty() ? nullptr : views_.front();
+    events::emit("ActiveViewChanged");
 }
 
 } // namespace host

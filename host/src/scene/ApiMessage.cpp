@@ -1,4 +1,5 @@
 // MMessage, MEventMessage and MAnimControl.
+#include "foundation/Faults.h"
 #include "scene/ApiStatus.h"
 #include "scene/Events.h"
 #include "scene/TimeState.h"
@@ -33,6 +34,8 @@ MStatus MMessage::removeCallback(MCallbackId id) {
     return MS::kSuccess;
 }
 MStatus MMessage::removeCallbacks(const MCallbackIdArray& ids) {
+    if (host::faults::due("removeCallbacks"))
+        return MS::kFailure;
     MStatus status = MS::kSuccess;
     for (unsigned int i = 0; i < ids.length(); ++i) {
         if (!removeCallback(ids[i]))

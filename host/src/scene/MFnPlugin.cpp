@@ -2,6 +2,7 @@
 #define MNoVersionString
 #include <maya/MFnPlugin.h>
 
+#include "foundation/Faults.h"
 #include "scene/PluginObject.h"
 #include "scene/PluginServices.h"
 #include "scene/PluginTypes.h"
@@ -43,7 +44,8 @@ MFnPlugin::~MFnPlugin() = default;
 
 MFnPlugin::MFnPlugin(MObject& object, const char* vendor, const char* version,
                      const char* requiredApiVersion, MStatus* ReturnStatus) {
-    const MStatus status = setObject(object);
+    const MStatus status =
+        host::faults::due("MFnPlugin") ? MStatus(MS::kFailure) : setObject(object);
     if (ReturnStatus)
         *ReturnStatus = status;
     PluginRecord* const plugin = pluginOf(object);
@@ -110,7 +112,7 @@ MStatus MFnPlugin::setVersion(const MString& newVersion) {
 MStatus MFnPlugin::registerCommand(const MString& commandName, MCreatorFunction creatorFunction,
                                    MCreateSyntaxFunction createSyntaxFunction) {
     PluginRecord* const plugin = pluginOf(object());
-    if (!plugin || !creatorFunction)
+    if (!plugin || !creatorFunction || host::faults::due("registerCommand", commandName.asChar()))
         return MS::kFailure;
     if (!host::script::registerPluginCommand(commandName.asChar(), creatorFunction,
                                              createSyntaxFunction, plugin->name))
@@ -121,6 +123,8 @@ MStatus MFnPlugin::registerCommand(const MString& commandName, MCreatorFunction 
 
 MStatus MFnPlugin::deregisterCommand(const MString& commandName) {
     PluginRecord* const plugin = pluginOf(object());
+    if (host::faults::due("deregisterCommand", commandName.asChar()))
+        return MS::kFailure;
     if (!plugin || !removeItem(plugin->commands, commandName.asChar()))
         return MS::kInvalidParameter;
     return host::script::unregisterPluginCommand(commandName.asChar()) ? MS::kSuccess
@@ -138,7 +142,8 @@ MStatus MFnPlugin::registerContextCommand(const MString& commandName,
                                           MCreatorFunction toolCmdCreator,
                                           MCreateSyntaxFunction toolCmdSyntax) {
     PluginRecord* const plugin = pluginOf(object());
-    if (!plugin || !creatorFunction)
+    if (!plugin || !creatorFunction ||
+        host::faults::due("registerContextCommand", commandName.asChar()))
         return MS::kFailure;
     MStatus status = MS::kSuccess;
     if (host::pluginServices().registerContextCommand)
@@ -157,7 +162,7 @@ MStatus MFnPlugin::deregisterContextCommand(const MString& commandName) {
 MStatus MFnPlugin::deregisterContextCommand(const MString& commandName,
                                             const MString& toolCmdName) {
     PluginRecord* const plugin = pluginOf(object());
-    if (!plugin)
+    if (!plugin || host::faults::due("deregisterContextCommand", commandName.asChar()))
         return MS::kFailure;
     const auto found =
         std::find_if(plugin->tools.begin(), plugin->tools.end(), [&](const auto& tool) {
@@ -179,7 +184,7 @@ MStatus MFnPlugin::registerNode(const MString& typeName, const MTypeId& typeId,
                                 MCreatorFunction creatorFunction, MInitializeFunction initFunction,
                                 MPxNode::Type type, const MString* classification) {
     PluginRecord* const plugin = pluginOf(object());
-    if (!plugin || !creatorFunction)
+    if (!plugin || !creatorFunction || host::faults::due("registerNode", typeName.asChar()))
         return MS::kFailure;
     const MStatus status =
         host::addNodeType(typeName.asChar(), typeId, creatorFunction, initFunction, type,
@@ -199,7 +204,7 @@ MStatus MFnPlugin::deregisterNode(const MTypeId& typeId) {
     if (found == plugin->nodeIds.end())
         return MS::kInvalidParameter;
     const auto type = plugin->nodeTypes.begin() + (found - plugin->nodeIds.begin());
-    if (host::nodesOfTypeExist(*type))
+    if (host::nodesOfTypeExist(*type) || host::faults::due("deregisterNode", *type))
         return MS::kFailure;
     // Deleted nodes of the type may wait on the queue for an undo.
     host::undoQueue().flush();
@@ -212,7 +217,7 @@ MStatus MFnPlugin::deregisterNode(const MTypeId& typeId) {
 MStatus MFnPlugin::registerData(const MString& typeName, const MTypeId& typeId,
                                 MCreatorFunction creatorFunction, MPxData::Type type) {
     PluginRecord* const plugin = pluginOf(object());
-    if (!plugin || !creatorFunction)
+    if (!plugin || !creatorFunction || host::faults::due("registerData", typeName.asChar()))
         return MS::kFailure;
     const MStatus status =
         host::addDataType(typeName.asChar(), typeId, creatorFunction, type, plugin->name);
@@ -231,6 +236,8 @@ MStatus MFnPlugin::deregisterData(const MTypeId& typeId) {
     if (found == plugin->dataIds.end())
         return MS::kInvalidParameter;
     const auto type = plugin->dataTypes.begin() + (found - plugin->dataIds.begin());
+    if (host::faults::due("deregisterData", *type))
+        return MS::kFailure;
     host::removeDataType(*type);
     plugin->dataTypes.erase(type);
     plugin->dataIds.erase(found);

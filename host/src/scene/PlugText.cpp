@@ -358,6 +358,15 @@ bool textToValue(const std::vector<MPlug>& plugs, const AttrRecord& record, std:
     return !words.more();
 }
 
+void placeData(MPlug plug, const MObject& data) {
+    const bool locked = plug.isLocked();
+    if (locked)
+        plug.setLocked(false);
+    plug.setMObject(data);
+    if (locked)
+        plug.setLocked(true);
+}
+
 std::vector<MPlug> findPlugs(const MObject& node, const std::string& path) {
     std::vector<MPlug> plugs;
     std::size_t from = path.compare(0, 1, ".") == 0 ? 1 : 0;

@@ -44,6 +44,9 @@ bool valueToText(const MPlug& plug, AttrRecord& record);
 // elements before the failing one may have been set.
 bool textToValue(const std::vector<MPlug>& plugs, const AttrRecord& record, std::string& error);
 
+// Hands plug-in data over to a plug. A lock set earlier is no reason to lose what a file holds.
+void placeData(MPlug plug, const MObject& data);
+
 // A path below a node, with or without the leading dot: "t", "translateX", "translate.tx",
 // "ktv[0:3]", "worldMatrix[0]". A range gives every element of it. Empty when there is none such.
 std::vector<MPlug> findPlugs(const MObject& node, const std::string& path);

@@ -48,8 +48,11 @@ std::string lastPart(const std::string& path) {
     return bar == std::string::npos ? path : path.substr(bar + 1);
 }
 
-bool endsLike(const std::string& full, const std::string& path) {
-    const std::string tail = path.compare(0, 1, "|") == 0 ? path : "|" + path;
+// Whether a path, whole (from the first "|") or in part, means the node of that whole path.
+bool means(const std::string& path, const std::string& full) {
+    if (path.compare(0, 1, "|") == 0)
+        return path == full;
+    const std::string tail = "|" + path;
     return full.size() >= tail.size() &&
            full.compare(full.size() - tail.size(), tail.size(), tail) == 0;
 }
@@ -88,7 +91,8 @@ struct SceneBuilder::State {
 
     MObject current;
     bool inSettings = false; // the current node is the one that only carries playback settings
-    // Nodes the file made, by their last name; several may share it under different parents.
+    // Nodes the file made and their whole paths in the file, by their last name; several may share
+    // it under different parents.
     std::multimap<std::string, std::pair<std::string, MObjectHandle>> made;
     std::map<std::string, double> playback;
     std::optional<double> currentFrame;
@@ -102,6 +106,7 @@ struct SceneBuilder::State {
         keptStatements().of(current).statements.push_back(std::move(statement));
     }
     MObject resolve(const std::string& path) const;
+    std::string pathInFile(const MObject& node, const std::string& path) const;
     std::string currentPath() const { return nodePath(current); }
 };
 
@@ -111,9 +116,20 @@ MObject SceneBuilder::State::resolve(const std::string& path) const {
         return nodeInScene(path.substr(1));
     const auto [first, last] = made.equal_range(lastPart(path));
     for (auto each = first; each != last; ++each)
-        if (endsLike(each->second.first, path) && each->second.second.isValid())
+        if (means(path, each->second.first) && each->second.second.isValid())
             return each->second.second.object();
     return nodeInScene(path);
+}
+
+// Whole path in the file of a node that `path` means there; the scene's own for one it did not
+// make.
+std::string SceneBuilder::State::pathInFile(const MObject& node, const std::string& path) const {
+    const auto [first, last] = made.equal_range(lastPart(path));
+    for (auto each = first; each != last; ++each)
+        if (each->second.second.isValid() && each->second.second.object() == node)
+            return each->second.first;
+    const std::string own = nodePath(node);
+    return own.compare(0, 1, "|") == 0 ? own : "|" + own;
 }
 
 SceneBuilder::SceneBuilder(std::string fileName, bool importing, SceneMemory& memory)
@@ -251,8 +267,10 @@ void SceneBuilder::createNode(const NodeRecord& record) {
         keptStatements().of(node).originalType = record.type;
     // A shape made without parent comes with a transform of its own; the statements mean the shape.
     state_->current = node;
-    state_->made.emplace(
-        record.name, std::make_pair("|" + record.parent + "|" + record.name, MObjectHandle(node)));
+    const std::string above =
+        parent.isNull() ? std::string() : state_->pathInFile(parent, record.parent);
+    state_->made.emplace(record.name,
+                         std::make_pair(above + "|" + record.name, MObjectHandle(node)));
 }
 
 void SceneBuilder::selectNode(const std::string& name) {
@@ -335,10 +353,9 @@ void SceneBuilder::setAttr(AttrRecord record) {
 void SceneBuilder::applyAttr(std::vector<MPlug> plugs, AttrRecord record) {
     std::string problem;
     if (record.hasValue && plugKind(plugs.front()) == PlugKind::plugin) {
-        readTokens(plugs.front(), std::move(record));
-        return;
-    }
-    if (record.hasValue && !textToValue(plugs, record, problem))
+        if (!readTokens(plugs.front(), record))
+            return;
+    } else if (record.hasValue && !textToValue(plugs, record, problem))
         error(state_->currentPath() + record.plug + ": " + problem);
     for (MPlug& plug : plugs) {
         if (record.keyable)
@@ -351,21 +368,21 @@ void SceneBuilder::applyAttr(std::vector<MPlug> plugs, AttrRecord record) {
 }
 
 // Moves the words into the argument list one by one, so that the text of a big drawing is held
-// about once.
-void SceneBuilder::readTokens(MPlug plug, AttrRecord record) {
+// about once. False when the whole statement was kept for later or is no good.
+bool SceneBuilder::readTokens(MPlug plug, AttrRecord& record) {
     MTypeId id;
     if (!dataTypeKnown(record.type, id)) {
         warningOnce("data " + record.type,
                     "Unrecognized data type '" + record.type + "'; preserving the data.");
         state_->keep(std::move(record));
-        return;
+        return false;
     }
     MFnPluginData holder;
     MObject object = holder.create(id);
     MPxData* const data = object.isNull() ? nullptr : holder.data();
     if (!data) {
         error("Could not create data of type " + record.type);
-        return;
+        return false;
     }
     const std::string name = state_->currentPath() + record.plug;
     MArgList arguments;
@@ -378,11 +395,12 @@ void SceneBuilder::readTokens(MPlug plug, AttrRecord record) {
         std::string().swap(token.text);
     }
     if (record.values.empty())
-        return;
+        return true;
     if (!data->readASCII(arguments, position))
         error("The data of " + name + " could not be read completely");
     // Also after a failure: what was read is kept.
-    plug.setMObject(object);
+    placeData(plug, object);
+    return true;
 }
 
 void SceneBuilder::setData(const std::string& plugPath, const std::string& type, QIODevice& device,
@@ -414,7 +432,7 @@ void SceneBuilder::setData(const std::string& plugPath, const std::string& type,
     std::istream stream(&buffer);
     if (!data->readBinary(stream, unsigned(length)))
         error("The data of " + state.currentPath() + plugPath + " could not be read completely");
-    plugs.front().setMObject(object);
+    placeData(plugs.front(), object);
 }
 
 void SceneBuilder::connect(const std::string& source, const std::string& destination) {

@@ -55,7 +55,7 @@ public:
 
 private:
     void applyAttr(std::vector<MPlug> plugs, AttrRecord record);
-    void readTokens(MPlug plug, AttrRecord record);
+    bool readTokens(MPlug plug, AttrRecord& record);
 
     struct State;
     std::unique_ptr<State> state_;

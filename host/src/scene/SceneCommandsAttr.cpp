@@ -369,18 +369,9 @@ Value deleteAttr(const CommandCall& call) {
     const MPlug plug = plugNamed(name);
     if (!plug.isDynamic())
         throw ScriptError("Cannot delete static attribute '" + name + "'.");
-    const MObject node = plug.node();
-    const MObject attribute = plug.attribute();
-    const AttrRecord value = currentValue({plug});
-    MFnDependencyNode(node).removeAttribute(attribute);
-    recordStep(
-        "deleteAttr",
-        [=] {
-            MFnDependencyNode(node).addAttribute(attribute);
-            std::string ignored;
-            textToValue({MPlug(node, attribute)}, value, ignored);
-        },
-        [=] { MFnDependencyNode(node).removeAttribute(attribute); });
+    const auto modifier = std::make_shared<MDagModifier>();
+    modifier->removeAttribute(plug.node(), plug.attribute());
+    doAndRecord("deleteAttr", modifier, "Could not delete attribute '" + name + "'.");
     return Value();
 }
 

@@ -57,6 +57,19 @@ std::vector<MObject> nodesIn(const MSelectionList& list) {
     return nodes;
 }
 
+/// The nodes and all that is below them, each parent before its children.
+std::vector<MObject> hierarchies(const std::vector<MObject>& tops) {
+    std::vector<MObject> nodes;
+    MItDag item(MItDag::kDepthFirst);
+    for (const MObject& top : tops) {
+        if (!top.hasFn(MFn::kDagNode))
+            continue;
+        for (item.reset(top, MItDag::kDepthFirst); !item.isDone(); item.next())
+            nodes.push_back(item.currentItem());
+    }
+    return nodes;
+}
+
 std::vector<MObject> chosenNodes(const ParsedFlags& parsed) {
     MSelectionList list;
     std::vector<MObject> nodes;
@@ -127,8 +140,12 @@ Value ls(const CommandCall& call) {
     for (const std::string& type : types)
         if (!nodeTypeKnown(type))
             throw ScriptError("Unknown object type: " + type);
+    std::vector<MObject> chosen = chosenNodes(parsed);
+    // Asked about some, -dagObjects lists what is below them too.
+    if (parsed.isSet("-dagObjects") && (!parsed.objects().empty() || parsed.isSet("-selection")))
+        chosen = hierarchies(chosen);
     std::vector<MObject> nodes;
-    for (const MObject& node : chosenNodes(parsed))
+    for (const MObject& node : chosen)
         if (passes(node, parsed, types) &&
             std::find(nodes.begin(), nodes.end(), node) == nodes.end())
             nodes.push_back(node);

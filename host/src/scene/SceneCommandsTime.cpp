@@ -38,13 +38,9 @@ Value currentTime(const CommandCall& call) {
     const ParsedFlags parsed = flags.parse(call);
     if (parsed.isQuery() || parsed.objects().empty())
         return frameOf(timeline::current());
-    const MTime before = timeline::current();
-    const MTime after = atFrame(parsed.objects().front().toFloat());
-    timeline::setCurrent(after);
-    undoQueue().record(makeStep(
-        "currentTime", [before] { timeline::setCurrent(before); },
-        [after] { timeline::setCurrent(after); }));
-    return frameOf(after);
+    // Not undoable, as the command's reference page says.
+    timeline::setCurrent(atFrame(parsed.objects().front().toFloat()));
+    return frameOf(timeline::current());
 }
 
 Value playbackOptions(const CommandCall& call) {
@@ -195,6 +191,7 @@ void setKey(MPlug plug, const ParsedFlags& parsed, const Tangents& tangents, dou
     const double value =
         parsed.isSet("-value") ? internalValue(plug, parsed.getFloat("-value")) : plug.asDouble();
     const bool fresh = curve.isNull();
+    const double unkeyed = plug.asDouble();
     std::vector<AttrRecord> before;
     if (fresh) {
         MFnAnimCurve function;
@@ -207,6 +204,10 @@ void setKey(MPlug plug, const ParsedFlags& parsed, const Tangents& tangents, dou
     MFnAnimCurve function(curve);
     function.addKey(atFrame(frame), value, tangents.in, tangents.out);
     if (fresh) {
+        // A plug whose curve goes keeps the curve's last value; undone last, this one takes it
+        // back.
+        recordStep(
+            "setKeyframe", [plug, unkeyed]() mutable { plug.setDouble(unkeyed); }, [] {});
         recordCreation("setKeyframe", {curve});
         return;
     }
@@ -289,6 +290,7 @@ Value keyframe(const CommandCall& call) {
     static const Flags flags = Flags()
                                    .flag("-at", "-attribute", {ArgKind::String})
                                    .multiUse("-at")
+                                   .queryWithArguments("-at")
                                    .flag("-kc", "-keyframeCount")
                                    .flag("-tc", "-timeChange")
                                    .flag("-vc", "-valueChange")

@@ -159,9 +159,20 @@ private:
         }
         for (const AddAttrRecord& attribute : written.text.added)
             sink_.addAttr(attribute);
+        const auto isOfData = [&](const AttrRecord& attribute) {
+            return std::any_of(written.text.data.begin(), written.text.data.end(),
+                               [&](const DataRecord& data) { return data.plug == attribute.plug; });
+        };
         for (const AttrRecord& attribute : written.text.values)
-            sink_.setAttr(attribute);
-        return writeData(written) && writeKept(written);
+            if (!isOfData(attribute))
+                sink_.setAttr(attribute);
+        if (!writeData(written))
+            return false;
+        // After the data: a lock would keep them out.
+        for (const AttrRecord& attribute : written.text.values)
+            if (isOfData(attribute))
+                sink_.setAttr(attribute);
+        return writeKept(written);
     }
 
     bool writeData(WrittenNode& written) {

@@ -99,14 +99,16 @@ bool UndoQueue::undo() {
         return false;
     std::unique_ptr<UndoStep> step = std::move(done_.back());
     done_.pop_back();
+    bool ok = false;
     {
         const Raised raised(undoing_);
-        if (!step->undo())
-            return false;
+        ok = step->undo();
     }
-    undone_.push_back(std::move(step));
-    events::emit("Undo");
-    return true;
+    // What a step that fails holds may exist nowhere else.
+    (ok ? undone_ : done_).push_back(std::move(step));
+    if (ok)
+        events::emit("Undo");
+    return ok;
 }
 
 bool UndoQueue::redo() {
@@ -114,14 +116,15 @@ bool UndoQueue::redo() {
         return false;
     std::unique_ptr<UndoStep> step = std::move(undone_.back());
     undone_.pop_back();
+    bool ok = false;
     {
         const Raised raised(redoing_);
-        if (!step->redo())
-            return false;
+        ok = step->redo();
     }
-    done_.push_back(std::move(step));
-    events::emit("Redo");
-    return true;
+    (ok ? done_ : undone_).push_back(std::move(step));
+    if (ok)
+        events::emit("Redo");
+    return ok;
 }
 
 std::string UndoQueue::undoLabel() const {

@@ -25,7 +25,8 @@ public:
     void openChunk(const std::string& label);
     void closeChunk();
 
-    /// False when there is nothing, or the step fails. "Undo" or "Redo" is sent after success.
+    /// False when there is nothing, or the step fails; it then stays where it is and can be tried
+    /// again. "Undo" or "Redo" is sent after success.
     bool undo();
     bool redo();
 

@@ -1,5 +1,6 @@
 #include "script/Commands.h"
 
+#include "foundation/Faults.h"
 #include "scene/UndoQueue.h"
 #include "script/CoreCommands.h"
 
@@ -61,6 +62,8 @@ Value callCommand(const CommandCall& call) {
     if (it == table().end())
         throw ScriptError("Cannot find procedure \"" + call.name + "\".");
     const std::shared_ptr<CommandFunction> function = it->second;
+    if (faults::due("command", call.name))
+        throw ScriptError(call.name + ": does not work.");
     CommandCall complete = call;
     complete.undoEnabled = undoQueue().enabled();
     try {

@@ -231,13 +231,6 @@ bool equal(const Value& left, const Value& right) {
 }
 
 void setElement(Value& array, int index, const Value& value) {
-    if (array.type() == Type::Vector) {
-        if (index < 0 || index > 2)
-            throw ScriptError("Index value " + std::to_string(index) + " is out of range.");
-        Vec3& v = array.get<Vec3>();
-        (index == 0 ? v.x : index == 1 ? v.y : v.z) = value.toFloat();
-        return;
-    }
     checkIndex(index);
     switch (array.type()) {
     case Type::IntArray:

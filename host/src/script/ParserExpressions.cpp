@@ -283,8 +283,7 @@ NodePtr Parser::parenthesised() {
     NodePtr inner = expression();
     scanner_.expect(")");
     // ($a) is a value: it can be neither assigned to nor changed by a command.
-    NodePtr node = unary(NodeKind::Cast, std::move(inner));
-    return node;
+    return unary(NodeKind::Cast, std::move(inner));
 }
 
 NodePtr Parser::variable(bool mayDeclare) {
@@ -297,7 +296,8 @@ NodePtr Parser::variable(bool mayDeclare) {
 
     NodePtr node = std::move(base);
     int subscripts = 0;
-    while (scanner_.raw() == '[') {
+    // Between the words of a command, a blank ends the variable.
+    while ((mayDeclare ? scanner_.peek() : scanner_.raw()) == '[') {
         if (++subscripts > 2)
             scanner_.syntaxError();
         scanner_.advance(1);

@@ -57,8 +57,9 @@ MainWindow::MainWindow() {
 
     toolListener_ = Tools::instance().addListener([this] { updateTool(); });
     updateTool();
-    for (const char* name : {"SceneOpened", "NewSceneOpened", "SceneSaved"})
+    for (const char* name : {"SceneOpened", "NewSceneOpened"})
         eventListeners_.push_back(events::listen(name, [this] { sceneChanged(); }));
+    eventListeners_.push_back(events::listen("SceneSaved", [this] { updateTitle(); }));
     modifiedTimer_.setInterval(200);
     connect(&modifiedTimer_, &QTimer::timeout, this, &MainWindow::updateTitle);
     modifiedTimer_.start();

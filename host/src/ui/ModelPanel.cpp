@@ -1,6 +1,7 @@
 #include "ui/ModelPanel.h"
 
 #include "render/Views.h"
+#include "scene/Events.h"
 #include "ui/Elements.h"
 
 #include <maya/MDagPath.h>
@@ -13,6 +14,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace host {
@@ -78,13 +80,14 @@ ModelPanel::ModelPanel(const QString& name, QWidget* parent)
     layout->addWidget(label_);
     setAttribute(Qt::WA_StyledBackground);
 
-    connect(view_, &ViewWidget::becameActive, this, [] {
-        for (View* view : Views::instance().all()) {
-            if (ModelPanel* panel = ModelPanel::of(view))
-                panel->updateLabels();
-        }
-    });
+    for (const char* event : {"ActiveViewChanged", "NameChanged"})
+        listeners_.push_back(events::listen(event, [this] { updateLabels(); }));
     updateLabels();
+}
+
+ModelPanel::~ModelPanel() {
+    for (const int listener : listeners_)
+        events::removeListener(listener);
 }
 
 bool ModelPanel::lookThrough(const QString& camera) {
@@ -119,7 +122,9 @@ void ModelPanel::updateLabels() {
     const bool active = Views::instance().active() == &view();
     if (property("active").toBool() != active) {
         setProperty("active", active);
-        setStyleSheet(styleSheet()); // makes the style look at the property again
+        style()->unpolish(this); // makes the style look at the property again
+        style()->polish(this);
+        update();
     }
 }
 

@@ -3,6 +3,7 @@
 #include "ui/ViewWidget.h"
 
 #include <QWidget>
+#include <vector>
 
 class QLabel;
 class QMenu;
@@ -16,6 +17,7 @@ class ModelPanel : public QWidget {
     Q_OBJECT
 public:
     explicit ModelPanel(const QString& name, QWidget* parent = nullptr);
+    ~ModelPanel() override;
 
     ViewWidget& viewWidget() { return *view_; }
     View& view() { return view_->view(); }
@@ -40,6 +42,7 @@ private:
     QMenuBar* menuBar_;
     QMenu* cameras_;
     QLabel* label_;
+    std::vector<int> listeners_;
 };
 
 } // namespace host

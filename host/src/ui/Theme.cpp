@@ -30,7 +30,7 @@ void apply(QApplication& application) {
     palette.setColor(QPalette::Dark, QColor(42, 42, 42));
     palette.setColor(QPalette::Shadow, QColor(24, 24, 24));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(112, 112, 112));
+        palette.setColor(QPalette::Disabled, role, QColor(140, 140, 140));
     QApplication::setPalette(palette);
 
     application.setStyleSheet(QStringLiteral(

@@ -128,7 +128,7 @@ void TimeSlider::paintEvent(QPaintEvent*) {
 }
 
 TimeSlider::Drag TimeSlider::dragAt(double x, bool shift) const {
-    if (range_) {
+    if (range_ && !shift) {
         if (std::abs(x - xOf(range_->start)) <= handleReach)
             return Drag::rangeStart;
         if (std::abs(x - xOf(range_->end)) <= handleReach)

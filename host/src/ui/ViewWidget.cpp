@@ -3,7 +3,6 @@
 #include "render/DrawManager.h"
 #include "render/Frame.h"
 #include "render/Views.h"
-#include "scene/Events.h"
 #include "ui/ContextState.h"
 #include "ui/QtCompat.h"
 #include "ui/Tools.h"
@@ -118,11 +117,7 @@ void ViewWidget::paintGL() {
 }
 
 void ViewWidget::makeActive() {
-    if (Views::instance().active() == &view_)
-        return;
     Views::instance().setActive(&view_);
-    Q_EMIT becameActive();
-    events::emit("ActiveViewChanged");
 }
 
 void ViewWidget::showToolCursor() {

@@ -24,9 +24,6 @@ public:
     /// View pixel (origin bottom left) under a point in logical pixels of the top-level window.
     QPoint viewPixel(QPointF windowPosition) const;
 
-Q_SIGNALS:
-    void becameActive();
-
 protected:
     void initializeGL() override;
     void resizeGL(int width, int height) override;

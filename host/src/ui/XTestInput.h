@@ -10,6 +10,8 @@ class XTestInput {
 public:
     /// Null when there is no X server or it lacks the XTEST extension.
     static std::unique_ptr<XTestInput> open();
+    /// Whether an X server answers at all, with the extension or without.
+    static bool serverAnswers();
     ~XTestInput();
     XTestInput(const XTestInput&) = delete;
     XTestInput& operator=(const XTestInput&) = delete;

@@ -120,6 +120,15 @@ void reportFilm(benchmark::State& state, const Film& of, double memoryBefore) {
     state.counters["decoded_frames"] = FrameCache::decodedCount();
 }
 
+/// Packed size, the decoded pictures of the budget and what a heap leaves between them.
+void checkMemory(benchmark::State& state, const Film& of, double memoryBefore) {
+    const double budget = FrameCache::budget() * 4.0 * 1024 * 1024 / 1e6;
+    const double limit = 1.2 * (of.bytes / 1e6 + budget) + 10.0;
+    state.counters["limit_MB"] = limit;
+    if (residentMegabytes() - memoryBefore > limit)
+        state.SkipWithError("holds more than its packed size and the budget");
+}
+
 /// How many times faster than the work that handles every frame.
 void setRatio(benchmark::State& state, const char* name, double all, double spent) {
     state.counters[name] = all / (spent / static_cast<double>(state.iterations()));
@@ -135,7 +144,13 @@ void BM_Open(benchmark::State& state) {
         spent += bench::seconds([&] { open(*data, one); });
     }
     reportFilm(state, one, before);
+    checkMemory(state, one, before);
     setRatio(state, "x_faster_than_decoding_all", one.decodeAll, spent);
+}
+
+std::string contents(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 void saveBenchmark(benchmark::State& state, bool changeOne) {
@@ -158,6 +173,9 @@ void saveBenchmark(benchmark::State& state, bool changeOne) {
         spent += bench::seconds([&] { save(data, target); });
     }
     reportFilm(state, one, before);
+    checkMemory(state, one, before);
+    if ((contents(target) == contents(one.file)) == changeOne)
+        state.SkipWithError("what was saved is not what was drawn");
     setRatio(state, "x_faster_than_encoding_all", one.encodeAll, spent);
 }
 
@@ -167,6 +185,25 @@ void BM_SaveUnchanged(benchmark::State& state) {
 
 void BM_SaveOneChanged(benchmark::State& state) {
     saveBenchmark(state, true);
+}
+
+/// Every frame shown once, as by scrubbing through, and then saved.
+void BM_SaveAfterShowingAll(benchmark::State& state) {
+    const Film& one = film(static_cast<int>(state.range(0)));
+    const double before = residentMegabytes();
+    BaseNodeLayerData data;
+    open(data, one);
+    LayerManager& manager = *data.layerManager();
+    for (int frame = 1; frame <= state.range(0); ++frame) {
+        bench::goTo(manager, frame);
+        manager.compositeCamera(bench::kCamera);
+    }
+    double spent = 0.0;
+    for (auto _ : state)
+        spent += bench::seconds([&] { save(data, one.file + ".saved"); });
+    reportFilm(state, one, before);
+    checkMemory(state, one, before);
+    setRatio(state, "x_faster_than_encoding_all", one.encodeAll, spent);
 }
 
 } // namespace
@@ -184,6 +221,7 @@ BENCHMARK(BM_SaveOneChanged)
     ->Arg(500)
     ->Iterations(5)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SaveAfterShowingAll)->Arg(500)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {
     const std::string tablet = bench::tabletFile(argc, argv);

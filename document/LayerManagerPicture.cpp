@@ -36,9 +36,9 @@ bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
     if (!stroke_ || strokeCamera_ != camera || !frame || active->state() == layer_state::kLocked) {
         return false;
     }
-    // The eraser's picture is the whole frame: it would overwrite another one.
+    // The eraser's picture is the whole frame: as it is, it would overwrite another one.
     if (stroke_->replacesFrame() && !stroke_->isOn(*frame)) {
-        return false;
+        stroke_->moveTo(*frame);
     }
     undoBytes = frame->pngBytes();
     const QImage merged = stroke_->merged(frame->image());

@@ -2,7 +2,7 @@
 
 #include "document/PixelRows.h"
 #include "tools/raster/ShapeRaster.h"
-#include "tools/raster/StrokeMerge.h"
+#include "tools/raster/StrokeImage.h"
 
 #include <utility>
 
@@ -13,6 +13,14 @@ StrokeSession::StrokeSession(const Frame& frame, int tool, const QColor& color, 
     stroke_.tool = tool;
     stroke_.color = color;
     prepareStrokeImage(image_, stroke_, frame.image());
+}
+
+void StrokeSession::moveTo(const Frame& frame) {
+    baseRevision_ = frame.revision();
+    hold_ = frame.hold();
+    touched_ = QRect();
+    prepareStrokeImage(image_, stroke_, frame.image());
+    stroke_.dirty = true;
 }
 
 QRect StrokeSession::update() {

@@ -30,8 +30,11 @@ public:
     /// The stroke image is the whole frame (eraser) rather than something painted over it.
     bool replacesFrame() const;
 
-    /// True while the frame still has the picture the stroke was begun on.
+    /// True while the frame still has the picture the stroke works on.
     bool isOn(const Frame& frame) const { return frame.revision() == baseRevision_; }
+
+    /// Does the whole stroke again on this frame's picture. Freehand only.
+    void moveTo(const Frame& frame);
 
     /// The frame's picture with the finished stroke in it. The session is over then.
     QImage merged(const QImage& frameImage);

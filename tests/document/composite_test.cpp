@@ -4,9 +4,10 @@
 #include "document/Drawing.h"
 #include "document/IntTime.h"
 #include "document/PixelRows.h"
+#include "document/StrokeSession.h"
 #include "plugin/leaves/Settings.h"
 #include "support/Seed.h"
-#include "tools/raster/StrokeMerge.h"
+#include "tools/raster/StrokeImage.h"
 
 #include <QPainter>
 #include <gtest/gtest.h>
@@ -287,13 +288,41 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     }
     EXPECT_FALSE(manager.commitStroke(kCamera, undo)) << "there is no stroke";
 
-    // An eraser works on a whole picture: it must not replace another one.
+    // An eraser works on a whole picture: on another one it erases, and does not replace it.
     layer.setState(layer_state::kAnimated);
     drawing::goTo(manager, 3);
-    ASSERT_TRUE(manager.beginStroke(kCamera, tool::kEraser, Qt::red));
+    Stroke* stroke = manager.beginStroke(kCamera, tool::kEraser, Qt::red);
+    ASSERT_TRUE(stroke);
     EXPECT_FALSE(manager.commitStroke("other", undo));
+    stroke->points = {{20, 1.0F, 1.0F, 100, 650}, {20, 1.0F, 1.0F, 900, 650}};
+    stroke->dirty = true;
+    manager.compositeCamera(kCamera);
     drawing::goTo(manager, 5);
-    EXPECT_FALSE(manager.commitStroke(kCamera, undo));
-    EXPECT_EQ(drawing::markOf(manager.currentFrame(kCamera)->image()), 2);
-    EXPECT_EQ(drawing::markOf(*manager.compositeCamera(kCamera)), 2);
+    QImage other = manager.currentFrame(kCamera)->image();
+    QPainter(&other).fillRect(0, 600, kCanvasSize, 100, Qt::red);
+    layer.setCurrentImage(other);
+    EXPECT_TRUE(manager.commitStroke(kCamera, undo));
+    for (const QImage& image :
+         {manager.currentFrame(kCamera)->image(), *manager.compositeCamera(kCamera)}) {
+        EXPECT_EQ(image.pixel(2, 0), other.pixel(2, 0));
+        EXPECT_EQ(image.pixelColor(500, 610), QColor(Qt::red));
+        EXPECT_EQ(qAlpha(image.pixel(500, 650)), 0);
+    }
+}
+
+TEST(StrokeSession, MergesPointsNeverShownAndKeepsTheRest) {
+    QImage picture = blankCanvas();
+    QPainter(&picture).fillRect(0, 600, kCanvasSize, 100, QColor(9, 99, 199));
+    Frame frame(MTime(1, MTime::uiUnit()));
+    frame.setImage(picture);
+    for (const int tool : {tool::kPencil, tool::kEraser}) {
+        StrokeSession session(frame, tool, QColor(200, 40, 10), QImage());
+        session.stroke().points = {{20, 1.0F, 1.0F, 100, 650}, {20, 1.0F, 1.0F, 900, 650}};
+        session.stroke().dirty = true;
+        const QImage merged = session.merged(picture);
+        const QColor drawn = merged.pixelColor(500, 650);
+        EXPECT_TRUE(tool == tool::kEraser ? drawn.alpha() == 0 : drawn == QColor(200, 40, 10));
+        EXPECT_EQ(merged.copy(0, 680, 1024, 20), picture.copy(0, 680, 1024, 20));
+        EXPECT_EQ(merged.copy(0, 0, 1024, 600), picture.copy(0, 0, 1024, 600));
+    }
 }

@@ -108,6 +108,36 @@ TEST(Freehand, LongLinesInEveryDirectionEqualThePlainRules) {
     }
 }
 
+// Every way a line of one opacity is taken: weights with and without exact integers (coordinates
+// below and above 128), dabs on whole pixels, all widths, faint strokes, every border, over paint.
+TEST(Freehand, LinesOfOneOpacityEqualThePlainRules) {
+    constexpr int kSide = 200;
+    const QPoint ways[] = {{40, 0},  {0, 40}, {-33, 33}, {37, 36},  {41, 7},
+                           {-9, 43}, {64, 1}, {-17, -5}, {2, -30},  {1, 0},
+                           {0, -1},  {0, 0},  {260, 3},  {-4, 270}, {250, 240}};
+    const QPoint starts[] = {{60, 70}, {150, 140}, {-20, 5}, {5, 210}, {190, -8}, {199, 199}};
+    const float opacities[] = {1.0F, 0.5F, 0.07F, 0.003F, 0.0F};
+    int round = 0;
+    for (int width = 2; width <= 100; width += width < 24 ? 1 : 7) {
+        for (const QPoint way : ways) {
+            const QPoint start = starts[round % 6];
+            const float opacity = opacities[round / 2 % 5];
+            const std::vector<StrokePoint> points = {
+                point(start.x(), start.y(), width, opacity),
+                point(start.x() + way.x(), start.y() + way.y(), width, opacity),
+                point(start.x() + way.y(), start.y() + way.x(), width, opacity)};
+            QImage fast = canvas(kSide, round % 3 * 60);
+            QImage slow = fast.copy();
+            drawFreehandSegments(fast, points, round % 2, tool::kBrush);
+            plain::drawFreehand(slow, points, round % 2, tool::kBrush);
+            ASSERT_EQ(difference(fast, slow), QRect())
+                << width << " from " << start.x() << ", " << start.y() << " by " << way.x() << ", "
+                << way.y() << " at " << opacity;
+            ++round;
+        }
+    }
+}
+
 TEST(Freehand, DrawnPieceByPieceEqualsDrawnAtOnce) {
     std::mt19937 random(7);
     std::uniform_int_distribution<int> place(-20, 320);

@@ -1,7 +1,7 @@
 // Shapes, text, PNG and the merge of a stroke into its frame.
 #include "tools/raster/PngCodec.h"
 #include "tools/raster/ShapeRaster.h"
-#include "tools/raster/StrokeMerge.h"
+#include "tools/raster/StrokeImage.h"
 
 #include <QBuffer>
 #include <QPainter>
@@ -168,28 +168,6 @@ TEST(StrokeImage, UpdatesOnlyWhatIsNew) {
     stroke.points.push_back({8, 1.0F, 1.0F, 605, 600});
     stroke.lastDrawnIndex = 2;
     EXPECT_FALSE(updateStrokeImage(image, stroke).intersects(QRect(90, 90, 60, 60)));
-}
-
-TEST(StrokeImage, MergeTakesInUnpaintedPointsAndKeepsTheRest) {
-    QImage frame = blankCanvas();
-    for (int y = 600; y < 700; ++y) {
-        for (int x = 0; x < kCanvasSize; ++x)
-            frame.setPixelColor(x, y, QColor(9, 99, 199, 255));
-    }
-    const QImage before = frame.copy();
-    Stroke stroke = shape(tool::kPencil, {100, 100}, {900, 100}, 8);
-    QImage image;
-    prepareStrokeImage(image, stroke, frame);
-    mergeStroke(frame, stroke, image); // never shown before
-    EXPECT_EQ(frame.pixelColor(500, 100), QColor(200, 40, 10, 255));
-    EXPECT_EQ(frame.copy(0, 600, 1024, 100), before.copy(0, 600, 1024, 100));
-
-    Stroke eraser = shape(tool::kEraser, {100, 650}, {900, 650}, 20, 0.5F);
-    prepareStrokeImage(image, eraser, frame);
-    mergeStroke(frame, eraser, image);
-    EXPECT_EQ(alpha(frame, 500, 650), 0);
-    EXPECT_EQ(alpha(frame, 500, 690), 255);
-    EXPECT_EQ(alpha(frame, 500, 100), 255);
 }
 
 TEST(Png, RoundTripIsLosslessAlsoUnderAlphaZero) {

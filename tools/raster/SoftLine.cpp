@@ -1,6 +1,8 @@
 #include "tools/raster/SoftLine.h"
 
 #include "tools/raster/BrushStamp.h"
+#include "tools/raster/EvenLine.h"
+#include "tools/raster/SoftWalk.h"
 #include "tools/raster/Stroke.h"
 
 #include <algorithm>
@@ -19,15 +21,6 @@ constexpr float kThinGrowth = 1.0F;
 // Inner loops work on this many pixels at a time, reading and writing past the end of a row's part
 // by up to that many: a whole number of vector registers and no remainder to handle.
 constexpr unsigned kBlock = 16;
-
-// One pair of dabs. `major` runs along the line's longer axis, `minor` across.
-struct Step {
-    int major = 0;
-    int minor = 0;        // of the first dab; the second lies at minor + 1
-    float near = 0.0F;    // weight of the first dab
-    float far = 0.0F;     // weight of the second dab
-    float opacity = 1.0F; // of the stroke here
-};
 
 std::uint8_t toByte(float opacity) {
     return static_cast<std::uint8_t>(static_cast<int>(std::clamp(opacity, 0.0F, 1.0F) * 255.0F));
@@ -298,7 +291,7 @@ public:
     SoftPainter(const AlphaPlane& plane, int width, bool steep)
         : alpha_(plane, steep), width_(width), stamp_(stampFor(steep)), steep_(steep) {}
 
-    void paint(const Step& step) {
+    void paint(const SoftStep& step) {
         const int reach = width_ / 2 + 2;
         if (step.major + reach < 0 || step.major - reach >= alpha_.majorEnd() ||
             step.minor + reach < 0 || step.minor - reach >= alpha_.minorEnd())
@@ -321,7 +314,7 @@ public:
 
 private:
     // Without both factors weights are multiplied as floats.
-    void findFactors(const Step& step) {
+    void findFactors(const SoftStep& step) {
         constexpr int kWorthSearching = 30;
         factors_[0] = factors_[1] = 0;
         if (!(step.far > 0.0F) || !(step.near > 0.0F))
@@ -337,7 +330,7 @@ private:
     }
 
     // Both dabs of a step in one row; under one ceiling the order of additions does not matter.
-    void paintRow(const Step& step, int minor, int first, int last, bool single) {
+    void paintRow(const SoftStep& step, int minor, int first, int last, bool single) {
         int at = first;
         std::uint8_t* alpha = alpha_.row(minor, at, last, ceiling_);
         if (at > last)
@@ -370,44 +363,6 @@ private:
     std::uint16_t factors_[2] = {};
 };
 
-// A full dab with its opacity as weight.
-void drawStartDab(const AlphaPlane& plane, const StrokePoint& point) {
-    SoftPainter(plane, point.width, false)
-        .paint({point.x, point.y, point.opacity, 0.0F, point.opacity});
-}
-
-// The line in coordinates along and across its longer axis, running forward.
-struct Walk {
-    bool steep = false;
-    bool reversed = false;
-    int major0 = 0, minor0 = 0, major1 = 0, minor1 = 0;
-
-    Walk(const StrokePoint& from, const StrokePoint& to) {
-        steep = std::abs(to.y - from.y) > std::abs(to.x - from.x);
-        major0 = steep ? from.y : from.x;
-        minor0 = steep ? from.x : from.y;
-        major1 = steep ? to.y : to.x;
-        minor1 = steep ? to.x : to.y;
-        reversed = major0 > major1;
-        if (reversed) {
-            std::swap(major0, major1);
-            std::swap(minor0, minor1);
-        }
-    }
-
-    int length() const { return major1 - major0; }
-    float gradient() const {
-        return major1 == major0
-                   ? 0.0F
-                   : static_cast<float>(minor1 - minor0) / static_cast<float>(major1 - major0);
-    }
-};
-
-float lengthAlong(float along, float gradient) {
-    const float across = gradient * along;
-    return std::sqrt(along * along + across * across);
-}
-
 } // namespace
 
 SoftStampSize softStampSize(int width, float opacity) {
@@ -421,33 +376,20 @@ void drawSoftLine(const AlphaPlane& plane, const StrokePoint& from, const Stroke
                   bool startDab) {
     if (startDab)
         drawStartDab(plane, from);
-    const Walk walk(from, to);
-    const float gradient = walk.gradient();
-    const float distance = lengthAlong(static_cast<float>(walk.length()), gradient);
-
+    const SoftWalk walk(from, to);
+    const float distance = walk.distance(static_cast<float>(walk.length()));
+    if (to.opacity == from.opacity || distance <= 0.0F) {
+        drawEvenLine(plane, walk, from.width, from.opacity);
+        return;
+    }
     SoftPainter painter(plane, from.width, walk.steep);
-    const auto place = [&](int i, float share) {
-        const float across = static_cast<float>(walk.minor0) + gradient * static_cast<float>(i);
-        const float below = std::floor(across);
-        Step step;
-        step.major = walk.major0 + i;
-        step.minor = static_cast<int>(below);
-        step.near = (1.0F - (across - below)) * share;
-        step.far = (across - below) * share;
-        step.opacity = from.opacity;
-        if (distance > 0.0F && to.opacity != from.opacity) {
-            const int steps = walk.reversed ? walk.length() - i : i;
-            const float d = lengthAlong(static_cast<float>(steps), gradient);
-            step.opacity =
-                std::clamp(from.opacity + (to.opacity - from.opacity) * d / distance, 0.0F, 1.0F);
-        }
+    for (int i = 0; i < walk.count(); ++i) {
+        SoftStep step = walk.step(i);
+        const float d = walk.distance(static_cast<float>(walk.reversed ? walk.length() - i : i));
+        step.opacity =
+            std::clamp(from.opacity + (to.opacity - from.opacity) * d / distance, 0.0F, 1.0F);
         painter.paint(step);
-    };
-    constexpr float kEndShare = 0.5F; // gap between a pixel's centre and its border
-    place(0, kEndShare);
-    for (int i = 1; i < walk.length(); ++i)
-        place(i, 1.0F);
-    place(walk.length(), kEndShare);
+    }
 }
 
 } // namespace vellum

@@ -1,5 +1,5 @@
 // A stroke in progress: what the tools fill, what the document shows and merges. A plain value; its
-// pixels live in a stroke image beside it (StrokeMerge.h says how that image is prepared).
+// pixels live in a stroke image beside it (StrokeImage.h says how that image is prepared).
 #pragma once
 
 #include "tools/raster/StrokePoint.h"

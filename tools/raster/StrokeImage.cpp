@@ -1,9 +1,8 @@
-#include "tools/raster/StrokeMerge.h"
+#include "tools/raster/StrokeImage.h"
 
 #include "tools/raster/FreehandRaster.h"
 #include "tools/raster/ShapeRaster.h"
 
-#include <QPainter>
 #include <algorithm>
 
 namespace vellum {
@@ -53,20 +52,6 @@ QRect updateStrokeImage(QImage& strokeImage, Stroke& stroke) {
 
 bool strokeReplacesFrame(const Stroke& stroke) {
     return stroke.tool == tool::kEraser;
-}
-
-void mergeStroke(QImage& frameImage, Stroke& stroke, QImage& strokeImage) {
-    if (tool::isFreehand(stroke.tool))
-        updateStrokeImage(strokeImage, stroke);
-    else if (isPainted(stroke.tool))
-        drawShape(strokeImage, stroke, false);
-    if (strokeReplacesFrame(stroke)) {
-        frameImage = strokeImage;
-        return;
-    }
-    QPainter painter(&frameImage);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.drawImage(0, 0, strokeImage);
 }
 
 } // namespace vellum

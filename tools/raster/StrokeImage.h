@@ -1,5 +1,5 @@
-// The life of a stroke image: prepared at the press, brought up to date while the stroke grows,
-// merged into the frame image at the end. Images are canvases (Stroke.h).
+// The life of a stroke image: prepared at the press, brought up to date while the stroke grows.
+// Images are canvases (Stroke.h).
 #pragma once
 
 #include "tools/raster/Stroke.h"
@@ -25,10 +25,5 @@ QRect updateStrokeImage(QImage& strokeImage, Stroke& stroke);
 /// True when the stroke image stands for the whole frame while drawing (eraser), false when it is
 /// painted over the frame.
 bool strokeReplacesFrame(const Stroke& stroke);
-
-/// Merges the finished stroke into the frame image: points not yet painted are painted, text loses
-/// its frame, the eraser's image becomes the frame, any other is painted over it. Not for region
-/// transforms. `strokeImage` is left for reuse.
-void mergeStroke(QImage& frameImage, Stroke& stroke, QImage& strokeImage);
 
 } // namespace vellum

@@ -2,6 +2,7 @@
 
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
+#include "node/NodeSearch.h"
 #include "plugin/leaves/MayaStrings.h"
 #include "plugin/leaves/Report.h"
 #include "plugin/middle/ActiveNode.h"
@@ -114,6 +115,8 @@ MStatus LayerCommand::doIt(const MArgList& args) {
 
 MStatus LayerCommand::run(const MArgDatabase& args) {
     const BaseNode* node = activeNode();
+    if (node)
+        document_ = node->layerManager();
     if (args.isEdit() || args.isQuery())
         return runInMode(args, node);
     if (args.isFlagSet("-add") && !args.isFlagSet("-cnt") && !node)
@@ -226,8 +229,19 @@ MStatus LayerCommand::query(const MArgDatabase& args, const char* flag, const Ba
     return MS::kSuccess;
 }
 
+BaseNode* LayerCommand::nodeToEdit() const {
+    BaseNode* node = nodeWith(document_.lock().get());
+    if (!node)
+        report::error(QStringLiteral("Node not found"));
+    else if (!cameraExists(camera_))
+        report::error(QStringLiteral("Camera does not exist: %1").arg(camera_));
+    else
+        return node;
+    return nullptr;
+}
+
 MStatus LayerCommand::redoIt() {
-    BaseNode* node = activeNode();
+    BaseNode* node = nodeToEdit();
     if (!node || !edit_->apply(*node->layerManager()))
         return MS::kFailure;
     node->drawingChanged();
@@ -235,10 +249,11 @@ MStatus LayerCommand::redoIt() {
 }
 
 MStatus LayerCommand::undoIt() {
-    BaseNode* node = activeNode();
+    BaseNode* node = nodeToEdit();
     if (!node)
         return MS::kFailure;
-    edit_->revert(*node->layerManager());
+    if (!edit_->revert(*node->layerManager()))
+        return refuse(QStringLiteral("The layers of the camera have changed since."));
     node->drawingChanged();
     return MS::kSuccess;
 }

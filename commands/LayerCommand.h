@@ -13,6 +13,7 @@ class MArgDatabase;
 namespace vellum {
 
 class BaseNode;
+class LayerManager;
 
 class LayerCommand : public MPxCommand {
 public:
@@ -31,9 +32,11 @@ private:
     MStatus makePropertyEdit(const MArgDatabase& args, const char* flag, const BaseNode& node);
     MStatus query(const MArgDatabase& args, const char* flag, const BaseNode& node);
     bool requireLayer(const BaseNode& node, unsigned index) const;
+    BaseNode* nodeToEdit() const;
 
     QString camera_;
-    std::unique_ptr<LayerEdit> edit_; ///< null: a query
+    std::unique_ptr<LayerEdit> edit_;      ///< null: a query
+    std::weak_ptr<LayerManager> document_; ///< the drawing it is about
 };
 
 } // namespace vellum

@@ -50,12 +50,14 @@ public:
         return result_ >= 0;
     }
 
-    void revert(LayerManager& document) override {
+    bool revert(LayerManager& document) override {
         const LayerManager::ChangeGroup group(document);
         layer_ = document.takeLayer(camera_, result_);
-        if (layer_)
-            layer_->setActive(false);
+        if (!layer_)
+            return false;
+        layer_->setActive(false);
         before_.restore(document);
+        return true;
     }
 
 private:
@@ -78,11 +80,12 @@ public:
         return layer_ != nullptr;
     }
 
-    void revert(LayerManager& document) override {
+    bool revert(LayerManager& document) override {
         const LayerManager::ChangeGroup group(document);
         layer_->setActive(false);
         document.insertLayer(camera_, index_, std::move(layer_));
         before_.restore(document);
+        return true;
     }
 
 private:
@@ -103,7 +106,7 @@ public:
         return true;
     }
 
-    void revert(LayerManager& document) override {
+    bool revert(LayerManager& document) override {
         const LayerManager::ChangeGroup group(document);
         for (auto& layer : layers_) {
             layer->setActive(false);
@@ -111,6 +114,7 @@ public:
         }
         layers_.clear();
         before_.restore(document);
+        return true;
     }
 
 private:
@@ -128,7 +132,9 @@ public:
         return result_ >= 0;
     }
 
-    void revert(LayerManager& document) override { document.moveLayer(camera_, result_, from_); }
+    bool revert(LayerManager& document) override {
+        return document.moveLayer(camera_, result_, from_) >= 0;
+    }
 
 private:
     QString camera_;
@@ -147,12 +153,15 @@ public:
         return result_ >= 0;
     }
 
-    void revert(LayerManager& document) override {
+    bool revert(LayerManager& document) override {
         const LayerManager::ChangeGroup group(document);
         auto layer = document.takeLayer(target_, result_);
+        if (!layer)
+            return false;
         layer->setActive(false);
         document.insertLayer(camera_, from_, std::move(layer));
         before_.restore(document);
+        return true;
     }
 
 private:
@@ -188,7 +197,9 @@ public:
         return true;
     }
 
-    void revert(LayerManager& document) override {
+    bool revert(LayerManager& document) override {
+        if (document.cameraLayerCount(target_) < first_ + moved_)
+            return false;
         const LayerManager::ChangeGroup group(document);
         for (int i = 0; i < moved_; ++i) {
             auto layer = document.takeLayer(target_, first_);
@@ -196,6 +207,7 @@ public:
             document.insertLayer(camera_, -1, std::move(layer));
         }
         before_.restore(document);
+        return true;
     }
 
 private:
@@ -220,7 +232,10 @@ public:
         return true;
     }
 
-    void revert(LayerManager& document) override { before_.restore(document); }
+    bool revert(LayerManager& document) override {
+        before_.restore(document);
+        return true;
+    }
 
 private:
     QString camera_;
@@ -243,7 +258,10 @@ public:
         return true;
     }
 
-    void revert(LayerManager& document) override { set_(document, before_); }
+    bool revert(LayerManager& document) override {
+        set_(document, before_);
+        return true;
+    }
 
 private:
     Value value_;

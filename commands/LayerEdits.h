@@ -17,8 +17,9 @@ public:
     /// Does the change, the first time and again after revert(). False, after the document
     /// reported why, when nothing was changed.
     virtual bool apply(LayerManager& document) = 0;
-    /// Takes it back. Only after a successful apply(), with nothing changed since.
-    virtual void revert(LayerManager& document) = 0;
+    /// Takes it back; only after a successful apply(). False, changing nothing, when the layers it
+    /// changed are not where it left them.
+    virtual bool revert(LayerManager& document) = 0;
 
     /// Index that the command returns; -1 for none.
     int result() const { return result_; }

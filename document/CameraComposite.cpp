@@ -2,7 +2,7 @@
 
 #include "document/PixelRows.h"
 #include "tools/raster/Stroke.h"
-#include "tools/raster/StrokeMerge.h"
+#include "tools/raster/StrokeImage.h"
 
 #include <algorithm>
 #include <array>

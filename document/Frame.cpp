@@ -4,7 +4,7 @@
 #include "document/IntTime.h"
 #include "plugin/leaves/Report.h"
 #include "tools/raster/PngCodec.h"
-#include "tools/raster/StrokeMerge.h"
+#include "tools/raster/StrokeImage.h"
 
 namespace vellum {
 

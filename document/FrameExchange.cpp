@@ -7,12 +7,19 @@
 namespace vellum {
 
 std::vector<const Frame*> framesIn(const Layer& layer, const FrameRange& range) {
-    std::vector<const Frame*> frames;
-    for (int i = 0; i < layer.frameCount(); ++i) {
-        const Frame* frame = layer.frameAt(i);
-        if (range.contains(frame->intTime())) {
-            frames.push_back(frame);
+    int first = 0; // of the frames not before the range
+    for (int behind = layer.frameCount(); first < behind;) {
+        const int middle = first + (behind - first) / 2;
+        if (layer.frameAt(middle)->intTime() < range.first) {
+            first = middle + 1;
+        } else {
+            behind = middle;
         }
+    }
+    std::vector<const Frame*> frames;
+    for (const Frame* frame = layer.frameAt(first); frame && range.contains(frame->intTime());) {
+        frames.push_back(frame);
+        frame = layer.frameAt(++first);
     }
     return frames;
 }

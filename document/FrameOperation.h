@@ -29,6 +29,9 @@ public:
 
     virtual bool isUndoable() const { return true; }
 
+    /// False for operations after which the drawing is what it was.
+    virtual bool changesDrawing() const { return true; }
+
 private:
     virtual bool apply(LayerManager& document, FrameClipboard& clipboard) = 0;
     virtual bool revert(LayerManager& document) = 0;

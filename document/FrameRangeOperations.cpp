@@ -24,8 +24,7 @@ public:
     }
 
     void restore(LayerManager& document) const {
-        document.setCurrentCamera(previous_);
-        document.setCurrentCamera(current_);
+        document.restoreCurrentCamera(current_, previous_);
     }
 
     bool differs(const LayerManager& document) const {
@@ -164,24 +163,153 @@ private:
     }
 };
 
-std::vector<std::unique_ptr<Frame>> copies(const Layer& layer, const FrameRange& range) {
-    std::vector<std::unique_ptr<Frame>> result;
+using Copies = std::vector<std::unique_ptr<Frame>>;
+
+/// Packed copies whose times count from the start of the range. Empty after reporting when those
+/// times do not fit.
+std::optional<Copies> copyFrames(const Layer& layer, const FrameRange& range) {
+    Copies copies;
     for (const Frame* frame : framesIn(layer, range)) {
-        const int time = frame->intTime();
+        const qint64 time = static_cast<qint64>(frame->intTime()) - range.first;
+        if (time > std::numeric_limits<int>::max()) {
+            report::error(QStringLiteral("Time range is too long to be copied"));
+            return std::nullopt;
+        }
+        auto copy = frame->copy();
+        copy->setIntTime(static_cast<int>(time));
         // Of neighbours that fall together in a coarse time unit, the last is the one shown.
-        if (const Frame* shown = nullptr; !result.empty()) {
-            Q_UNUSED(shown);
+        if (!copies.empty() && copies.back()->time() == copy->time()) {
+            copies.pop_back();
         }
-        auto copied = frame->copy();
-        copied->setIntTime(static_cast<int>(static_cast<qint64>(time) - range.first));
-        if (!result.empty() && result.back()->time() == copied->time()) {
-            result.back() = std::move(copied);
-        } else {
-            result.push_back(std::move(copied));
-        }
+        copies.push_back(std::move(copy));
     }
-    return result;
+    return copies;
 }
 
+class CutOperation : public RemoveOperation {
+public:
+    using RemoveOperation::RemoveOperation;
+
+private:
+    QString lockedMessage() const override {
+        return QStringLiteral("Cannot cut frames from a locked layer");
+    }
+
+    bool apply(LayerManager& document, FrameClipboard& clipboard) override {
+        const Layer* layer = address_.resolve(document);
+        if (!layer || refuseLocked(*layer)) {
+            return false;
+        }
+        if (!isPlanned()) {
+            auto copies = copyFrames(*layer, range());
+            if (!copies) {
+                return false;
+            }
+            copies_ = std::move(*copies);
+        }
+        if (!RemoveOperation::apply(document, clipboard)) {
+            return false;
+        }
+        // Redo finds the frames again by moment, so it copies what it copied first.
+        Copies copies;
+        for (const auto& copied : copies_) {
+            copies.push_back(copied->copy());
+        }
+        clipboard.replace(std::move(copies));
+        return true;
+    }
+
+    Copies copies_; ///< share their bytes with the clipboard
+};
+
+class CopyOperation : public FrameOperation {
+public:
+    CopyOperation(const QString& camera, const FrameRange& range)
+        : address_(camera), range_(range) {}
+
+    bool isUndoable() const override { return false; }
+    bool changesDrawing() const override { return false; }
+
+private:
+    bool apply(LayerManager& document, FrameClipboard& clipboard) override {
+        const Layer* layer = address_.resolve(document);
+        auto copies = layer ? copyFrames(*layer, range_) : std::nullopt;
+        if (!copies) {
+            return false;
+        }
+        clipboard.replace(std::move(*copies));
+        return true;
+    }
+
+    bool revert(LayerManager&) override { return false; }
+
+    LayerAddress address_;
+    FrameRange range_;
+};
+
+class PasteOperation : public ExchangeOperation {
+public:
+    PasteOperation(const QString& camera, int start) : ExchangeOperation(camera), start_(start) {}
+
+private:
+    QString lockedMessage() const override {
+        return QStringLiteral("Cannot paste frames to a locked layer");
+    }
+
+    bool plan(const Layer& layer, const FrameClipboard& clipboard) override {
+        // The time unit may be coarser than it was at copying: of frames that fall together now,
+        // the last is the one that would be seen.
+        std::map<int, const Frame*> pasted;
+        for (const auto& frame : clipboard.frames()) {
+            const qint64 time = static_cast<qint64>(frame->intTime()) + start_;
+            if (time > std::numeric_limits<int>::max()) {
+                report::error(QStringLiteral("Cannot paste frames at time %1").arg(time));
+                return false;
+            }
+            pasted[static_cast<int>(time)] = frame.get();
+        }
+        for (const auto& [time, frame] : pasted) {
+            for (const Frame* displaced : framesIn(layer, {time, time})) {
+                take(*displaced);
+            }
+            auto copy = frame->copy();
+            copy->setIntTime(time);
+            put(std::move(copy));
+        }
+        return true;
+    }
+
+    int start_;
+};
+
 } // namespace
+
+namespace frame_operation {
+
+Operation insert(const QString& camera, const FrameRange& range) {
+    return std::make_unique<InsertOperation>(camera, range);
+}
+
+Operation remove(const QString& camera, const FrameRange& range) {
+    return std::make_unique<RemoveOperation>(camera, range);
+}
+
+Operation cut(const QString& camera, const FrameRange& range) {
+    return std::make_unique<CutOperation>(camera, range);
+}
+
+Operation copy(const QString& camera, const FrameRange& range) {
+    return std::make_unique<CopyOperation>(camera, range);
+}
+
+Operation paste(const QString& camera, int start) {
+    return std::make_unique<PasteOperation>(camera, start);
+}
+
+Operation clear(const QString& camera, const FrameRange& range) {
+    return std::make_unique<ClearOperation>(camera, range);
+}
+
+} // namespace frame_operation
+
 } // namespace vellum

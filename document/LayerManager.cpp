@@ -304,6 +304,11 @@ void LayerManager::setCurrentCamera(const QString& camera) {
     }
 }
 
+void LayerManager::restoreCurrentCamera(const QString& current, const QString& previous) {
+    setCurrentCamera(current);
+    previousCamera_ = previous;
+}
+
 void LayerManager::RefreshActiveCamera() {
     const QString camera = documentObserver().currentCamera();
     // Without an active view (batch mode, all panels torn off) the last camera stays.

@@ -81,6 +81,7 @@ public:
     const QString& currentCamera() const { return currentCamera_; }
     const QString& previousCamera() const { return previousCamera_; }
     void setCurrentCamera(const QString& camera);
+    void restoreCurrentCamera(const QString& current, const QString& previous); ///< for undo
 
     // --- Frames of the active layer of a camera; neutral without one ----------------------------
 
@@ -119,8 +120,8 @@ public:
     const QString& strokeCamera() const { return strokeCamera_; }
 
     /// Merges the stroke into the current frame and ends it. `undoBytes` gets the PNG of the
-    /// picture before. False, changing nothing, without a stroke on that camera, without a current
-    /// frame, or when the picture that an eraser works on is no longer the current one.
+    /// picture before. False, changing nothing, without a stroke on that camera or without a
+    /// current frame.
     bool commitStroke(const QString& camera, QByteArray& undoBytes);
     void discardStroke();
 

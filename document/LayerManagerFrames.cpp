@@ -3,7 +3,7 @@
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "document/PngCheck.h"
-#include "tools/raster/StrokeMerge.h"
+#include "tools/raster/StrokeImage.h"
 
 namespace vellum {
 

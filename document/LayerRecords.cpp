@@ -52,9 +52,10 @@ bool Layer::exchangeFrames(const std::vector<MTime>& leaving, Frames& frames) {
     if (found != leaving.size()) {
         return false;
     }
-    const auto kept = std::stable_partition(
-        frames_.begin(), frames_.end(),
-        [&leaving](const auto& frame) { return !holds(leaving, frame->time()); });
+    const auto kept =
+        std::stable_partition(frames_.begin(), frames_.end(), [&leaving](const auto& frame) {
+            return !holds(leaving, frame->time());
+        });
     Frames taken(std::make_move_iterator(kept), std::make_move_iterator(frames_.end()));
     frames_.erase(kept, frames_.end());
     std::move(frames.begin(), frames.end(), std::back_inserter(frames_));

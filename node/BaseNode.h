@@ -2,6 +2,7 @@
 // A scene normally has one, "vellumShape" under the transform "vellum". Main thread only.
 #pragma once
 
+#include "document/FrameClipboard.h"
 #include "node/GateFit.h"
 #include "node/LegacyDraw.h"
 
@@ -62,6 +63,9 @@ public:
     /// asks to save it, and redraws.
     void drawingChanged();
 
+    /// Drawings copied from the layers of this node.
+    FrameClipboard& clipboard() { return clipboard_; }
+
     /// Fit of the last draw in any view. Where the square lies in one particular view is
     /// fitForView().
     const GateFit& gateFit() const { return fit_; }
@@ -73,6 +77,7 @@ public:
 private:
     void lockLocalChannels();
 
+    FrameClipboard clipboard_;
     GateFit fit_;
     LegacyDraw legacy_;
 };

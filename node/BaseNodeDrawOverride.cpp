@@ -169,7 +169,11 @@ bool BaseNodeDrawOverride::updateTexture(MHWRender::MTextureManager& manager,
             return true;
         const MHWRender::MTextureUpdateRegion region = regionOf(changed);
         const uchar* first = image.constScanLine(changed.top()) + changed.left() * 4;
-        texture_->update(first, true, static_cast<unsigned>(image.bytesPerLine()), &region);
+        const auto pitch = static_cast<unsigned>(image.bytesPerLine());
+        // A renderer that takes no part of a texture may still take the whole.
+        if (texture_->update(first, true, pitch, &region) != MS::kSuccess &&
+            texture_->update(image.constBits(), true, pitch) != MS::kSuccess)
+            return false;
     }
     uploadedDocument_ = document;
     uploadedCamera_ = data.camera;

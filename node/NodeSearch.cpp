@@ -28,6 +28,14 @@ BaseNode* activeNode() {
     return nullptr;
 }
 
+BaseNode* nodeWith(const LayerManager* document) {
+    for (BaseNode* node : allNodes()) {
+        if (document && node->layerManager().get() == document)
+            return node;
+    }
+    return nullptr;
+}
+
 QString cameraNameOfPath(const MDagPath& path) {
     MStatus status;
     const MObject transform = path.transform(&status);

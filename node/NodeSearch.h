@@ -8,6 +8,7 @@
 namespace vellum {
 
 class BaseNode;
+class LayerManager;
 
 /// Every drawing node of the scene, in DAG order (depth first). The pointers are Maya's: use them
 /// at once, never keep them across events.
@@ -15,6 +16,10 @@ std::vector<BaseNode*> allNodes();
 
 /// The first of allNodes() whose document carries the active mark, or null.
 BaseNode* activeNode();
+
+/// The node whose document this is, or null: commands in the undo queue go back to the drawing they
+/// changed, which need not be the active one any more.
+BaseNode* nodeWith(const LayerManager* document);
 
 inline bool hasActiveNode() {
     return activeNode() != nullptr;

@@ -7,6 +7,7 @@
 #include "plugin/middle/Panels.h"
 #include "plugin/middle/PluginState.h"
 #include "plugin/middle/Timeline.h"
+#include "tools/interaction/TimeControlOverlay.h"
 
 #include <maya/MAnimControl.h>
 #include <maya/MFileIO.h>
@@ -44,7 +45,11 @@ void DocumentLink::activeLayerOpacityChanged(float) {
 }
 
 void DocumentLink::timelineOverlayWanted() {
-    if (pluginState().interactive && !timeControlWidget())
+    if (!pluginState().interactive || pluginState().timeline)
+        return;
+    if (QWidget* slider = timeControlWidget())
+        pluginState().timeline = new TimeControlOverlay(slider); // the slider's child
+    else
         report::error(QStringLiteral("Failed to get time control widget."));
 }
 

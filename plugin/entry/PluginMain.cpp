@@ -1,5 +1,6 @@
 // The two entry points. The only source that includes maya/MFnPlugin.h, which defines the
 // plug-in's version symbols.
+#include "commands/FrameCommand.h"
 #include "commands/LayerCommand.h"
 #include "commands/NodeCommand.h"
 #include "commands/UtilCommand.h"
@@ -17,6 +18,7 @@
 #include "plugin/leaves/Settings.h"
 #include "plugin/middle/Panels.h"
 #include "plugin/middle/PluginState.h"
+#include "plugin/middle/Timeline.h"
 #include "tools/interaction/DrawContextCommand.h"
 #include "tools/interaction/StrokeCommand.h"
 
@@ -66,7 +68,7 @@ Registration layerData() {
                                            BaseNodeLayerData::creator);
             },
             [](MFnPlugin& plugin) { return plugin.deregisterData(BaseNodeLayerData::id); },
-            QStringLiteral("Could not register '%1'").arg(text(kDataTypeName)),
+            QStringLiteral("Could not register '") + text(kDataTypeName),
             QStringLiteral("Could not deregister %1").arg(text(kDataTypeName)), false};
 }
 
@@ -105,6 +107,7 @@ const std::vector<Registration>& registrations() {
     static const std::vector<Registration> table{
         command(kNodeCommand, NodeCommand::creator, NodeCommand::newSyntax),
         command(kLayerCommand, LayerCommand::creator, LayerCommand::newSyntax),
+        command(kFrameCommand, FrameCommand::creator, FrameCommand::newSyntax),
         command(kStrokeCommand, StrokeCommand::creator, StrokeCommand::newSyntax),
         command(kUtilCommand, UtilCommand::creator, UtilCommand::newSyntax),
         contextCommand(kDrawContextCommand, DrawContextCommand::creator),
@@ -123,18 +126,31 @@ bool isBatch() {
     return script::executeInt(command::isBatch()).value_or(0) != 0;
 }
 
-/// A menu that fails never stops the loading.
-void buildMenu() {
+/// A menu that fails never stops the loading. False: there is none.
+bool buildMenu() {
     if (!sourceMenuScript()) {
         report::plainError(QStringLiteral("Failed to source scripts"));
-        return;
+        return false;
     }
     if (!pluginState().interactive)
-        return;
-    if (!script::execute(command::createMainMenu(settings().showMainMenuInAnimationSet)))
+        return false;
+    if (!script::execute(command::createMainMenu(settings().showMainMenuInAnimationSet))) {
         report::plainError(QStringLiteral("Failed to create main menu"));
+        script::execute(command::deleteMainMenu()); // the part of it that was made
+    }
     if (!updateMainMenu())
         report::plainError(QStringLiteral("Failed to update main menu"));
+    return true;
+}
+
+/// Maya drops the library of a plug-in that failed to load, so nothing of its interface may stay.
+void abandonLoading(bool menuBuilt) {
+    if (menuBuilt)
+        script::execute(command::deleteMainMenu());
+    delete pluginState().timeline;
+    setDocumentObserver(nullptr);
+    documentLink.reset();
+    resetPluginState();
 }
 
 } // namespace
@@ -152,14 +168,16 @@ MStatus initializePlugin(MObject object) {
     setDocumentObserver(documentLink.get());
     pluginState().interactive = !isBatch();
     loadSettings();
-    buildMenu();
+    const bool menuBuilt = buildMenu();
 
     for (const Registration& registration : registrations()) {
         status = registration.add(plugin);
         if (status != MS::kSuccess) {
             showFailure(registration.addMessage, status, registration.withReason);
+            abandonLoading(menuBuilt);
             return status;
         }
+        ++pluginState().registered;
     }
     installSceneEvents();
     pluginState().playbackJob = script::executeInt(command::playbackJob()).value_or(-1);
@@ -182,10 +200,12 @@ MStatus uninitializePlugin(MObject object) {
         showFailure(QStringLiteral("Failed to uninitialize plugin: "), status, true);
         return status;
     }
-    for (auto it = registrations().rbegin(); it != registrations().rend(); ++it) {
-        status = it->remove(plugin);
+    // After a failure the next unload goes on where this one stopped.
+    for (std::size_t& left = pluginState().registered; left > 0; --left) {
+        const Registration& last = registrations()[left - 1];
+        status = last.remove(plugin);
         if (status != MS::kSuccess) {
-            showFailure(it->removeMessage, status, it->withReason);
+            showFailure(last.removeMessage, status, last.withReason);
             return status;
         }
     }

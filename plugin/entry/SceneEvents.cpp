@@ -45,13 +45,21 @@ void onTimeChanged(void*) {
         propagateCurrentTime();
 }
 
+// The moment stays, but other frames may share its number now.
 void onTimeUnitChanged(void*) {
-    if (!isReading())
-        refreshTimeline();
+    if (isReading())
+        return;
+    propagateCurrentTime();
+    refreshTimeline();
 }
 
 void onSceneOpened(void*) {
     propagateCurrentTime();
+    refreshTimeline();
+    refreshLayerManager();
+}
+
+void onNewScene(void*) {
     refreshTimeline();
     refreshLayerManager();
 }
@@ -78,6 +86,8 @@ constexpr Event kEvents[] = {
     {"quitApplication", onQuit},
     {"Undo", onUndoOrRedo},
     {"Redo", onUndoOrRedo},
+    // The drawing went with its scene, and Maya may tell so by no other event.
+    {"NewSceneOpened", onNewScene},
 };
 
 } // namespace

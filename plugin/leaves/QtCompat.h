@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QMouseEvent>
+#include <QSettings>
 #include <QTabletEvent>
 #include <QWheelEvent>
 #include <QtGlobal>
@@ -25,6 +26,11 @@ inline QPointF globalPosition(const QTabletEvent* event) {
     return event->globalPosition();
 }
 
+/// Makes text in an INI file UTF-8, which Qt 6 writes and takes for granted. What Qt 5 writes is
+/// escaped, so either reads what the other wrote.
+inline void readAsUtf8(QSettings&) {
+}
+
 /// True while the pen's eraser end is in use.
 inline bool isEraser(const QTabletEvent* event) {
     return event->pointerType() == QPointingDevice::PointerType::Eraser;
@@ -43,6 +49,10 @@ inline QPointF position(const QTabletEvent* event) {
 }
 inline QPointF globalPosition(const QTabletEvent* event) {
     return event->globalPosF();
+}
+
+inline void readAsUtf8(QSettings& iniFile) {
+    iniFile.setIniCodec("UTF-8");
 }
 
 inline bool isEraser(const QTabletEvent* event) {

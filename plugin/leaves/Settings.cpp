@@ -1,12 +1,17 @@
 #include "plugin/leaves/Settings.h"
 
 #include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/QtCompat.h"
 #include "plugin/leaves/Report.h"
 #include "plugin/leaves/Script.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QSettings>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <QVariant>
 #include <algorithm>
 #include <limits>
@@ -121,7 +126,9 @@ void read(const QVariant& stored, const std::optional<Limits>& limits, int& targ
     if (!isNumber)
         return;
     using Limit = std::numeric_limits<int>;
-    const int value = static_cast<int>(std::clamp<qlonglong>(wide, Limit::min(), Limit::max()));
+    if (wide < Limit::min() || wide > Limit::max())
+        return; // written by something else than us
+    const int value = static_cast<int>(wide);
     if (!limits || (value >= limits->min && value <= limits->max)) {
         target = value;
         return;
@@ -201,6 +208,7 @@ bool saveSettings() {
 
 void loadSettingsFrom(const QString& path) {
     QSettings file(path, QSettings::IniFormat);
+    qt::readAsUtf8(file);
     for (const Group& group : groups()) {
         file.beginGroup(QLatin1String(group.name));
         for (const Key& key : group.keys) {
@@ -213,9 +221,9 @@ void loadSettingsFrom(const QString& path) {
     }
 }
 
-bool saveSettingsTo(const QString& path) {
-    // QSettings merges into what is there and replaces the file in one step (QSaveFile).
-    QSettings file(path, QSettings::IniFormat);
+namespace {
+
+void writeKnownKeys(QSettings& file) {
     for (const Group& group : groups()) {
         file.beginGroup(QLatin1String(group.name));
         if (&group == &groups().front())
@@ -228,8 +236,105 @@ bool saveSettingsTo(const QString& path) {
                 key.field);
         file.endGroup();
     }
-    file.sync();
-    return file.status() != QSettings::AccessError;
+}
+
+/// Adds what the file at `path` holds beside the known keys. False when it cannot be read.
+bool keepUnknownKeys(const QString& path, QSettings& file) {
+    QSettings old(path, QSettings::IniFormat);
+    qt::readAsUtf8(old);
+    for (const QString& key : old.allKeys()) {
+        if (!file.contains(key))
+            file.setValue(key, old.value(key));
+    }
+    return old.status() != QSettings::AccessError;
+}
+
+struct Section {
+    QByteArray header; ///< "[name]"
+    std::vector<QByteArray> lines;
+};
+
+/// The sections of a file that QSettings wrote: one line a key. Empty when it is not all there: of
+/// a full disk, QSettings says nothing.
+std::vector<Section> sectionsOf(const QByteArray& text, int keys) {
+    std::vector<Section> sections;
+    for (const QByteArray& line : text.split('\n')) {
+        const QByteArray content = line.trimmed();
+        if (content.startsWith('[')) {
+            sections.push_back({content, {}});
+        } else if (!content.isEmpty() && !sections.empty()) {
+            sections.back().lines.push_back(content);
+            --keys;
+        }
+    }
+    return keys == 0 && text.endsWith('\n') ? sections : std::vector<Section>{};
+}
+
+/// Place of a group or of a key in the table; behind them all for one that is not in it.
+template <typename Entries> std::size_t placeIn(const Entries& entries, const QByteArray& name) {
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&name](const auto& entry) { return name == entry.name; });
+    return static_cast<std::size_t>(found - entries.begin());
+}
+
+/// On Unix, QSettings sorts what it writes by name.
+void sortAsInTable(std::vector<Section>& sections) {
+    const auto group = [](const Section& section) {
+        return placeIn(groups(), section.header.mid(1, section.header.size() - 2));
+    };
+    const auto sortBy = [](auto& items, auto place) {
+        std::stable_sort(items.begin(), items.end(),
+                         [&place](const auto& a, const auto& b) { return place(a) < place(b); });
+    };
+    sortBy(sections, group);
+    for (Section& section : sections) {
+        const std::size_t index = group(section);
+        if (index == groups().size())
+            continue;
+        sortBy(section.lines, [index](const QByteArray& line) {
+            const QByteArray name = line.left(line.indexOf('='));
+            // It tells how to read what follows.
+            return name == "version" ? 0 : 1 + placeIn(groups()[index].keys, name);
+        });
+    }
+}
+
+/// Replaces the file at `path` in one step, so that a crash leaves the old one or the new one.
+bool replaceFile(const QString& path, const std::vector<Section>& sections) {
+    QByteArray text;
+    for (const Section& section : sections) {
+        text += (text.isEmpty() ? "" : "\n") + section.header + '\n';
+        for (const QByteArray& line : section.lines)
+            text += line + '\n';
+    }
+    QSaveFile file(path);
+    return QDir().mkpath(QFileInfo(path).absolutePath()) &&
+           file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+           file.write(text) == text.size() && file.commit();
+}
+
+} // namespace
+
+bool saveSettingsTo(const QString& path) {
+    // QSettings knows how values are written, not in which order.
+    const QTemporaryDir workshop;
+    QFile draft(workshop.filePath(QStringLiteral("settings.ini")));
+    int keys = 0;
+    {
+        QSettings file(draft.fileName(), QSettings::IniFormat);
+        writeKnownKeys(file);
+        if (!keepUnknownKeys(path, file))
+            return false;
+        keys = static_cast<int>(file.allKeys().size());
+        file.sync();
+        if (file.status() != QSettings::NoError)
+            return false;
+    }
+    if (!draft.open(QIODevice::ReadOnly))
+        return false;
+    std::vector<Section> sections = sectionsOf(draft.readAll(), keys);
+    sortAsInTable(sections);
+    return !sections.empty() && replaceFile(path, sections);
 }
 
 } // namespace vellum

@@ -1,22 +1,34 @@
 #include "plugin/middle/Panels.h"
 
 #include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Report.h"
 #include "plugin/leaves/Script.h"
 #include "plugin/leaves/Settings.h"
 #include "plugin/middle/PluginState.h"
 
 namespace vellum {
 
-bool Panels::show(Panel) {
+namespace {
+
+/// Nobody sees a window in batch mode, so nothing is missing there.
+bool missing() {
+    if (pluginState().interactive)
+        report::error(QStringLiteral("This window is not available."));
     return false;
+}
+
+} // namespace
+
+bool Panels::show(Panel) {
+    return missing();
 }
 
 bool Panels::open(Dialog) {
-    return false;
+    return missing();
 }
 
 bool Panels::openLayerProperties(const QString&, int) {
-    return false;
+    return missing();
 }
 
 void Panels::refreshToolbox() {
@@ -41,7 +53,7 @@ std::optional<QString> Panels::chooseCamera(const QStringList&, const QString&) 
 }
 
 bool Panels::resetInterface() {
-    return false;
+    return missing();
 }
 
 void Panels::closeAll() {

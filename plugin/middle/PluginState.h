@@ -6,6 +6,7 @@
 #include <QString>
 #include <QWidget>
 #include <atomic>
+#include <cstddef>
 #include <maya/MCallbackIdArray.h>
 
 namespace vellum {
@@ -23,7 +24,8 @@ public:
 struct PluginState {
     bool interactive = false; ///< false in batch mode: no widget is ever made then
     MCallbackIdArray callbackIds;
-    int playbackJob = -1; ///< number of the script job, -1 when there is none
+    std::size_t registered = 0; ///< entries of the entry's table that Maya knows
+    int playbackJob = -1;       ///< number of the script job, -1 when there is none
 
     QPointer<QWidget> timeControl;       ///< Maya's time slider, cached
     TimelineMarkers* timeline = nullptr; ///< overlay over timeControl, clears this when it dies

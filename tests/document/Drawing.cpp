@@ -4,7 +4,7 @@
 #include "document/IntTime.h"
 #include "foundation/Report.h"
 #include "plugin/leaves/Settings.h"
-#include "tools/raster/StrokeMerge.h"
+#include "tools/raster/StrokeImage.h"
 
 #include <QPainter>
 #include <QRadialGradient>

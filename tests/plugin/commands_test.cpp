@@ -1,6 +1,11 @@
 // The util and layer commands, through the script line of a host with the real plug-in.
 #include "support/Session.h"
 
+#include "scene/UndoQueue.h"
+
+#include <maya/MFnDependencyNode.h>
+#include <maya/MSelectionList.h>
+
 namespace vellum::test {
 namespace {
 
@@ -80,10 +85,12 @@ TEST_F(Util, TimelineModeAndMissingModes) {
     for (const char* line : {"rvVellumUtil", "rvVellumUtil -dc 1 2 3", "rvVellumUtil -gp 1"})
         refuses(QString::fromLatin1(line), QStringLiteral("[Vellum2] Invalid command parameters"));
     EXPECT_TRUE(run(QStringLiteral("rvVellumUtil -rtd; rvVellumUtil -rlm; rvVellumUtil -rvi")));
+    for (const char* panel :
+         {"-toolbox", "-layerManager", "-toolOptions", "-cp", "-rtt", "-newLayer"})
+        refuses(QStringLiteral("rvVellumUtil ") + QLatin1String(panel),
+                QStringLiteral("[Vellum2] This window is not available."));
     errors.clear();
-    for (const char* panel : {"-toolbox", "-layerManager", "-toolOptions", "-cp", "-rtt",
-                              "-newLayer", "-layerProperties", "-transform"})
-        EXPECT_FALSE(run(QStringLiteral("rvVellumUtil ") + QLatin1String(panel))) << panel;
+    EXPECT_FALSE(run(QStringLiteral("rvVellumUtil -layerProperties"))) << "there is no layer";
     EXPECT_TRUE(errors.filter(QStringLiteral("[Vellum2]")).isEmpty());
 }
 
@@ -161,6 +168,40 @@ TEST_F(Layers, RefusalsChangeNothing) {
             QStringLiteral("[Vellum2] Failed to add layer. Node does not exist."));
     refuses(QStringLiteral("rvVellumLayer -ins 0 persp"),
             QStringLiteral("[Vellum2] Failed to insert layer. Node does not exist."));
+}
+
+/// Renames a camera without the undo queue knowing.
+void renameBehind(const char* from, const char* to) {
+    MSelectionList list;
+    MObject camera;
+    list.add(from);
+    ASSERT_EQ(list.getDependNode(0, camera), MS::kSuccess);
+    MFnDependencyNode(camera).setName(to);
+}
+
+TEST_F(Layers, UndoRefusesWhatIsNotThereAnyMore) {
+    add("a", "shotCam");
+    add("b");
+    ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -nc persp -move 0 0 shotCam")));
+    EXPECT_EQ(stack(QStringLiteral("persp")), QStringLiteral("a [b]"));
+    renameBehind("shotCam", "lost");
+    refuses(QStringLiteral("undo"), QStringLiteral("[Vellum2] Camera does not exist: shotCam"));
+    EXPECT_EQ(stack(QStringLiteral("persp")), QStringLiteral("a [b]"));
+    renameBehind("lost", "shotCam");
+    {
+        const host::UndoSuspender off;
+        ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -deleteAll persp")));
+    }
+    refuses(QStringLiteral("undo"),
+            QStringLiteral("[Vellum2] The layers of the camera have changed since."));
+    {
+        // Another drawing in place of the one that was changed.
+        const host::UndoSuspender off;
+        ASSERT_TRUE(run(QStringLiteral("delete vellum; rvVellumNode")));
+    }
+    add("c");
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    refuses(QStringLiteral("undo"), QStringLiteral("[Vellum2] Node not found"));
 }
 
 } // namespace

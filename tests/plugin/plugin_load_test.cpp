@@ -32,8 +32,8 @@ protected:
         counts["menus"] =
             static_cast<int>(host::Elements::instance().namesOf(host::ElementKind::menu).size());
         counts["jobs"] = number(QStringLiteral("size(`scriptJob -listJobs`)"));
-        for (const char* command :
-             {"rvVellumNode", "rvVellumLayer", "rvVellumStroke", "rvVellumUtil", "rvVlDrawCtx"})
+        for (const char* command : {"rvVellumNode", "rvVellumLayer", "rvVellumFrame",
+                                    "rvVellumStroke", "rvVellumUtil", "rvVlDrawCtx"})
             counts[command] = number(QStringLiteral("exists ") + QLatin1String(command));
         counts["node type"] = host::nodeTypeKnown("rvVellum");
         MTypeId id;

@@ -2,12 +2,21 @@
 #include "plugin/leaves/Tool.h"
 #include "plugin/leaves/ToolOptions.h"
 
+#include "support/Session.h"
+
+#include "foundation/Faults.h"
+
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <csignal>
 #include <gtest/gtest.h>
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
 
 namespace vellum {
 namespace {
@@ -62,7 +71,32 @@ TEST_F(SettingsFile, GarbageGivesDefaults) {
     EXPECT_EQ(settings().pencilSize, 6);
     EXPECT_EQ(settings().activeColor, QColor(0, 255, 255));
     EXPECT_FALSE(settings().ghostPrev);
-    EXPECT_EQ(settings().brushSize, 100) << "a number all the same";
+    EXPECT_EQ(settings().brushSize, 6);
+
+    load(QStringLiteral(
+        "[main]\nmainMenuName=@Invalid()\ntoolboxGeometry=a, b\n"
+        "[tools]\ntextFontFamily=@Variant(\\0\\0\\0\\x2\\0\\0\\0\\a)\nlineSize=7.5\nghostPrevCount="
+        "\n"
+        "ghostNextCount=-99999999999999999999999\nactiveTool=1, "
+        "2\nactiveColor=7\nellipseSize=0x10\n"
+        "[preferences]\ndefaultStaticFrameTime=4294967296\ndefaultLayerState=true\n"
+        "timelineFrameColor=@Size(3 4)\ndrawToolContextMenu=2\nignore2dPanZoom=@Rect(1 2 3 "
+        "4)\n"));
+    const Settings defaults;
+    EXPECT_EQ(settings().mainMenuName, defaults.mainMenuName);
+    EXPECT_EQ(settings().toolboxGeometry, defaults.toolboxGeometry);
+    EXPECT_EQ(settings().textFontFamily, defaults.textFontFamily);
+    EXPECT_EQ(settings().lineSize, defaults.lineSize);
+    EXPECT_EQ(settings().ellipseSize, defaults.ellipseSize);
+    EXPECT_EQ(settings().ghostPrevCount, defaults.ghostPrevCount);
+    EXPECT_EQ(settings().ghostNextCount, defaults.ghostNextCount);
+    EXPECT_EQ(settings().activeTool, defaults.activeTool);
+    EXPECT_EQ(settings().activeColor, defaults.activeColor);
+    EXPECT_EQ(settings().defaultStaticFrameTime, defaults.defaultStaticFrameTime);
+    EXPECT_EQ(settings().defaultLayerState, defaults.defaultLayerState);
+    EXPECT_EQ(settings().timelineFrameColor, defaults.timelineFrameColor);
+    EXPECT_EQ(settings().drawToolContextMenu, defaults.drawToolContextMenu);
+    EXPECT_EQ(settings().ignore2dPanZoom, defaults.ignore2dPanZoom);
 
     load(QString(QChar(0x1)) + QStringLiteral("\xff\xfe [[[ ==== \n\n]"));
     EXPECT_EQ(settings().brushSize, 6);
@@ -102,6 +136,67 @@ TEST_F(SettingsFile, EveryKindOfValueComesBackAndStrangersStay) {
     EXPECT_EQ(file.allKeys().size(), 1 + 6 + 28 + 16 + 2);
 }
 
+TEST_F(SettingsFile, KeysStandInTheirOrderWhateverTheFileLookedLike) {
+    write(QStringLiteral("[preferences]\ntimelineFrameColor=x\nlater=1\n[companion]\nname=kept\n"
+                         "[tools]\nghostNext=true\nactiveTool=2\n[main]\nmainMenuName=Скетч\n"));
+    loadSettingsFrom(path());
+    EXPECT_EQ(settings().mainMenuName, QStringLiteral("Скетч")) << "UTF-8, as Qt 6 writes it";
+    ASSERT_TRUE(saveSettingsTo(path()));
+    QFile file(path());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QStringList order;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        const QString text = QString::fromUtf8(line.split('=').front());
+        if (!text.trimmed().isEmpty())
+            order.append(text);
+    }
+    const QStringList expected =
+        QStringLiteral(
+            "[main] version mainMenuName toolboxGeometry toolOptionsGeometry layerManagerGeometry "
+            "colorPaletteGeometry retimingToolGeometry "
+            "[tools] activeTool activeColor pencilSize pencilOpacity pencilTabletEnabled brushSize "
+            "brushOpacity brushTabletEnabled eraserSize textFontFamily textSize textOpacity "
+            "lineSize lineOpacity arrowSize arrowOpacity ellipseSize ellipseOpacity rectangleSize "
+            "rectangleOpacity ghostPrev ghostNext ghostPrevCount ghostNextCount ghostColorOverride "
+            "ghostColorOverridePrev ghostColorOverrideNext retimeMoveToNextFrame "
+            "[preferences] drawToolContextMenu transformToolContextMenu timelineContextMenu "
+            "toolboxDrawToolContextMenu toolboxGhostingContextMenu showMainMenuInAnimationSet "
+            "disableGhostingDuringPlayback timeControlRangeMoveEnabled ignore2dPanZoom "
+            "defaultLayerState automaticallyAddFirstLayer alwaysDisplayNewLayerDialog "
+            "insertDefaultStaticFrame defaultStaticFrameTime timelineFrameDisplay "
+            "timelineFrameColor later [companion] name")
+            .split(QLatin1Char(' '));
+    EXPECT_EQ(order.join(QLatin1Char(' ')).toStdString(),
+              expected.join(QLatin1Char(' ')).toStdString());
+    resetSettings();
+    loadSettingsFrom(path());
+    EXPECT_EQ(settings().activeTool, 2);
+    EXPECT_TRUE(settings().ghostNext);
+}
+
+#ifdef Q_OS_UNIX
+TEST_F(SettingsFile, AWriteThatBreaksOffLeavesTheOldFile) {
+    settings().mainMenuName = QStringLiteral("whole");
+    ASSERT_TRUE(saveSettingsTo(path()));
+    settings().mainMenuName = QString(3000, QLatin1Char('x'));
+    settings().toolboxGeometry = QByteArray(200000, 'g');
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    rlimit small = before;
+    small.rlim_cur = 100000; // bytes; a full disk would be the same
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const bool saved = saveSettingsTo(path());
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(saved);
+    resetSettings();
+    loadSettingsFrom(path());
+    EXPECT_EQ(settings().mainMenuName, QStringLiteral("whole"));
+    EXPECT_EQ(QDir(directory_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+#endif
+
 TEST_F(SettingsFile, UnwritablePlaceIsToldAndLeavesTheFile) {
     const QString inside = directory_.filePath(QStringLiteral("file"));
     QFile file(inside);
@@ -130,6 +225,39 @@ TEST_F(SettingsFile, ToolOptionsAreClampedPerTool) {
         EXPECT_EQ(toolHardness(tool), tool == 1 ? 10 : tool == 2 ? 0 : 100) << tool;
     }
     EXPECT_EQ(settings().pencilSize, 1) << "options are the settings themselves";
+}
+
+class SettingsPlace : public test::HostSession {
+protected:
+    void TearDown() override {
+        host::faults::clear();
+        resetSettings();
+    }
+};
+
+TEST_F(SettingsPlace, IsThePreferencesDirectoryWhenMayaNamesOne) {
+    const QString path = settingsPath();
+    const QString directory = text(QStringLiteral("internalVar -userPrefDir"));
+    EXPECT_EQ(path, QDir(directory).absoluteFilePath(QStringLiteral("vellum2.ini")));
+    EXPECT_FALSE(path.contains(QStringLiteral("//")));
+    settings().eraserSize = 55;
+    ASSERT_TRUE(saveSettings()) << "makes the directory when it has to";
+    settings().eraserSize = 66;
+    loadSettings();
+    EXPECT_EQ(settings().eraserSize, 55);
+
+    host::faults::arm("command internalVar");
+    settings().eraserSize = 77;
+    errors.clear();
+    EXPECT_EQ(settingsPath(), QString());
+    EXPECT_TRUE(
+        errors.contains(QStringLiteral("[Vellum2] Failed to retrieve Maya prefs directory")));
+    loadSettings();
+    EXPECT_FALSE(saveSettings());
+    EXPECT_EQ(settings().eraserSize, 77);
+    host::faults::clear();
+    loadSettings();
+    EXPECT_EQ(settings().eraserSize, 55) << "nothing was written meanwhile";
 }
 
 } // namespace

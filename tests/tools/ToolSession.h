@@ -25,7 +25,7 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    const QString camera = QStringLiteral("persp");
+    QString camera = QStringLiteral("persp");
 
     void at(int frame); ///< moves the scene's time and tells the document
 

@@ -1,5 +1,6 @@
 // Positions of the pointer becoming points of a stroke: mapped, smoothed, thinned; and the thread
 // that polls them.
+#include "plugin/leaves/Settings.h"
 #include "plugin/middle/PluginState.h"
 #include "tools/interaction/InputWorker.h"
 #include "tools/interaction/ThreadManager.h"
@@ -128,6 +129,17 @@ TEST_F(Sampling, ThinsByTenthOfTheWidthAndForgetsWhatItDropped) {
     EXPECT_EQ(stroke_.points.size(), 2U);
     sample(112, 100, 40); // (3 x 112 + 2 x 106 + 100) / 6 = 108
     EXPECT_EQ(positions().last(), QPoint(108, 100));
+
+    // Exactly a tenth is kept at every width, also where a tenth has no exact form.
+    for (int width = 10; width <= 100; width += 10) {
+        manager_.stop();
+        stroke_ = Stroke();
+        begin(tool::kPencil);
+        sample(0, 0, width);
+        sample(0, 0, width);
+        sample(width / 5, 0, width); // mean: half of it
+        EXPECT_EQ(stroke_.points.size(), 3U) << "width " << width;
+    }
 }
 
 TEST_F(Sampling, ShapesKeepPressAndPresentAndTextFollows) {
@@ -139,10 +151,13 @@ TEST_F(Sampling, ShapesKeepPressAndPresentAndTextFollows) {
     EXPECT_EQ(positions(), (QList<QPoint>{{10, 10}, {80, 20}}));
 
     stroke_ = Stroke();
+    settings().textFontFamily = QStringLiteral("DejaVu Serif");
     begin(tool::kText);
     sample(9, 10);
     sample(300, 400);
     EXPECT_EQ(positions(), (QList<QPoint>{{300, 400}}));
+    EXPECT_EQ(stroke_.fontFamily, QStringLiteral("DejaVu Serif"));
+    resetSettings();
     EXPECT_EQ(redraws_, 0);
 }
 

@@ -8,6 +8,11 @@
 #include "plugin/leaves/Settings.h"
 #include "plugin/middle/ActiveNode.h"
 
+#include "scene/UndoQueue.h"
+
+#include <maya/MFnDependencyNode.h>
+#include <maya/MSelectionList.h>
+
 namespace vellum::test {
 namespace {
 
@@ -124,6 +129,33 @@ TEST_F(StrokeStep, RefusalsSayWhyAndLeaveNothingToUndo) {
     ASSERT_TRUE(run(QStringLiteral("undo")));
     EXPECT_EQ(document()->cameraLayerCount(camera), 0);
     EXPECT_FALSE(drawn.isNull());
+}
+
+TEST_F(StrokeStep, UndoLeavesADrawingAloneThatIsNotItsOwn) {
+    ASSERT_TRUE(run(QStringLiteral("camera; rename camera1 shotCam; flushUndo")));
+    camera = QStringLiteral("shotCam");
+    at(1);
+    draw(100);
+    draw(200);
+    const QImage drawn = picture();
+    MSelectionList list;
+    MObject lens;
+    list.add("shotCam");
+    ASSERT_EQ(list.getDependNode(0, lens), MS::kSuccess);
+    MFnDependencyNode(lens).setName("renamed"); // the undo queue does not know
+    refuses(QStringLiteral("undo"), QStringLiteral("[Vellum2] Camera does not exist: shotCam"));
+    EXPECT_EQ(picture(), drawn);
+    MFnDependencyNode(lens).setName("shotCam");
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_NE(picture(), drawn);
+    {
+        const host::UndoSuspender off;
+        ASSERT_TRUE(run(QStringLiteral("delete `ls -type rvVellum`; createNode rvVellum")));
+        document()->addLayer(camera, 0, QString());
+        document()->addFrameAtCurrentTime(camera);
+    }
+    refuses(QStringLiteral("redo"), QStringLiteral("[Vellum2] Node not found"));
+    EXPECT_EQ(alphaAt({500, 200}), 0);
 }
 
 } // namespace

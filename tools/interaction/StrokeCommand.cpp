@@ -31,14 +31,6 @@ void showChange(BaseNode& node) {
         view.refresh();
 }
 
-// The active node and its document; both or neither.
-struct ActiveDocument {
-    BaseNode* node = activeNode();
-    std::shared_ptr<LayerManager> document = node ? node->layerManager() : nullptr;
-
-    explicit operator bool() const { return document != nullptr; }
-};
-
 } // namespace
 
 void* StrokeCommand::creator() {
@@ -101,10 +93,12 @@ MStatus StrokeCommand::doIt(const MArgList& args) {
     const MStatus status = parse(args);
     if (status != MS::kSuccess)
         return status;
-    const ActiveDocument active;
-    if (!active)
+    BaseNode* node = activeNode();
+    const auto drawing = node ? node->layerManager() : nullptr;
+    if (!drawing)
         return MS::kFailure;
-    LayerManager& document = *active.document;
+    document_ = drawing;
+    LayerManager& document = *drawing;
     if (addedLayer_ >= 0 && document.cameraLayerCount(camera_) == 1) {
         const QString previous = document.previousCamera();
         if (!previous.isEmpty() && previous != camera_) {
@@ -116,8 +110,20 @@ MStatus StrokeCommand::doIt(const MArgList& args) {
         return MS::kFailure;
     if (!document.commitStroke(camera_, png_))
         return MS::kFailure;
-    showChange(*active.node);
+    showChange(*node);
     return MS::kSuccess;
+}
+
+// Null after a report when the drawing or the camera has gone meanwhile.
+BaseNode* StrokeCommand::nodeDrawnOn() const {
+    BaseNode* node = nodeWith(document_.lock().get());
+    if (!node)
+        report::error(QStringLiteral("Node not found"));
+    else if (!cameraExists(camera_))
+        report::error(QStringLiteral("Camera does not exist: %1").arg(camera_));
+    else
+        return node;
+    return nullptr;
 }
 
 bool StrokeCommand::swap(LayerManager& document) {
@@ -125,10 +131,11 @@ bool StrokeCommand::swap(LayerManager& document) {
 }
 
 MStatus StrokeCommand::undoIt() {
-    const ActiveDocument active;
-    if (!active || !swap(*active.document))
+    BaseNode* node = nodeDrawnOn();
+    const auto drawing = document_.lock();
+    if (!node || !swap(*drawing))
         return MS::kFailure;
-    LayerManager& document = *active.document;
+    LayerManager& document = *drawing;
     if (frameAdded_) {
         document.takeFrameAt(camera_, frameTime_);
         refreshTimeline();
@@ -139,15 +146,16 @@ MStatus StrokeCommand::undoIt() {
         if (previousLayerIndex_ >= 0)
             document.setActiveLayer(previousCamera_, previousLayerIndex_, true);
     }
-    showChange(*active.node);
+    showChange(*node);
     return MS::kSuccess;
 }
 
 MStatus StrokeCommand::redoIt() {
-    const ActiveDocument active;
-    if (!active)
+    BaseNode* node = nodeDrawnOn();
+    if (!node)
         return MS::kFailure;
-    LayerManager& document = *active.document;
+    const auto drawing = document_.lock();
+    LayerManager& document = *drawing;
     if (addedLayer_ >= 0) {
         const LayerManager::ChangeGroup group(document);
         const int index = document.addLayer(camera_, addedLayer_, QString());
@@ -162,7 +170,7 @@ MStatus StrokeCommand::redoIt() {
     }
     if (png_.isEmpty() || !swap(document))
         return MS::kFailure;
-    showChange(*active.node);
+    showChange(*node);
     return MS::kSuccess;
 }
 

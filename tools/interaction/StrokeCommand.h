@@ -11,6 +11,7 @@
 
 namespace vellum {
 
+class BaseNode;
 class LayerManager;
 
 class StrokeCommand : public MPxCommand {
@@ -27,8 +28,10 @@ private:
     MStatus parse(const MArgList& args);
     bool recordFrameTime(const LayerManager& document);
     bool swap(LayerManager& document);
+    BaseNode* nodeDrawnOn() const;
 
     QByteArray png_; ///< picture on the other side of the swap; empty: nothing was committed
+    std::weak_ptr<LayerManager> document_;
     QString camera_;
     QString previousCamera_;      ///< active before a first layer made camera_ active
     int previousLayerIndex_ = -1; ///< its active layer, -1: none to give back

@@ -1,5 +1,7 @@
 #include "tools/interaction/ThreadManager.h"
 
+#include "plugin/leaves/Settings.h"
+
 #include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
@@ -10,7 +12,7 @@ namespace {
 
 constexpr std::size_t kHistory = 5;
 constexpr int kJoinMs = 250;
-constexpr double kThinning = 0.1; // of the width
+constexpr int kThinning = 10; // points are at least that part of the width apart
 
 int nearest(double value) {
     return static_cast<int>(std::floor(value + 0.5));
@@ -111,6 +113,7 @@ void ThreadManager::OnMousePositionChanged(const QPoint& p, int width, float opa
         else
             points.insert(points.begin(), point);
     } else if (stroke->tool == tool::kText) {
+        stroke->fontFamily = settings().textFontFamily;
         points.resize(1);
         points[0] = point;
     }
@@ -131,7 +134,7 @@ bool ThreadManager::appendFreehand(Stroke& stroke, const StrokePoint& point) {
     const StrokePoint smooth = smoothed(point);
     if (points.size() >= 2) {
         const double distance = std::hypot(smooth.x - points.back().x, smooth.y - points.back().y);
-        if (distance < point.width * kThinning) {
+        if (distance * kThinning < point.width) {
             history_.erase(history_.begin());
             return false;
         }

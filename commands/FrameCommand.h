@@ -1,0 +1,41 @@
+// rvVellumFrame: edits the frames of a camera's active layer. One operation a call.
+#pragma once
+
+#include "document/FrameOperation.h"
+
+#include <QString>
+#include <maya/MPxCommand.h>
+#include <maya/MSyntax.h>
+#include <memory>
+
+class MArgDatabase;
+
+namespace vellum {
+
+class BaseNode;
+class LayerManager;
+
+class FrameCommand : public MPxCommand {
+public:
+    static void* creator();
+    static MSyntax newSyntax();
+
+    MStatus doIt(const MArgList& args) override;
+    MStatus undoIt() override;
+    MStatus redoIt() override;
+    bool isUndoable() const override;
+
+private:
+    MStatus findCamera(const MArgDatabase& args);
+    MStatus makeOperation(const MArgDatabase& args);
+    std::unique_ptr<FrameOperation> rangeOperation(const char* flag, const FrameRange& range) const;
+    BaseNode* node() const;
+    void showChange(BaseNode& changed) const;
+
+    QString camera_;
+    std::unique_ptr<FrameOperation> operation_;
+    /// The drawing it was done on: after a deleted node came back, another may be the active one.
+    std::weak_ptr<LayerManager> document_;
+};
+
+} // namespace vellum

@@ -1,0 +1,255 @@
+// The main menu as it stands in the menu bar: every entry, in order, chosen one after the other.
+#include "support/Hand.h"
+#include "support/Session.h"
+
+#include "foundation/Idle.h"
+#include "foundation/Report.h"
+#include "ui/MainWindow.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QMenu>
+#include <QMenuBar>
+#include <vector>
+
+namespace vellum::test {
+namespace {
+
+/// What one entry says and does. Entries of a sub-menu follow it with their place in it.
+struct Entry {
+    const char* path;
+    const char* command = ""; ///< "" for dividers and sub-menus
+    const char* refusal = ""; ///< what it says while what it opens is not there
+    const char* before = "";  ///< done first, so that there is something to choose it for
+};
+
+constexpr const char* kNoTransform = "line 1: Cannot find procedure \"rvVlTransformCtx\".";
+constexpr const char* kNoWindow = "[Vellum2] This window is not available.";
+
+const std::vector<Entry>& expectedMenu() {
+    static const std::vector<Entry> menu{
+        {"Draw", "rvVellumUtil -draw"},
+        {"Transform", "rvVellumUtil -transform", kNoTransform},
+        {"--"},
+        {"Draw Tool"},
+        {"Draw Tool/Pencil", "rvVellumUtil -pencilTool"},
+        {"Draw Tool/Brush", "rvVellumUtil -brushTool"},
+        {"Draw Tool/Eraser", "rvVellumUtil -eraserTool"},
+        {"Draw Tool/Text", "rvVellumUtil -textTool"},
+        {"Draw Tool/Line", "rvVellumUtil -lineTool"},
+        {"Draw Tool/Arrow", "rvVellumUtil -arrowTool"},
+        {"Draw Tool/Ellipse", "rvVellumUtil -ellipseTool"},
+        {"Draw Tool/Rectangle", "rvVellumUtil -rectangleTool"},
+        {"--"},
+        {"Layer"},
+        {"Layer/New Layer...", "rvVellumUtil -newLayer", kNoWindow},
+        {"Layer/Layer Properties...", "rvVellumUtil -layerProperties", kNoWindow},
+        {"Frame"},
+        {"Frame/Insert Frame(s)", "rvVellumFrame -insert"},
+        {"Frame/Duplicate Frame", "rvVellumFrame -duplicate", "", "currentTime 6"},
+        {"Frame/Delete Frame(s)", "rvVellumFrame -delete"},
+        {"Frame/--"},
+        {"Frame/Cut Frame(s)", "rvVellumFrame -cut"},
+        {"Frame/Copy Frame(s)", "rvVellumFrame -copy"},
+        {"Frame/Paste Frame(s)", "rvVellumFrame -paste"},
+        {"Frame/--"},
+        {"Frame/Clear Frame(s)", "rvVellumFrame -clear"},
+        {"Frame/--"},
+        {"Frame/Step Forward", "rvVellumFrame -stepForward", "",
+         "rvVellumFrame -insert; currentTime 20; rvVellumFrame -insert; currentTime 1"},
+        {"Frame/Step Back", "rvVellumFrame -stepBack"},
+        {"Ghosting"},
+        {"Ghosting/Ghost Previous", "rvVellumUtil -e -ghostPrevious -1"},
+        {"Ghosting/Ghost Next", "rvVellumUtil -e -ghostNext -1"},
+        {"Ghosting/--"},
+        {"Ghosting/Settings...", "rvVellumUtil -ghostingSettings", kNoWindow},
+        {"--"},
+        {"Toolbox...", "rvVellumUtil -toolbox", kNoWindow},
+        {"Tool Options...", "rvVellumUtil -toolOptions", kNoWindow},
+        {"Layer Manager...", "rvVellumUtil -layerManager", kNoWindow},
+        {"Retiming Tool...", "rvVellumUtil -retimingTool", kNoWindow},
+        {"--"},
+        {"Display Timeline Frames"},
+        {"Display Timeline Frames/Always", "rvVellumUtil -e -timelineFrameDisplay 0"},
+        {"Display Timeline Frames/Selection/Context Active",
+         "rvVellumUtil -e -timelineFrameDisplay 1"},
+        {"Display Timeline Frames/Off", "rvVellumUtil -e -timelineFrameDisplay 2"},
+        {"--"},
+        {"View"},
+        {"View/Vellum View", "rvVellumUtil -fv"},
+        {"View/Move layers to Vellum View", "rvVellumUtil -fvm \"\""},
+        {"Utilities"},
+        {"Utilities/Reset UI", "rvVellumUtil -resetUI", kNoWindow},
+        {"Cleanup"},
+        {"Cleanup/Delete Active Layer", "rvVlDeleteActiveLayer()"},
+        {"Cleanup/Delete Active Camera Layers", "rvVlDeleteActiveCameraLayers()"},
+        {"Cleanup/--"},
+        {"Cleanup/Clear All", "rvVlDeleteAllNodes()"},
+        {"--"},
+        {"Preferences...", "rvVellumUtil -preferences", kNoWindow},
+        {"About...", "rvVellumUtil -about", kNoWindow},
+    };
+    return menu;
+}
+
+struct Shown {
+    std::string path;
+    QAction* action;
+};
+
+void collect(const QMenu& menu, const QString& prefix, std::vector<Shown>& list) {
+    for (QAction* action : menu.actions()) {
+        const QString path =
+            prefix + (action->isSeparator() ? QStringLiteral("--") : action->text());
+        list.push_back({path.toStdString(), action});
+        if (const QMenu* sub = action->menu())
+            collect(*sub, path + QLatin1Char('/'), list);
+    }
+}
+
+class MainMenu : public Session {
+protected:
+    QMenu* menu() {
+        for (const QAction* action : window->menuBar()->actions()) {
+            if (action->text() == QStringLiteral("VL2"))
+                return action->menu();
+        }
+        return nullptr;
+    }
+
+    std::vector<Shown> entries() {
+        std::vector<Shown> list;
+        if (const QMenu* found = menu())
+            collect(*found, QString(), list);
+        return list;
+    }
+
+    QAction& entry(const std::string& path) {
+        for (const Shown& shown : entries()) {
+            if (shown.path == path)
+                return *shown.action;
+        }
+        ADD_FAILURE() << "no entry " << path;
+        static QAction none;
+        return none;
+    }
+
+    void loadWith(const QString& setup) {
+        unloadPlugin();
+        ASSERT_TRUE(run(setup));
+        loadPlugin();
+    }
+};
+
+TEST_F(MainMenu, StandsInTheMenuBarEntryByEntry) {
+    ASSERT_NE(menu(), nullptr);
+    EXPECT_TRUE(menu()->isTearOffEnabled());
+    EXPECT_TRUE(menu()->menuAction()->isVisible());
+    EXPECT_TRUE(entry("Draw Tool").menu()->isTearOffEnabled());
+    std::vector<std::string> shown, expected;
+    for (const Shown& one : entries())
+        shown.push_back(one.path);
+    for (const Entry& one : expectedMenu())
+        expected.push_back(one.path);
+    EXPECT_EQ(shown, expected);
+    int radioGroups = 0;
+    for (const char* path : {"Draw Tool/Brush", "Display Timeline Frames/Always"}) {
+        EXPECT_TRUE(entry(path).isChecked()) << path;
+        radioGroups += entry(path).actionGroup() && entry(path).actionGroup()->isExclusive();
+    }
+    EXPECT_EQ(radioGroups, 2);
+    EXPECT_FALSE(entry("Ghosting/Ghost Previous").isChecked());
+    EXPECT_FALSE(entry("Ghosting/Ghost Next").isChecked());
+}
+
+TEST_F(MainMenu, EveryEntryRunsItsCommand) {
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp; rvVellumLayer -add persp")));
+    std::string echo;
+    const int listener = host::report::addListener(
+        [&echo](host::report::Level, const std::string& text) { echo += text; });
+    for (const Entry& expected : expectedMenu()) {
+        if (*expected.command == '\0')
+            continue;
+        SCOPED_TRACE(expected.path);
+        ASSERT_TRUE(run(QString::fromLatin1(expected.before)));
+        echo.clear();
+        errors.clear();
+        entry(expected.path).trigger();
+        host::idle::drainAll();
+        support::settle();
+        EXPECT_NE(echo.find(expected.command), std::string::npos) << echo;
+        if (*expected.refusal == '\0')
+            EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+        else
+            EXPECT_EQ(errors.join(QStringLiteral(" | ")).toStdString(), expected.refusal);
+    }
+    host::report::removeListener(listener);
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 0) << "Clear All came last";
+    EXPECT_EQ(number(QStringLiteral("objExists vellum")), 0);
+    EXPECT_TRUE(entry("Draw Tool/Rectangle").isChecked());
+    EXPECT_TRUE(entry("Display Timeline Frames/Off").isChecked());
+    EXPECT_TRUE(entry("Ghosting/Ghost Previous").isChecked());
+}
+
+TEST_F(MainMenu, BelongsToTheAnimationSetOnlyWhenAsked) {
+    ASSERT_TRUE(run(QStringLiteral("setMenuMode(\"modelingMenuSet\")")));
+    EXPECT_TRUE(menu()->menuAction()->isVisible()) << "a menu of no set is always there";
+    ASSERT_TRUE(run(QStringLiteral("rvVlCreateMainMenu(1)")));
+    host::idle::drainAll();
+    EXPECT_EQ(text(QStringLiteral("menuSet -q -cms")), QStringLiteral("modelingMenuSet"))
+        << "the user's set comes back";
+    ASSERT_NE(menu(), nullptr);
+    EXPECT_FALSE(menu()->menuAction()->isVisible());
+    ASSERT_TRUE(run(QStringLiteral("setMenuMode(\"animationMenuSet\")")));
+    EXPECT_TRUE(menu()->menuAction()->isVisible());
+    ASSERT_TRUE(run(QStringLiteral("rvVlCreateMainMenu(0); rvVlCreateMainMenu(0)")));
+    int menus = 0;
+    for (const QAction* action : window->menuBar()->actions())
+        menus += action->text() == QStringLiteral("VL2");
+    EXPECT_EQ(menus, 1) << "made anew, not twice";
+}
+
+TEST_F(MainMenu, FloatingViewShowsNothingButTheDrawing) {
+    ASSERT_TRUE(run(QStringLiteral("polyCube -name box; select -r box; rvVellumUtil -fv")));
+    EXPECT_EQ(number(QStringLiteral("window -q -visible rvVlFloatingWindow")), 1);
+    EXPECT_EQ(text(QStringLiteral("window -q -title rvVlFloatingWindow")),
+              QStringLiteral("Vellum"));
+    EXPECT_EQ(number(QStringLiteral("window -q -width rvVlFloatingWindow")), 300);
+    EXPECT_EQ(number(QStringLiteral("window -q -height rvVlFloatingWindow")), 280);
+    EXPECT_EQ(text(QStringLiteral("modelPanel -q -camera rvVellumFloatingModelPanel")),
+              QStringLiteral("vellumCam"));
+    EXPECT_EQ(number(QStringLiteral("int(`getAttr vellumCam.translateY`)")), 1000);
+    EXPECT_EQ(text(QStringLiteral("stringArrayToString(`ls -selection`, \" \")")),
+              QStringLiteral("box"));
+
+    // While it is shown nothing happens; closed and opened it looks through its camera again.
+    ASSERT_TRUE(run(QStringLiteral("lookThroughModelPanel top rvVellumFloatingModelPanel;"
+                                   "rvVellumUtil -fv")));
+    EXPECT_EQ(text(QStringLiteral("modelPanel -q -camera rvVellumFloatingModelPanel")),
+              QStringLiteral("top"));
+    ASSERT_TRUE(run(QStringLiteral("window -e -visible false rvVlFloatingWindow;"
+                                   "rvVellumUtil -fv")));
+    EXPECT_EQ(number(QStringLiteral("window -q -visible rvVlFloatingWindow")), 1);
+    EXPECT_EQ(text(QStringLiteral("modelPanel -q -camera rvVellumFloatingModelPanel")),
+              QStringLiteral("vellumCam"));
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type camera \"vellumCam*\"`)")), 1);
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow")));
+}
+
+TEST_F(MainMenu, FloatingViewTakesTheLayersOfACamera) {
+    ASSERT_TRUE(run(QStringLiteral(
+        "rvVellumNode -layer -camera persp -layerName a; rvVellumLayer -add -n b persp")));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fvm persp")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 0);
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count vellumCam")), 2);
+    errors.clear();
+    EXPECT_TRUE(run(QStringLiteral("window -e -visible false rvVlFloatingWindow;"
+                                   "rvVellumUtil -fvm \"\\\"; rvVlDeleteAllNodes; \\\"\"")))
+        << "no camera of that name: nothing is moved";
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count vellumCam")), 2);
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow")));
+}
+
+} // namespace
+} // namespace vellum::test

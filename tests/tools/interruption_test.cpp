@@ -1,0 +1,215 @@
+// What happens to the scene while the pointer is down or while strokes wait in the undo queue:
+// nothing may be stuck or lost, and the next stroke must work.
+#include "tools/ToolSession.h"
+
+#include "document/Frame.h"
+#include "document/Layer.h"
+#include "node/BaseNode.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/ActiveNode.h"
+#include "tools/interaction/ThreadManager.h"
+
+#include <QTemporaryDir>
+#include <functional>
+
+namespace vellum::test {
+namespace {
+
+class Interrupted : public ToolSession {
+protected:
+    void SetUp() override {
+        ToolSession::SetUp();
+        settings().activeTool = tool::kPencil;
+        settings().pencilSize = 12;
+        activateDrawTool();
+    }
+
+    // Presses and drags along a row of the view; the button stays down.
+    void drag(int row) {
+        moveTo({100, row});
+        press();
+        EXPECT_TRUE(waitFor([this] { return sampled() == 2; }));
+        moveTo({200, row});
+        EXPECT_TRUE(waitFor([this] { return sampled() > 2; }));
+    }
+    std::size_t sampled() {
+        const Stroke* stroke = document()->currentStroke();
+        return stroke ? stroke->points.size() : 0;
+    }
+    void stroke(int row) {
+        drag(row);
+        release();
+    }
+    int inkAt(int row) { return alphaAt(imagePixel({120, row})); }
+
+    void nothingIsStuck() {
+        EXPECT_FALSE(ThreadManager::instance().isActive());
+        for (BaseNode* drawn : allNodes()) {
+            EXPECT_EQ(drawn->layerManager()->currentStroke(), nullptr);
+        }
+    }
+};
+
+TEST_F(Interrupted, UndoUnderThePointer) {
+    for (const int number : {tool::kPencil, tool::kEraser}) {
+        SCOPED_TRACE(number);
+        settings().activeTool = tool::kPencil;
+        stroke(100);
+        stroke(200);
+        settings().activeTool = number;
+        drag(100);
+        ASSERT_TRUE(run(QStringLiteral("undo"))); // the stroke at 200
+        release();
+        nothingIsStuck();
+        EXPECT_EQ(inkAt(200), 0);
+        EXPECT_EQ(inkAt(100), number == tool::kEraser ? 0 : 255);
+        settings().activeTool = tool::kPencil;
+        stroke(300);
+        EXPECT_EQ(inkAt(300), 255);
+        ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+        node();
+        activateDrawTool();
+    }
+}
+
+TEST_F(Interrupted, UndoOfTheFrameUnderThePointer) {
+    stroke(100);
+    const QImage first = picture();
+    drag(200);
+    ASSERT_TRUE(run(QStringLiteral("undo"))); // takes layer and frame away
+    release();
+    nothingIsStuck();
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+    ASSERT_TRUE(run(QStringLiteral("redo")));
+    EXPECT_EQ(picture(), first);
+    stroke(300);
+    EXPECT_EQ(inkAt(300), 255);
+}
+
+TEST_F(Interrupted, NodeDeletedUnderThePointer) {
+    stroke(100);
+    const QImage first = picture();
+    drag(200);
+    ASSERT_TRUE(run(QStringLiteral("delete `ls -type rvVellum`")));
+    release();
+    nothingIsStuck();
+    moveTo({100, 300});
+    press(); // no node, no drawing
+    release();
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(picture(), first);
+    nothingIsStuck();
+    stroke(300);
+    EXPECT_EQ(inkAt(300), 255);
+    ASSERT_TRUE(run(QStringLiteral("undo; undo")));
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+}
+
+TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
+    stroke(100);
+    const QImage first = picture();
+    const std::function<void()> changes[] = {
+        [this] { document()->setLayerState(camera, 0, layer_state::kLocked); },
+        [this] { document()->setLayerVisible(camera, 0, false); },
+        [this] { document()->takeLayer(camera, 0); },
+        [this] { document()->activeLayer(camera)->clearFrames(); },
+    };
+    for (const auto& change : changes) {
+        drag(200);
+        change();
+        release();
+        nothingIsStuck();
+        document()->setLayerState(camera, 0, layer_state::kAnimated);
+        document()->setLayerVisible(camera, 0, true);
+        stroke(300);
+        EXPECT_EQ(inkAt(300), 255);
+    }
+    EXPECT_NE(picture(), first);
+}
+
+TEST_F(Interrupted, SceneOpenedUnderThePointer) {
+    stroke(100);
+    const QImage first = picture();
+    QTemporaryDir folder;
+    for (const char* name : {"a.ma", "a.mb"}) {
+        const QString file = folder.filePath(QString::fromLatin1(name));
+        ASSERT_TRUE(run(QStringLiteral("file -rename \"%1\"; file -f -save -type \"%2\"")
+                            .arg(file, QString::fromLatin1(name).endsWith(QLatin1Char('b'))
+                                           ? QStringLiteral("mayaBinary")
+                                           : QStringLiteral("mayaAscii"))));
+        drag(200);
+        ASSERT_TRUE(run(QStringLiteral("file -f -open \"%1\"").arg(file)));
+        release();
+        propagateCurrentTime();
+        nothingIsStuck();
+        EXPECT_EQ(picture(), first) << name;
+        EXPECT_EQ(number(QStringLiteral("file -q -modified")), 0);
+        activateDrawTool();
+    }
+}
+
+TEST_F(Interrupted, SavedUnderThePointer) {
+    stroke(100);
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("a.mb"));
+    drag(200);
+    ASSERT_TRUE(
+        run(QStringLiteral("file -rename \"%1\"; file -f -save -type \"mayaBinary\"").arg(file)));
+    release();
+    EXPECT_EQ(inkAt(200), 255);
+    EXPECT_EQ(number(QStringLiteral("file -q -modified")), 1) << "the stroke is not in the file";
+}
+
+TEST_F(Interrupted, CameraRenamedWhileStrokesWaitToBeUndone) {
+    ASSERT_TRUE(run(QStringLiteral("string $made[] = `camera`; rename $made[0] \"shotCam\"; "
+                                   "lookThroughModelPanel shotCam `getPanel -withFocus`")));
+    const QString shot = QStringLiteral("shotCam");
+    stroke(100);
+    stroke(200);
+    ASSERT_EQ(document()->cameraLayerCount(shot), 1);
+    const QImage both = document()->currentFrame(shot)->image();
+    ASSERT_TRUE(run(QStringLiteral("rename shotCam otherCam")));
+    ASSERT_TRUE(run(QStringLiteral("undo; undo")));
+    EXPECT_NE(document()->currentFrame(shot)->image(), both);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(document()->cameraLayerCount(shot), 0);
+    ASSERT_TRUE(run(QStringLiteral("redo; redo; redo"))); // renamed again
+    EXPECT_EQ(document()->currentFrame(shot)->image(), both);
+
+    drag(300); // through the camera of the new name: layers of its own
+    ASSERT_TRUE(run(QStringLiteral("rename otherCam thirdCam")));
+    release();
+    nothingIsStuck();
+    stroke(300);
+    EXPECT_EQ(document()->cameraLayerCount(QStringLiteral("thirdCam")), 1);
+    EXPECT_EQ(document()->currentFrame(shot)->image(), both);
+
+    drag(100);
+    ASSERT_TRUE(run(QStringLiteral("lookThroughModelPanel persp `getPanel -withFocus`; "
+                                   "delete thirdCam")));
+    release();
+    nothingIsStuck();
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(document()->cameraLayerCount(QStringLiteral("thirdCam")), 1);
+}
+
+TEST_F(Interrupted, DuplicatedNodeSharesTheDocument) {
+    stroke(100);
+    ASSERT_TRUE(run(QStringLiteral("string $shape[] = `ls -type rvVellum`; duplicate "
+                                   "`listRelatives -parent $shape[0]`")));
+    ASSERT_EQ(allNodes().size(), 2U);
+    EXPECT_EQ(allNodes()[0]->layerManager(), allNodes()[1]->layerManager());
+    stroke(200);
+    const QImage both = picture();
+    ASSERT_TRUE(run(
+        QStringLiteral("$shape = `ls -type rvVellum`; delete `listRelatives -parent $shape[0]`")));
+    EXPECT_EQ(picture(), both) << "the copy has it all";
+    stroke(300);
+    ASSERT_TRUE(run(QStringLiteral("undo; undo; undo")));
+    EXPECT_EQ(inkAt(200), 0);
+    EXPECT_EQ(inkAt(100), 255);
+    nothingIsStuck();
+}
+
+} // namespace
+} // namespace vellum::test

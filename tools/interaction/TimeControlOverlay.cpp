@@ -1,0 +1,204 @@
+#include "tools/interaction/TimeControlOverlay.h"
+
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Script.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/PluginState.h"
+
+#include <QHash>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+#include <maya/MAnimControl.h>
+#include <maya/MTime.h>
+
+namespace vellum {
+
+namespace {
+
+// Where Maya's slider draws the ticks of its frames, as parts of its size.
+constexpr float kMargin = 0.005F;
+constexpr float kFramesWidth = 0.99F;
+constexpr float kBoxHeight = 0.333F;
+constexpr int kFillAlpha = 63;
+
+int wholeFrame(const MTime& time) {
+    return static_cast<int>(time.asUnits(MTime::uiUnit()));
+}
+
+} // namespace
+
+TimeControlOverlay::TimeControlOverlay(QWidget* slider) : QWidget(slider) {
+    followSlider();
+    hide();
+}
+
+TimeControlOverlay::~TimeControlOverlay() {
+    if (pluginState().timeline == this)
+        pluginState().timeline = nullptr;
+}
+
+void TimeControlOverlay::setFrameTimes(const QList<int>& times) {
+    if (frameTimes_ != times)
+        frameTimes_ = times;
+    update(); // colour and offset may have changed where the times have not
+}
+
+void TimeControlOverlay::clearFrameTimes() {
+    frameTimes_.clear();
+    update();
+}
+
+void TimeControlOverlay::setMarkersVisible(bool visible) {
+    setVisible(visible);
+}
+
+bool TimeControlOverlay::areMarkersVisible() const {
+    return isVisible();
+}
+
+void TimeControlOverlay::setEnabled(bool enabled) {
+    enabled_ = enabled;
+    forgetDrag();
+    if (enabled)
+        releaseRange();
+}
+
+std::optional<TimelineMarkers::RangeMove> TimeControlOverlay::rangeMove() const {
+    if (!watchesRange() || !dragged_ || !storedRange_)
+        return std::nullopt;
+    return RangeMove{offset_, storedRange_->first, storedRange_->second};
+}
+
+bool TimeControlOverlay::watchesRange() const {
+    return settings().timeControlRangeMoveEnabled && enabled_;
+}
+
+void TimeControlOverlay::followSlider() {
+    const QWidget* slider = parentWidget();
+    if (slider && geometry() != slider->rect())
+        setGeometry(slider->rect());
+}
+
+void TimeControlOverlay::forgetDrag() {
+    rangeAtPress_ = false;
+    dragged_ = false;
+    rangeCaptured_ = false;
+    offset_ = 0;
+    storedRange_.reset();
+}
+
+void TimeControlOverlay::timeChanged() {
+    if (!watchesRange() || !dragged_)
+        return;
+    if (!isTimeRangeVisible()) {
+        forgetDrag();
+        return;
+    }
+    const auto range = timeRange();
+    // A range of another length is being resized, not moved.
+    if (range && storedRange_ &&
+        range->first - storedRange_->first == range->second - storedRange_->second)
+        offset_ = static_cast<int>(range->first) - static_cast<int>(storedRange_->first);
+    rangeCaptured_ = true;
+}
+
+/// What is highlighted now is where the next drag starts; what was dragged is carried out.
+void TimeControlOverlay::releaseRange() {
+    if (!watchesRange())
+        return;
+    const std::optional<Range> before = storedRange_;
+    const int offset = offset_;
+    const bool captured = rangeCaptured_ && before;
+    storedRange_ = isTimeRangeVisible() ? timeRange() : std::nullopt;
+    offset_ = 0;
+    rangeAtPress_ = false;
+    dragged_ = false;
+    rangeCaptured_ = false;
+    if (!captured)
+        return;
+    // The markers stand where the drawings would have gone: a refused move has to bring them back.
+    if (offset == 0 || !script::execute(command::moveFrames(offset, static_cast<int>(before->first),
+                                                            static_cast<int>(before->second)),
+                                        true, true))
+        script::execute(command::util(QStringLiteral("-refreshTimelineDisplay")));
+}
+
+QRect TimeControlOverlay::markerBox(int frame, int first, int last, QSize size) {
+    const double frames = static_cast<double>(last) - first + 1.0;
+    if (frames < 1.0)
+        return {};
+    const auto width = static_cast<float>(size.width());
+    const float margin = width * kMargin;
+    const float step = width * kFramesWidth / static_cast<float>(frames);
+    const int height = static_cast<int>(static_cast<float>(size.height()) * kBoxHeight);
+    // A frame far outside is as good as one just beyond the edge.
+    const float place = static_cast<float>(static_cast<double>(frame) - first) * step + margin;
+    const float limit = 4.0F * width;
+    const int x = static_cast<int>(std::clamp(place, -limit, limit) + 0.5F);
+    return {x, size.height() - height + 2, std::max(1, static_cast<int>(step)), height};
+}
+
+void TimeControlOverlay::paintEvent(QPaintEvent*) {
+    const QWidget* slider = parentWidget();
+    if (!slider)
+        return;
+    followSlider();
+    const int first = wholeFrame(MAnimControl::minTime());
+    const int last = wholeFrame(MAnimControl::maxTime());
+    QHash<int, int> timesSeen;
+    for (const int time : frameTimes_)
+        ++timesSeen[time];
+
+    const QColor color = settings().timelineFrameColor;
+    QColor fill = color;
+    fill.setAlpha(kFillAlpha);
+    QPainter painter(this);
+    QPen pen = painter.pen();
+    pen.setWidth(1);
+    pen.setColor(color);
+    painter.setPen(pen);
+    for (const int time : frameTimes_) {
+        const QRect box = markerBox(time, first, last, slider->size());
+        if (!box.intersects(rect()))
+            continue;
+        // A frame dragged onto another one. Only towards later times.
+        const bool collides = offset_ >= 1 && timesSeen.value(time) >= 2;
+        painter.fillRect(box, collides ? QColor(Qt::black) : fill);
+        painter.drawRect(box.adjusted(0, 0, -1, -1));
+    }
+}
+
+void TimeControlOverlay::mousePressEvent(QMouseEvent* event) {
+    event->ignore();
+    if (!watchesRange())
+        return;
+    rangeCaptured_ = false;
+    rangeAtPress_ = isTimeRangeVisible();
+}
+
+void TimeControlOverlay::mouseMoveEvent(QMouseEvent* event) {
+    event->ignore();
+    if (watchesRange() && rangeAtPress_)
+        dragged_ = true;
+}
+
+void TimeControlOverlay::mouseReleaseEvent(QMouseEvent* event) {
+    event->ignore();
+    releaseRange();
+}
+
+void TimeControlOverlay::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    followSlider();
+    forgetDrag();
+    releaseRange();
+}
+
+void TimeControlOverlay::hideEvent(QHideEvent* event) {
+    forgetDrag();
+    QWidget::hideEvent(event);
+}
+
+} // namespace vellum

@@ -9,8 +9,10 @@
 #include "plugin/middle/PluginState.h"
 #include "plugin/middle/Timeline.h"
 
+#include <maya/MAnimControl.h>
 #include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>
+#include <maya/MTime.h>
 
 namespace vellum {
 
@@ -33,8 +35,10 @@ int number(const MArgDatabase& args, const char* flag, unsigned position) {
 
 /// The highlighted range; without a time slider the current frame. Empty after a report.
 std::optional<FrameRange> currentRange() {
-    if (!pluginState().interactive)
-        return frameRange(currentFrame(), currentFrame() + 1.0);
+    if (!pluginState().interactive) {
+        const double now = MAnimControl::currentTime().asUnits(MTime::uiUnit());
+        return frameRange(now, now + 1.0);
+    }
     const auto range = timeRange();
     return range ? frameRange(range->first, range->second) : std::nullopt;
 }

@@ -250,10 +250,8 @@ MStatus LayerCommand::redoIt() {
 
 MStatus LayerCommand::undoIt() {
     BaseNode* node = nodeToEdit();
-    if (!node)
+    if (!node || !edit_->revert(*node->layerManager()))
         return MS::kFailure;
-    if (!edit_->revert(*node->layerManager()))
-        return refuse(QStringLiteral("The layers of the camera have changed since."));
     node->drawingChanged();
     return MS::kSuccess;
 }

@@ -1,67 +1,145 @@
 #include "commands/LayerEdits.h"
 
 #include "document/Layer.h"
+#include "document/LayerAddress.h"
 #include "document/LayerManager.h"
+#include "plugin/leaves/Report.h"
 
-#include <functional>
+#include <initializer_list>
 #include <utility>
 #include <vector>
 
 namespace vellum {
 
-void ActiveLayers::remember(const LayerManager& document, std::initializer_list<QString> cameras) {
-    currentCamera_ = document.currentCamera();
-    indexes_.clear();
-    indexes_[currentCamera_] = document.activeLayerIndex(currentCamera_);
-    for (const QString& camera : cameras)
-        indexes_[camera] = document.activeLayerIndex(camera);
+bool LayerEdit::apply(LayerManager& document) {
+    if (!done_)
+        return done_ = doFirst(document);
+    if (doAgain(document))
+        return true;
+    report::error(QStringLiteral("The layers of the camera have changed since."));
+    return false;
 }
 
-void ActiveLayers::restore(LayerManager& document) const {
-    for (const auto& [camera, index] : indexes_) {
-        if (document.isValidLayer(camera, index))
-            document.setActiveLayer(camera, index, false);
-    }
-    if (document.currentCamera() != currentCamera_)
-        document.setCurrentCamera(currentCamera_);
+bool LayerEdit::revert(LayerManager& document) {
+    if (takeBack(document))
+        return true;
+    report::error(QStringLiteral("The layers of the camera have changed since."));
+    return false;
 }
 
 namespace {
 
+/// Which camera was current and which layers were active, to be brought back.
+class ActiveLayers {
+public:
+    /// The current camera and `cameras`.
+    void remember(const LayerManager& document, std::initializer_list<QString> cameras) {
+        currentCamera_ = document.currentCamera();
+        previousCamera_ = document.previousCamera();
+        layers_.clear();
+        layers_.push_back(address(document, currentCamera_));
+        for (const QString& camera : cameras)
+            layers_.push_back(address(document, camera));
+    }
+
+    void restore(LayerManager& document) const {
+        for (const LayerAddress& layer : layers_) {
+            const int index = layer.index(document);
+            if (index >= 0)
+                document.setActiveLayer(layer.camera(), index, false);
+        }
+        if (document.currentCamera() != currentCamera_)
+            document.restoreCurrentCamera(currentCamera_, previousCamera_);
+    }
+
+private:
+    static LayerAddress address(const LayerManager& document, const QString& camera) {
+        LayerAddress active(camera);
+        active.bindToActive(document);
+        return active;
+    }
+
+    QString currentCamera_;
+    QString previousCamera_;
+    std::vector<LayerAddress> layers_;
+};
+
+int putBack(LayerManager& document, const QString& camera, int index,
+            std::unique_ptr<Layer> layer) {
+    layer->setActive(false);
+    return document.insertLayer(camera, index, std::move(layer));
+}
+
+/// A change of one layer that is there before and after it.
+class OneLayerEdit : public LayerEdit {
+public:
+    OneLayerEdit(const QString& camera, int index) : layer_(camera), index_(index) {}
+
+protected:
+    const QString& camera() const { return layer_.camera(); }
+    int firstIndex() const { return index_; }
+    int indexNow(const LayerManager& document) const { return layer_.index(document); }
+
+    bool doFirst(LayerManager& document) override {
+        layer_.bind(document, index_);
+        return change(document, index_);
+    }
+
+    bool doAgain(LayerManager& document) override {
+        const int index = indexNow(document);
+        return index >= 0 && change(document, index);
+    }
+
+    virtual bool change(LayerManager& document, int index) = 0;
+
+private:
+    LayerAddress layer_;
+    int index_; ///< the first time
+};
+
 /// Adds a layer; the object itself is kept while undone, so that redo brings the very same back.
 class AddEdit : public LayerEdit {
 public:
-    AddEdit(QString camera, int index, QString name, int state, bool makeActive)
-        : camera_(std::move(camera)), name_(std::move(name)), index_(index), state_(state),
+    AddEdit(const QString& camera, int index, QString name, int state, bool makeActive)
+        : address_(camera), name_(std::move(name)), index_(index), state_(state),
           makeActive_(makeActive) {}
 
-    bool apply(LayerManager& document) override {
-        before_.remember(document, {camera_});
+private:
+    bool doFirst(LayerManager& document) override {
+        before_.remember(document, {address_.camera()});
         const LayerManager::ChangeGroup group(document);
-        if (layer_) {
-            result_ = document.insertLayer(camera_, result_, std::move(layer_));
-        } else {
-            result_ = document.addLayer(camera_, index_, name_);
-            if (result_ >= 0 && state_ >= 0)
-                document.setLayerState(camera_, result_, state_);
-        }
-        if (result_ >= 0 && makeActive_)
-            document.setActiveLayer(camera_, result_, true);
-        return result_ >= 0;
+        result_ = document.addLayer(address_.camera(), index_, name_);
+        if (result_ < 0)
+            return false;
+        if (state_ >= 0)
+            document.setLayerState(address_.camera(), result_, state_);
+        return finish(document);
     }
 
-    bool revert(LayerManager& document) override {
+    bool doAgain(LayerManager& document) override {
+        before_.remember(document, {address_.camera()});
         const LayerManager::ChangeGroup group(document);
-        layer_ = document.takeLayer(camera_, result_);
+        result_ = putBack(document, address_.camera(), result_, std::move(layer_));
+        return finish(document);
+    }
+
+    bool finish(LayerManager& document) {
+        address_.bind(document, result_);
+        if (makeActive_)
+            document.setActiveLayer(address_.camera(), result_, true);
+        return true;
+    }
+
+    bool takeBack(LayerManager& document) override {
+        const LayerManager::ChangeGroup group(document);
+        layer_ = document.takeLayer(address_.camera(), address_.index(document));
         if (!layer_)
             return false;
-        layer_->setActive(false);
         before_.restore(document);
         return true;
     }
 
-private:
-    QString camera_;
+    LayerAddress address_;
     QString name_;
     int index_;
     int state_;
@@ -70,27 +148,29 @@ private:
     ActiveLayers before_;
 };
 
-class RemoveEdit : public LayerEdit {
+class RemoveEdit : public OneLayerEdit {
 public:
-    RemoveEdit(QString camera, int index) : camera_(std::move(camera)), index_(index) {}
+    using OneLayerEdit::OneLayerEdit;
 
-    bool apply(LayerManager& document) override {
-        before_.remember(document, {camera_});
-        layer_ = document.takeLayer(camera_, index_);
+private:
+    bool change(LayerManager& document, int index) override {
+        before_.remember(document, {camera()});
+        layer_ = document.takeLayer(camera(), index);
+        from_ = index;
+        if (!layer_)
+            report::error(
+                QStringLiteral("Invalid layer: %1 (%2)").arg(camera(), QString::number(index)));
         return layer_ != nullptr;
     }
 
-    bool revert(LayerManager& document) override {
+    bool takeBack(LayerManager& document) override {
         const LayerManager::ChangeGroup group(document);
-        layer_->setActive(false);
-        document.insertLayer(camera_, index_, std::move(layer_));
+        putBack(document, camera(), from_, std::move(layer_));
         before_.restore(document);
         return true;
     }
 
-private:
-    QString camera_;
-    int index_;
+    int from_ = -1;
     std::unique_ptr<Layer> layer_;
     ActiveLayers before_;
 };
@@ -99,76 +179,78 @@ class RemoveAllEdit : public LayerEdit {
 public:
     explicit RemoveAllEdit(QString camera) : camera_(std::move(camera)) {}
 
-    bool apply(LayerManager& document) override {
+private:
+    bool doFirst(LayerManager& document) override {
         before_.remember(document, {camera_});
-        layers_.clear();
         document.deleteAllLayers(camera_, layers_);
         return true;
     }
 
-    bool revert(LayerManager& document) override {
+    bool doAgain(LayerManager& document) override { return doFirst(document); }
+
+    bool takeBack(LayerManager& document) override {
         const LayerManager::ChangeGroup group(document);
-        for (auto& layer : layers_) {
-            layer->setActive(false);
-            document.insertLayer(camera_, -1, std::move(layer));
-        }
+        for (auto& layer : layers_)
+            putBack(document, camera_, -1, std::move(layer));
         layers_.clear();
         before_.restore(document);
         return true;
     }
 
-private:
     QString camera_;
     std::vector<std::unique_ptr<Layer>> layers_;
     ActiveLayers before_;
 };
 
-class MoveEdit : public LayerEdit {
+class MoveEdit : public OneLayerEdit {
 public:
-    MoveEdit(QString camera, int from, int to) : camera_(std::move(camera)), from_(from), to_(to) {}
+    MoveEdit(const QString& camera, int from, int to) : OneLayerEdit(camera, from), to_(to) {}
 
-    bool apply(LayerManager& document) override {
-        result_ = document.moveLayer(camera_, from_, to_);
+private:
+    bool change(LayerManager& document, int index) override {
+        from_ = index;
+        result_ = document.moveLayer(camera(), index, to_);
         return result_ >= 0;
     }
 
-    bool revert(LayerManager& document) override {
-        return document.moveLayer(camera_, result_, from_) >= 0;
+    bool takeBack(LayerManager& document) override {
+        const int index = indexNow(document);
+        return index >= 0 && document.moveLayer(camera(), index, from_) >= 0;
     }
 
-private:
-    QString camera_;
-    int from_;
+    int from_ = -1;
     int to_;
 };
 
-class MoveToCameraEdit : public LayerEdit {
+class MoveToCameraEdit : public OneLayerEdit {
 public:
-    MoveToCameraEdit(QString camera, int from, QString target, int to)
-        : camera_(std::move(camera)), target_(std::move(target)), from_(from), to_(to) {}
+    MoveToCameraEdit(const QString& camera, int from, const QString& target, int to)
+        : OneLayerEdit(camera, from), moved_(target), to_(to) {}
 
-    bool apply(LayerManager& document) override {
-        before_.remember(document, {camera_, target_});
-        result_ = document.moveLayerToCamera(camera_, from_, target_, to_);
-        return result_ >= 0;
+private:
+    bool change(LayerManager& document, int index) override {
+        before_.remember(document, {camera(), moved_.camera()});
+        result_ = document.moveLayerToCamera(camera(), index, moved_.camera(), to_);
+        if (result_ < 0)
+            return false;
+        moved_.bind(document, result_);
+        from_ = index;
+        return true;
     }
 
-    bool revert(LayerManager& document) override {
+    bool takeBack(LayerManager& document) override {
         const LayerManager::ChangeGroup group(document);
-        auto layer = document.takeLayer(target_, result_);
+        auto layer = document.takeLayer(moved_.camera(), moved_.index(document));
         if (!layer)
             return false;
-        layer->setActive(false);
-        document.insertLayer(camera_, from_, std::move(layer));
+        putBack(document, camera(), from_, std::move(layer));
         before_.restore(document);
         return true;
     }
 
-private:
-    QString camera_;
-    QString target_;
-    int from_;
+    LayerAddress moved_; ///< in the other camera
     int to_;
+    int from_ = -1;
     ActiveLayers before_;
 };
 
@@ -177,98 +259,115 @@ public:
     MoveAllEdit(QString camera, QString target)
         : camera_(std::move(camera)), target_(std::move(target)) {}
 
-    bool apply(LayerManager& document) override {
-        before_.remember(document, {camera_, target_});
-        if (camera_ == target_)
+private:
+    bool doFirst(LayerManager& document) override {
+        if (camera_ == target_) {
+            report::error(QStringLiteral("The layers are on that camera already: %1").arg(camera_));
             return false;
+        }
+        before_.remember(document, {camera_, target_});
+        moved_.clear();
         const LayerManager::ChangeGroup group(document);
         const int active = document.activeLayerIndex(camera_);
-        first_ = document.cameraLayerCount(target_);
-        moved_ = 0;
-        for (int i = document.cameraLayerCount(camera_) - 1; i >= 0; --i) {
-            if (document.moveLayerToCamera(camera_, i, target_, first_) < 0) {
-                revert(document);
+        const int first = document.cameraLayerCount(target_);
+        const int count = document.cameraLayerCount(camera_);
+        for (int i = count - 1; i >= 0; --i) {
+            // Only for want of the camera, and then for every layer.
+            if (document.moveLayerToCamera(camera_, i, target_, first) < 0)
                 return false;
-            }
-            ++moved_;
+        }
+        for (int i = 0; i < count; ++i) {
+            moved_.emplace_back(target_);
+            moved_.back().bind(document, first + i);
         }
         if (active >= 0)
-            document.setActiveLayer(target_, first_ + active, true);
+            document.setActiveLayer(target_, first + active, true);
         return true;
     }
 
-    bool revert(LayerManager& document) override {
-        if (document.cameraLayerCount(target_) < first_ + moved_)
-            return false;
-        const LayerManager::ChangeGroup group(document);
-        for (int i = 0; i < moved_; ++i) {
-            auto layer = document.takeLayer(target_, first_);
-            layer->setActive(false);
-            document.insertLayer(camera_, -1, std::move(layer));
+    bool doAgain(LayerManager& document) override { return doFirst(document); }
+
+    bool takeBack(LayerManager& document) override {
+        for (const LayerAddress& layer : moved_) {
+            if (layer.index(document) < 0)
+                return false;
         }
+        const LayerManager::ChangeGroup group(document);
+        for (const LayerAddress& layer : moved_)
+            putBack(document, camera_, -1, document.takeLayer(target_, layer.index(document)));
         before_.restore(document);
         return true;
     }
 
-private:
     QString camera_;
     QString target_;
-    int first_ = 0; ///< where the moved layers begin in the target
-    int moved_ = 0;
+    std::vector<LayerAddress> moved_; ///< bottom first
     ActiveLayers before_;
 };
 
-class ActivateEdit : public LayerEdit {
+class ActivateEdit : public OneLayerEdit {
 public:
-    ActivateEdit(QString camera, int index) : camera_(std::move(camera)), index_(index) {}
+    using OneLayerEdit::OneLayerEdit;
 
-    bool apply(LayerManager& document) override {
-        if (document.currentCamera() == camera_ && document.activeLayerIndex(camera_) == index_)
+private:
+    bool doFirst(LayerManager& document) override {
+        const bool isTarget = document.currentCamera() == camera() &&
+                              document.activeLayerIndex(camera()) == firstIndex();
+        return !isTarget && OneLayerEdit::doFirst(document);
+    }
+
+    bool change(LayerManager& document, int index) override {
+        before_.remember(document, {camera()});
+        if (!document.setActiveLayer(camera(), index, true))
             return false;
-        before_.remember(document, {camera_});
-        if (!document.setActiveLayer(camera_, index_, true))
-            return false;
-        result_ = index_;
+        result_ = index;
         return true;
     }
 
-    bool revert(LayerManager& document) override {
+    bool takeBack(LayerManager& document) override {
         before_.restore(document);
         return true;
     }
 
-private:
-    QString camera_;
-    int index_;
     ActiveLayers before_;
 };
 
 /// Exchanges one property of a layer with a value.
-template <typename Value> class PropertyEdit : public LayerEdit {
+template <typename Value, typename Argument> class PropertyEdit : public OneLayerEdit {
 public:
-    using Get = std::function<Value(const LayerManager&)>;
-    using Set = std::function<void(LayerManager&, const Value&)>;
+    using Get = Value (LayerManager::*)(const QString&, int) const;
+    using Set = void (LayerManager::*)(const QString&, int, Argument);
 
-    PropertyEdit(Value value, Get get, Set set)
-        : value_(std::move(value)), get_(std::move(get)), set_(std::move(set)) {}
-
-    bool apply(LayerManager& document) override {
-        before_ = get_(document);
-        set_(document, value_);
-        return true;
-    }
-
-    bool revert(LayerManager& document) override {
-        set_(document, before_);
-        return true;
-    }
+    PropertyEdit(const QString& camera, int index, Get get, Set set, Value value)
+        : OneLayerEdit(camera, index), get_(get), set_(set), value_(std::move(value)) {}
 
 private:
-    Value value_;
-    Value before_{};
+    bool change(LayerManager& document, int index) override {
+        before_ = (document.*get_)(camera(), index);
+        (document.*set_)(camera(), index, value_);
+        return true;
+    }
+
+    bool takeBack(LayerManager& document) override {
+        const int index = indexNow(document);
+        if (index >= 0)
+            (document.*set_)(camera(), index, before_);
+        return index >= 0;
+    }
+
     Get get_;
     Set set_;
+    Value value_;
+    Value before_{};
 };
+
+template <typename Value, typename Argument>
+std::unique_ptr<LayerEdit>
+property(const QString& camera, int index, Value (LayerManager::*get)(const QString&, int) const,
+         void (LayerManager::*set)(const QString&, int, Argument), Value value) {
+    return std::make_unique<PropertyEdit<Value, Argument>>(camera, index, get, set,
+                                                           std::move(value));
+}
 
 } // namespace
 
@@ -309,27 +408,21 @@ std::unique_ptr<LayerEdit> activate(const QString& camera, int index) {
 }
 
 std::unique_ptr<LayerEdit> rename(const QString& camera, int index, const QString& name) {
-    return std::make_unique<PropertyEdit<QString>>(
-        name, [=](const LayerManager& d) { return d.layerName(camera, index); },
-        [=](LayerManager& d, const QString& value) { d.renameLayer(camera, index, value); });
+    return property(camera, index, &LayerManager::layerName, &LayerManager::renameLayer, name);
 }
 
 std::unique_ptr<LayerEdit> setVisible(const QString& camera, int index, bool visible) {
-    return std::make_unique<PropertyEdit<bool>>(
-        visible, [=](const LayerManager& d) { return d.layerVisible(camera, index); },
-        [=](LayerManager& d, bool value) { d.setLayerVisible(camera, index, value); });
+    return property(camera, index, &LayerManager::layerVisible, &LayerManager::setLayerVisible,
+                    visible);
 }
 
 std::unique_ptr<LayerEdit> setOpacity(const QString& camera, int index, float opacity) {
-    return std::make_unique<PropertyEdit<float>>(
-        opacity, [=](const LayerManager& d) { return d.layerOpacity(camera, index); },
-        [=](LayerManager& d, float value) { d.setLayerOpacity(camera, index, value); });
+    return property(camera, index, &LayerManager::layerOpacity, &LayerManager::setLayerOpacity,
+                    opacity);
 }
 
 std::unique_ptr<LayerEdit> setState(const QString& camera, int index, int state) {
-    return std::make_unique<PropertyEdit<int>>(
-        state, [=](const LayerManager& d) { return d.layerState(camera, index); },
-        [=](LayerManager& d, int value) { d.setLayerState(camera, index, value); });
+    return property(camera, index, &LayerManager::layerState, &LayerManager::setLayerState, state);
 }
 
 } // namespace layer_edit

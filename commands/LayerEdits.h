@@ -1,9 +1,9 @@
 // Undoable changes of a document's layers. Each names cameras and layers by what identifies them
-// and finds them when used. Main thread only.
+// (document/LayerAddress.h) and finds them when used, so that what was changed behind the undo
+// queue is never mistaken for them. Main thread only.
 #pragma once
 
 #include <QString>
-#include <map>
 #include <memory>
 
 namespace vellum {
@@ -14,30 +14,25 @@ class LayerEdit {
 public:
     virtual ~LayerEdit() = default;
 
-    /// Does the change, the first time and again after revert(). False, after the document
-    /// reported why, when nothing was changed.
-    virtual bool apply(LayerManager& document) = 0;
-    /// Takes it back; only after a successful apply(). False, changing nothing, when the layers it
-    /// changed are not where it left them.
-    virtual bool revert(LayerManager& document) = 0;
+    /// Does the change, the first time and again after revert(). False, changing nothing, when it
+    /// is refused.
+    bool apply(LayerManager& document);
+    /// Takes it back; only after a successful apply(). False, after reporting, when the camera has
+    /// the layers it changed no more; nothing has changed then.
+    bool revert(LayerManager& document);
 
     /// Index that the command returns; -1 for none.
     int result() const { return result_; }
 
 protected:
-    int result_ = -1;
-};
+    virtual bool doFirst(LayerManager& document) = 0;
+    virtual bool doAgain(LayerManager& document) = 0;
+    virtual bool takeBack(LayerManager& document) = 0;
 
-/// Which camera was current and which layers were active, to be brought back by revert().
-class ActiveLayers {
-public:
-    /// The current camera and `cameras`.
-    void remember(const LayerManager& document, std::initializer_list<QString> cameras);
-    void restore(LayerManager& document) const;
+    int result_ = -1;
 
 private:
-    QString currentCamera_;
-    std::map<QString, int> indexes_;
+    bool done_ = false; ///< once
 };
 
 namespace layer_edit {

@@ -1,5 +1,6 @@
 #include "commands/NodeCommand.h"
 
+#include "document/FrameRange.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "plugin/leaves/CommandStrings.h"
@@ -193,12 +194,12 @@ void NodeCommand::addFirstLayer() {
         document->setLayerState(camera, layer, layerState_);
     if (!frame_)
         return;
-    const auto range = timeRange();
-    if (!range)
+    const auto slider = timeRange();
+    const auto range = slider ? frameRange(slider->first, slider->second) : std::nullopt;
+    if (!range || !range->canBeFilled())
         return;
-    const int end = static_cast<int>(range->second);
-    for (int frame = static_cast<int>(range->first); frame < end; ++frame)
-        document->addFrameAt(camera, MTime(static_cast<double>(frame), MTime::uiUnit()));
+    for (qint64 frame = range->first; frame <= range->last; ++frame)
+        document->addFrameAt(camera, static_cast<int>(frame));
 }
 
 void NodeCommand::refreshListeners() {

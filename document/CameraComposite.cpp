@@ -13,50 +13,122 @@ namespace vellum {
 namespace {
 
 constexpr std::size_t kHistory = 32;
-using Row = std::array<std::uint8_t, 4 * kCanvasSize>;
+using pixel::kPiece;
+using Piece = std::array<std::uint8_t, pixel::kPieceBytes>;
 
 quint64 nextVersion() {
     static quint64 last = 0;
     return ++last;
 }
 
-/// Columns [first, last) of a row.
-struct Columns {
-    int first;
-    int last;
+/// A canvas, with what QImage would be asked for again for every piece.
+struct Pixels {
+    const std::uint8_t* first = nullptr;
+    std::ptrdiff_t line = 0;
 
-    bool isEmpty() const { return first >= last; }
-    int count() const { return last - first; }
-    std::size_t bytes() const { return static_cast<std::size_t>(4 * count()); }
+    Pixels() = default;
+    explicit Pixels(const QImage& image) : first(image.constBits()), line(image.bytesPerLine()) {}
+
+    const std::uint8_t* at(int y, int column) const { return first + y * line + 4 * column; }
 };
 
-Columns clipped(const Columns& columns, const RowSpans* spans, int y) {
-    if (!spans) {
-        return columns;
-    }
-    const auto span = spans->rows[static_cast<std::size_t>(y)];
-    return {std::max<int>(columns.first, span.first), std::min<int>(columns.last, span.last)};
-}
+/// The ghosts or a layer.
+struct Source {
+    Pixels image;
+    Pixels overlay;
+    const RowSpans* spans;
 
-/// `row`: the picture's own, at column 0.
-void paintLayerRow(std::uint8_t* row, const CompositeLayer& layer, int y, const Columns& columns) {
-    if (layer.overlay.isNull()) {
-        const Columns part = clipped(columns, layer.spans.get(), y);
-        if (!part.isEmpty()) {
-            rows::over(row + 4 * part.first, layer.image.constScanLine(y) + 4 * part.first,
-                       part.count());
+    /// A piece of the source, null where nothing is known to be. May have to be made in `merged`.
+    const std::uint8_t* piece(int y, int column, Piece& merged) const {
+        if (overlay.first) {
+            // The two become one picture first, as once merged: committing changes nothing.
+            std::memcpy(merged.data(), image.at(y, column), merged.size());
+            rows::over(merged.data(), overlay.at(y, column), kPiece);
+            return merged.data();
         }
-        return;
+        const bool empty = spans && !spans->meets(y, column, column + kPiece);
+        return empty ? nullptr : image.at(y, column);
     }
-    // The two become one picture first, as they will be once merged: committing changes nothing.
-    const int from = 4 * columns.first;
-    Row merged;
-    std::memcpy(merged.data() + from, layer.image.constScanLine(y) + from, columns.bytes());
-    rows::over(merged.data() + from, layer.overlay.constScanLine(y) + from, columns.count());
-    rows::over(row + from, merged.data() + from, columns.count());
-}
+};
 
 } // namespace
+
+/// What a picture is painted from, bottom first.
+class CameraComposite::Painter {
+public:
+    Painter(const GhostCanvas& ghosts, const std::vector<CompositeLayer>& layers,
+            StrokeBackdrop& backdrop)
+        : backdrop_(backdrop) {
+        std::vector<quint64> recipe{ghosts.isEmpty() ? 0 : ghosts.version()};
+        if (!ghosts.isEmpty()) {
+            sources_.push_back({Pixels(ghosts.image()), Pixels(), nullptr});
+        }
+        bool drawing = false;
+        for (const CompositeLayer& layer : layers) {
+            if (layer.drawnOn) {
+                drawing = true;
+                beneath_ = sources_.size();
+            }
+            if (!drawing) {
+                recipe.push_back(layer.revision);
+            }
+            sources_.push_back({Pixels(layer.image), Pixels(layer.overlay), layer.spans.get()});
+        }
+        if (beneath_ > 1) { // one picture is as good as its copy
+            backdrop_.prepare(std::move(recipe));
+        } else {
+            beneath_ = 0;
+            backdrop_.release();
+        }
+    }
+
+    /// Pixels [first, last) of a row, `row` at column 0.
+    void paint(std::uint8_t* row, int y, int first, int last) const {
+        for (int column = first / kPiece * kPiece; column < last; column += kPiece) {
+            rows::Stack stack;
+            Piece merged;
+            if (const std::uint8_t* flat = beneath_ > 0 ? flattened(y, column) : nullptr) {
+                stack.over(flat);
+            }
+            lay(stack, y, column, beneath_, sources_.size(), merged);
+            if (first <= column && column + kPiece <= last) {
+                stack.store(row + 4 * column);
+                continue;
+            }
+            Piece whole;
+            stack.store(whole.data());
+            const int from = std::max(first, column);
+            std::memcpy(row + 4 * from, whole.data() + 4 * (from - column),
+                        static_cast<std::size_t>(4 * (std::min(last, column + kPiece) - from)));
+        }
+    }
+
+private:
+    void lay(rows::Stack& stack, int y, int column, std::size_t from, std::size_t to,
+             Piece& merged) const {
+        for (std::size_t i = from; i < to; ++i) {
+            if (const std::uint8_t* piece = sources_[i].piece(y, column, merged)) {
+                stack.over(piece);
+            }
+        }
+    }
+
+    const std::uint8_t* flattened(int y, int column) const {
+        return backdrop_.piece(y, column / kPiece, [&](std::uint8_t* out) {
+            rows::Stack stack;
+            Piece unused;
+            lay(stack, y, column, 0, beneath_, unused);
+            if (!stack.isEmpty()) {
+                stack.store(out);
+            }
+            return !stack.isEmpty();
+        });
+    }
+
+    StrokeBackdrop& backdrop_;
+    std::vector<Source> sources_;
+    std::size_t beneath_ = 0; ///< so many sources are taken from the backdrop
+};
 
 void CameraComposite::paint(const QRect& rectangle, const std::vector<CompositeLayer>& layers) {
     if (image_.isNull()) {
@@ -66,18 +138,9 @@ void CameraComposite::paint(const QRect& rectangle, const std::vector<CompositeL
     if (part.isEmpty()) {
         return;
     }
-    const Columns columns{part.left(), part.right() + 1};
-    const int from = 4 * columns.first;
+    const Painter painter(ghosts_, layers, backdrop_);
     for (int y = part.top(); y <= part.bottom(); ++y) {
-        std::uint8_t* row = image_.scanLine(y);
-        if (ghosts_.isEmpty()) {
-            std::memset(row + from, 0, columns.bytes());
-        } else {
-            std::memcpy(row + from, ghosts_.image().constScanLine(y) + from, columns.bytes());
-        }
-        for (const CompositeLayer& layer : layers) {
-            paintLayerRow(row, layer, y, columns);
-        }
+        painter.paint(image_.scanLine(y), y, part.left(), part.right() + 1);
     }
 
     version_ = nextVersion();

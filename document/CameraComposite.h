@@ -4,6 +4,7 @@
 
 #include "document/Frame.h"
 #include "document/GhostCanvas.h"
+#include "document/StrokeBackdrop.h"
 
 #include <QImage>
 #include <QRect>
@@ -17,8 +18,10 @@ namespace vellum {
 /// One layer's contribution. Images are canvases, Format_RGBA8888, straight alpha.
 struct CompositeLayer {
     QImage image;
+    quint64 revision = 0;                  ///< of image, see Frame; of no use with drawnOn
     std::shared_ptr<const RowSpans> spans; ///< of image; null: anywhere
-    QImage overlay; ///< painted over image before both are painted; may be null
+    QImage overlay;       ///< painted over image before both are painted; may be null
+    bool drawnOn = false; ///< a stroke is in progress here
 };
 
 class CameraComposite {
@@ -28,8 +31,15 @@ public:
     const QImage& image() const { return image_; }
     GhostCanvas& ghosts() { return ghosts_; }
 
-    /// Makes a part of the picture anew: ghosts, then the layers, bottom first.
+    /// Makes a part of the picture anew: ghosts, then the layers, bottom first. While one of them
+    /// is drawn on, what lies beneath it is kept flattened.
     void paint(const QRect& rectangle, const std::vector<CompositeLayer>& layers);
+
+    /// No layer is drawn on any more.
+    void endStroke() { backdrop_.release(); }
+
+    /// Memory kept only for the stroke in progress: one canvas or nothing.
+    std::size_t strokeBytes() const { return backdrop_.bytes(); }
 
     /// Number of times the picture was painted, counted over the process so that the picture of a
     /// camera that vanished and came back is not taken for the old one; 0 before the first.
@@ -42,6 +52,8 @@ public:
     void setHolds(std::vector<Frame::Hold> holds) { holds_ = std::move(holds); }
 
 private:
+    class Painter;
+
     struct Change {
         quint64 version;
         QRect rectangle;
@@ -49,6 +61,7 @@ private:
 
     QImage image_;
     GhostCanvas ghosts_;
+    StrokeBackdrop backdrop_;
     quint64 version_ = 0;
     std::deque<Change> history_;
     std::vector<Frame::Hold> holds_;

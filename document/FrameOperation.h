@@ -1,9 +1,9 @@
 // Undoable operations on the frames of a camera's active layer. Whoever runs one keeps it for undo
 // and redo; the two may alternate any number of times. Main thread only.
 //
-// An operation remembers its camera, its layer (by name) and its frames (by moment) and finds them
-// each time. When the camera, the layer or the frames are gone it refuses, having changed nothing,
-// and keeps what it holds: once they are back, it works again. Frames it keeps are packed.
+// An operation remembers its camera, its layer and its frames (by moment) and finds them each time.
+// When the camera, the layer or the frames are gone it refuses, having changed nothing, and keeps
+// what it holds: once they are back, it works again. Frames it keeps are packed.
 #pragma once
 
 #include "document/FrameRange.h"

@@ -9,12 +9,23 @@ namespace vellum {
 
 namespace {
 
+/// Some eleven hours of film; more is a slip of the hand that would only fill memory.
+constexpr qint64 kMostInserted = 1000000;
+
 std::optional<FrameRange> refuse(const QString& why, double start, double end) {
     report::error(why.arg(QString::number(start, 'g', 12), QString::number(end, 'g', 12)));
     return std::nullopt;
 }
 
 } // namespace
+
+bool FrameRange::canBeFilled() const {
+    if (length() <= kMostInserted) {
+        return true;
+    }
+    report::error(QStringLiteral("Cannot insert more than %1 frames at once").arg(kMostInserted));
+    return false;
+}
 
 std::optional<FrameRange> frameRange(double start, double end) {
     constexpr double lowest = std::numeric_limits<int>::min();

@@ -13,6 +13,9 @@ struct FrameRange {
 
     bool contains(qint64 frame) const { return frame >= first && frame <= last; }
     qint64 length() const { return static_cast<qint64>(last) - first + 1; }
+
+    /// False, after reporting, for a range that holds more frames than anyone would insert.
+    bool canBeFilled() const;
 };
 
 /// [start, end) of the time slider, each truncated toward zero; at least the frame that `start`

@@ -12,9 +12,6 @@ namespace vellum {
 
 namespace {
 
-/// Some eleven hours of film; more is a slip of the hand that would only fill memory.
-constexpr qint64 kMostInserted = 1000000;
-
 /// Which camera was current and which before, as far as making the first layer changed that.
 class CurrentCamera {
 public:
@@ -47,9 +44,7 @@ private:
     }
 
     bool apply(LayerManager& document, FrameClipboard& clipboard) override {
-        if (!isPlanned() && range_.length() > kMostInserted) {
-            report::error(
-                QStringLiteral("Cannot insert more than %1 frames at once").arg(kMostInserted));
+        if (!isPlanned() && !range_.canBeFilled()) {
             return false;
         }
         if (layer_) {

@@ -13,7 +13,8 @@ namespace vellum {
 namespace {
 
 constexpr double kNearestOpacity = 0.4;
-using Row = std::array<std::uint8_t, 4 * kCanvasSize>;
+using pixel::kPiece;
+using Piece = std::array<std::uint8_t, pixel::kPieceBytes>;
 
 /// One side of the current frame: pictures from the farthest to the nearest, and their opacities in
 /// 255ths as Qt's raster engine rounds them.
@@ -27,23 +28,24 @@ struct Side {
     bool tint = false;
     QColor color;
 
-    bool paintRow(int y, Row& row) const {
-        bool painted = false;
+    /// False when there is nothing to see; `out` is left alone then.
+    bool paint(int y, int column, Piece& out) const {
+        rows::Stack stack;
         for (const Picture& picture : pictures) {
-            const auto span = picture.spans->rows[static_cast<std::size_t>(y)];
-            if (span.first < span.last) {
-                const int from = 4 * span.first;
-                rows::overFaded(row.data() + from, picture.image.constScanLine(y) + from,
-                                span.last - span.first, picture.opacity);
-                painted = true;
+            if (picture.spans->meets(y, column, column + kPiece)) {
+                stack.overFaded(picture.image.constScanLine(y) + 4 * column, picture.opacity);
             }
         }
-        if (painted && tint) {
-            rows::tint(row.data(), kCanvasSize, static_cast<std::uint8_t>(color.red()),
+        if (stack.isEmpty()) {
+            return false;
+        }
+        stack.store(out.data());
+        if (tint) {
+            rows::tint(out.data(), kPiece, static_cast<std::uint8_t>(color.red()),
                        static_cast<std::uint8_t>(color.green()),
                        static_cast<std::uint8_t>(color.blue()));
         }
-        return painted;
+        return true;
     }
 };
 
@@ -127,6 +129,7 @@ bool GhostCanvas::update(const Layer* layer, const GhostOptions& options) {
         paint(*layer, recipe);
     }
     recipe_ = std::move(recipe);
+    ++version_;
     return true;
 }
 
@@ -138,17 +141,19 @@ void GhostCanvas::paint(const Layer& layer, const Recipe& recipe) {
         image_ = QImage(kCanvasSize, kCanvasSize, QImage::Format_RGBA8888);
     }
     for (int y = 0; y < kCanvasSize; ++y) {
-        Row upper{};
-        const bool hasNext = next.paintRow(y, upper);
-        Row lower{};
-        if (previous.paintRow(y, lower)) {
-            if (hasNext) {
-                rows::under(upper.data(), lower.data(), kCanvasSize);
-            } else {
-                upper = lower;
+        std::uint8_t* row = image_.scanLine(y);
+        for (int column = 0; column < kCanvasSize; column += kPiece) {
+            rows::Stack both;
+            Piece lower;
+            if (previous.paint(y, column, lower)) {
+                both.over(lower.data());
             }
+            Piece upper;
+            if (next.paint(y, column, upper)) {
+                both.over(upper.data());
+            }
+            both.store(row + 4 * column);
         }
-        std::copy(upper.begin(), upper.end(), image_.scanLine(y));
     }
 }
 

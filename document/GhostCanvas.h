@@ -34,6 +34,9 @@ public:
     /// 1024 x 1024, Format_RGBA8888, straight alpha; null when empty.
     const QImage& image() const { return image_; }
 
+    /// Another one whenever update() changes the picture, never 0.
+    quint64 version() const { return version_; }
+
 private:
     /// What the picture was made of: revisions of the frames, 0 for none, farthest first.
     struct Recipe {
@@ -48,6 +51,7 @@ private:
 
     Recipe recipe_;
     QImage image_;
+    quint64 version_ = 1;
 };
 
 } // namespace vellum

@@ -11,10 +11,19 @@
 
 namespace vellum {
 
+namespace {
+
+quint64 nextId() {
+    static quint64 last = 0;
+    return ++last;
+}
+
+} // namespace
+
 Layer::Layer() : Layer(QStringLiteral("New Layer")) {
 }
 
-Layer::Layer(const QString& name) : name_(name), undisplayed_(wholeCanvas()) {
+Layer::Layer(const QString& name) : id_(nextId()), name_(name), undisplayed_(wholeCanvas()) {
     const int state = settings().defaultLayerState;
     if (state >= layer_state::kAnimated && state <= layer_state::kLocked) {
         state_ = state;

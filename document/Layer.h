@@ -34,6 +34,10 @@ public:
     Layer(const Layer&) = delete;
     Layer& operator=(const Layer&) = delete;
 
+    /// Identifies the layer for as long as it lives, whatever it is called and wherever it is
+    /// moved; never 0, and never given to another layer of the process.
+    quint64 id() const { return id_; }
+
     const QString& name() const { return name_; }
     void setName(const QString& name) { name_ = name; }
     bool isActive() const { return active_; }
@@ -131,6 +135,7 @@ private:
     int indexOf(int intTime) const;    ///< -1 when there is none
     void framesReplaced();             ///< frames_ was rebuilt
 
+    const quint64 id_;
     QString name_;
     bool active_ = false;
     bool visible_ = true;

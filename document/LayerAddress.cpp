@@ -1,6 +1,7 @@
 #include "document/LayerAddress.h"
 
 #include "document/DocumentObserver.h"
+#include "document/Layer.h"
 #include "document/LayerManager.h"
 #include "plugin/leaves/Report.h"
 
@@ -12,8 +13,9 @@ LayerAddress::LayerAddress(QString camera) : camera_(std::move(camera)) {
 }
 
 void LayerAddress::bind(const LayerManager& document, int index) {
-    layer_ = document.layerName(camera_, index);
-    index_ = index;
+    const Layer* layer = document.layer(camera_, index);
+    layer_ = layer ? layer->id() : 0;
+    name_ = document.layerName(camera_, index);
     bound_ = true;
 }
 
@@ -25,12 +27,9 @@ int LayerAddress::index(const LayerManager& document) const {
     if (!bound_) {
         return document.activeLayerIndex(camera_);
     }
-    if (document.isValidLayer(camera_, index_) && document.layerName(camera_, index_) == layer_) {
-        return index_;
-    }
     const int count = document.cameraLayerCount(camera_);
     for (int i = 0; i < count; ++i) {
-        if (document.layerName(camera_, i) == layer_) {
+        if (document.layer(camera_, i)->id() == layer_) {
             return i;
         }
     }
@@ -56,7 +55,7 @@ Layer* LayerAddress::resolve(const LayerManager& document) const {
     Layer* layer = document.layer(camera_, index(document));
     if (!layer) {
         report::error(
-            bound_ ? QStringLiteral("Layer does not exist for camera: %1 (%2)").arg(camera_, layer_)
+            bound_ ? QStringLiteral("Layer does not exist for camera: %1 (%2)").arg(camera_, name_)
                    : QStringLiteral("An active layer does not exist."));
     }
     return layer;

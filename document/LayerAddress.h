@@ -1,4 +1,5 @@
-// What identifies the layer an operation works on, for as long as the operation is kept.
+// What identifies the layer an operation works on, for as long as the operation is kept. A layer
+// stays the same one when it is renamed, moved in its camera, or taken out and put back.
 #pragma once
 
 #include <QString>
@@ -21,7 +22,7 @@ public:
     void bindToActive(const LayerManager& document);
     bool isBound() const { return bound_; }
 
-    /// Index of the layer: of the active one while not bound; -1 when there is none.
+    /// Index of the layer: of the active one while not bound; -1 when the camera has it no more.
     int index(const LayerManager& document) const;
 
     /// The layer at index(). Null, after reporting why, when the camera is not in the scene or the
@@ -33,8 +34,8 @@ public:
 
 private:
     QString camera_;
-    QString layer_; ///< its name; in a document no two are the same, but files may have others
-    int index_ = -1;
+    QString name_; ///< when bound; only to tell the user
+    quint64 layer_ = 0;
     bool bound_ = false;
 };
 

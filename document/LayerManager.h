@@ -181,6 +181,7 @@ private:
     void changeStep();
     bool reportInvalidLayer(const QString& camera, int index) const;
     const StrokeSession* strokeOn(const QString& camera, const Layer& layer) const;
+    void endStroke();
     bool updateGhosts(Camera& camera);
     QRect collectChanges(const QString& name, Camera& camera);
     void noteDisplayed(const QString& camera);

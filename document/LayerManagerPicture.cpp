@@ -43,8 +43,7 @@ bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
     undoBytes = frame->pngBytes();
     const QImage merged = stroke_->merged(frame->image());
     active->setCurrentImage(merged, stroke_->touched());
-    strokeCanvas_ = stroke_->takeCanvas();
-    stroke_.reset();
+    endStroke();
     // The ghosts stood still during the stroke; one that left no pixel would not bring them up.
     if (updateGhosts(*find(camera))) {
         markCameraModified(camera);
@@ -54,9 +53,17 @@ bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
 
 void LayerManager::discardStroke() {
     if (stroke_) {
-        strokeCanvas_ = stroke_->takeCanvas();
-        stroke_.reset();
+        endStroke();
         fullRedrawCameras_.insert(strokeCamera_);
+    }
+}
+
+void LayerManager::endStroke() {
+    strokeCanvas_ = stroke_->takeCanvas();
+    stroke_.reset();
+    Camera* camera = find(strokeCamera_);
+    if (camera && camera->composite) {
+        camera->composite->endStroke();
     }
 }
 
@@ -104,10 +111,15 @@ QRect LayerManager::collectChanges(const QString& name, Camera& camera) {
     if (modified || discarded || camera.composite->version() == 0) {
         changed = Layer::wholeCanvas();
     }
-    for (const auto& one : camera.layers) {
-        changed |= one->takeUndisplayed();
-    }
     const bool strokeHere = stroke_ && strokeCamera_ == name;
+    for (const auto& one : camera.layers) {
+        const QRect part = one->takeUndisplayed();
+        changed |= part;
+        // On another picture than it was begun on, the stroke is no longer shown.
+        if (strokeHere && one->isActive() && !part.isEmpty() && !strokeOn(name, *one)) {
+            changed |= stroke_->touched();
+        }
+    }
     if (strokeHere && stroke_->isDirty()) {
         changed |= stroke_->update();
     }
@@ -140,11 +152,17 @@ const QImage* LayerManager::compositeCamera(const QString& name) {
         const Frame* frame = one->currentFrame();
         holds.push_back(frame->hold());
         const StrokeSession* stroke = strokeOn(name, *one);
+        CompositeLayer layer;
+        layer.drawnOn = stroke != nullptr;
         if (stroke && stroke->replacesFrame()) {
-            layers.push_back({stroke->image(), nullptr, QImage()});
+            layer.image = stroke->image();
         } else {
-            layers.push_back({image, frame->spans(), stroke ? stroke->image() : QImage()});
+            layer.image = image;
+            layer.revision = frame->revision();
+            layer.spans = frame->spans();
+            layer.overlay = stroke ? stroke->image() : QImage();
         }
+        layers.push_back(std::move(layer));
     }
     composite.paint(changed, layers);
     composite.setHolds(std::move(holds));

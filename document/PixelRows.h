@@ -1,13 +1,16 @@
-// Arithmetic on rows of pixels, 4 bytes each: red, green, blue, alpha, straight (not
+// Composition of rows of pixels, 4 bytes each: red, green, blue, alpha, straight (not
 // premultiplied). A pixel that is fully transparent has no colour: its bytes are 0 in every
 // destination.
 //
 // Composition is Porter and Duff's ("Compositing digital images", 1984). With alphas from 0 to 1,
 //   alpha = s + d (1 - s),   colour = d.colour + (s.colour - d.colour) s / alpha,
-// each rounded to a byte once, halves upward: what Qt's raster engine gives for straight alpha, to
-// within one in a rare tie. A pixel's result does not depend on its neighbours, so a row painted in
-// parts equals one painted whole.
+// each rounded to a byte after every layer: what Qt's raster engine gives for straight alpha, to
+// within one in a rare tie. A pixel's result depends neither on its neighbours nor on the
+// processor, so a row painted in parts equals one painted whole, and layers flattened first equal
+// layers painted one by one.
 #pragma once
+
+#include "document/PixelKernels.h"
 
 #include <cstdint>
 
@@ -16,13 +19,29 @@ namespace vellum::rows {
 /// destination = source over destination.
 void over(std::uint8_t* destination, const std::uint8_t* source, int pixels);
 
-/// The same with the source faded by `opacity`, 0..255.
-void overFaded(std::uint8_t* destination, const std::uint8_t* source, int pixels, int opacity);
-
-/// destination = destination over source. The source has no colour where it is transparent.
-void under(std::uint8_t* destination, const std::uint8_t* source, int pixels);
-
 /// Gives every pixel whose alpha is not zero this colour at the alpha it has.
 void tint(std::uint8_t* row, int pixels, std::uint8_t red, std::uint8_t green, std::uint8_t blue);
+
+/// Pieces (PixelKernels.h) laid on top of each other, bottom first. Does no arithmetic while there
+/// is at most one to be seen. Pieces given have to stay as they are until store().
+class Stack {
+public:
+    bool isEmpty() const { return state_ == State::Empty; }
+
+    /// False when there was nothing to see in the piece.
+    bool over(const std::uint8_t* piece);
+    bool overFaded(const std::uint8_t* piece, int opacity); ///< 0..255
+
+    void store(std::uint8_t* piece) const;
+
+private:
+    enum class State { Empty, Plain, Mixed };
+
+    void blend(const std::uint8_t* piece, float fade);
+
+    State state_ = State::Empty;
+    const std::uint8_t* plain_ = nullptr; ///< with State::Plain
+    pixel::Sums sums_;                    ///< with State::Mixed
+};
 
 } // namespace vellum::rows

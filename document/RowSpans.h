@@ -18,6 +18,12 @@ struct RowSpans {
     };
     std::array<Span, kRowSpanRows> rows{};
 
+    /// Whether columns [first, last) of row `y` may hold anything.
+    bool meets(int y, int first, int last) const {
+        const Span span = rows[static_cast<std::size_t>(y)];
+        return span.first < last && first < span.last;
+    }
+
     /// `image`: a canvas, Format_RGBA8888.
     static RowSpans of(const QImage& image);
 };

@@ -1,6 +1,7 @@
 #include "plugin/leaves/Settings.h"
 
 #include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/IniText.h"
 #include "plugin/leaves/QtCompat.h"
 #include "plugin/leaves/Report.h"
 #include "plugin/leaves/Script.h"
@@ -24,6 +25,7 @@ namespace vellum {
 namespace {
 
 constexpr int kFileVersion = 1;
+constexpr char kVersionKey[] = "version";
 
 struct Limits {
     enum Rule { Keep, Clamp, Replace } rule;
@@ -206,8 +208,32 @@ bool saveSettings() {
     return !path.isEmpty() && saveSettingsTo(path);
 }
 
-void loadSettingsFrom(const QString& path) {
-    QSettings file(path, QSettings::IniFormat);
+namespace {
+
+constexpr qint64 kLargestFile = 64 << 20; // bytes; ours has two thousand
+
+/// Empty when there is something at `path` that cannot be read as a settings file.
+std::optional<ini::Text> textAt(const QString& path) {
+    const QFileInfo place(path);
+    if (!place.exists())
+        return ini::Text{};
+    QFile file(path);
+    if (!place.isFile() || place.size() > kLargestFile || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return ini::parse(file.readAll());
+}
+
+bool isKnown(const ini::Section& section, const ini::Entry& entry) {
+    if (section.name == groups().front().name && entry.key == kVersionKey)
+        return true;
+    return std::any_of(groups().begin(), groups().end(), [&](const Group& group) {
+        return section.name == group.name &&
+               std::any_of(group.keys.begin(), group.keys.end(),
+                           [&](const Key& key) { return entry.key == key.name; });
+    });
+}
+
+void readKnownKeys(QSettings& file) {
     qt::readAsUtf8(file);
     for (const Group& group : groups()) {
         file.beginGroup(QLatin1String(group.name));
@@ -221,13 +247,46 @@ void loadSettingsFrom(const QString& path) {
     }
 }
 
+} // namespace
+
+void loadSettingsFrom(const QString& path) {
+    const auto text = textAt(path);
+    if (!text)
+        return;
+    std::vector<ini::Section> plain;
+    bool asItIs = text->isWhole;
+    for (const ini::Section& section : text->sections) {
+        plain.push_back({section.name, {}});
+        for (const ini::Entry& entry : section.entries) {
+            if (!ini::isPlain(entry))
+                asItIs = false;
+            else if (isKnown(section, entry))
+                plain.back().entries.push_back(entry);
+        }
+    }
+    if (asItIs) {
+        QSettings file(path, QSettings::IniFormat);
+        readKnownKeys(file);
+        return;
+    }
+    const QTemporaryDir workshop;
+    const QString copy = workshop.filePath(QStringLiteral("settings.ini"));
+    QFile draft(copy);
+    if (!workshop.isValid() || !draft.open(QIODevice::WriteOnly))
+        return;
+    draft.write(ini::toText(plain));
+    draft.close();
+    QSettings file(copy, QSettings::IniFormat);
+    readKnownKeys(file);
+}
+
 namespace {
 
 void writeKnownKeys(QSettings& file) {
     for (const Group& group : groups()) {
         file.beginGroup(QLatin1String(group.name));
         if (&group == &groups().front())
-            file.setValue(QLatin1String("version"), kFileVersion);
+            file.setValue(QLatin1String(kVersionKey), kFileVersion);
         for (const Key& key : group.keys)
             std::visit(
                 [&](auto field) {
@@ -238,36 +297,25 @@ void writeKnownKeys(QSettings& file) {
     }
 }
 
-/// Adds what the file at `path` holds beside the known keys. False when it cannot be read.
-bool keepUnknownKeys(const QString& path, QSettings& file) {
-    QSettings old(path, QSettings::IniFormat);
-    qt::readAsUtf8(old);
-    for (const QString& key : old.allKeys()) {
-        if (!file.contains(key))
-            file.setValue(key, old.value(key));
+/// The known keys as QSettings writes them. Empty when they are not all there: of a full disk,
+/// QSettings says nothing.
+std::vector<ini::Section> knownSections() {
+    const QTemporaryDir workshop;
+    QFile draft(workshop.filePath(QStringLiteral("settings.ini")));
+    int keys = 0;
+    {
+        QSettings file(draft.fileName(), QSettings::IniFormat);
+        writeKnownKeys(file);
+        keys = static_cast<int>(file.allKeys().size());
+        file.sync();
     }
-    return old.status() != QSettings::AccessError;
-}
-
-struct Section {
-    QByteArray header; ///< "[name]"
-    std::vector<QByteArray> lines;
-};
-
-/// The sections of a file that QSettings wrote: one line a key. Empty when it is not all there: of
-/// a full disk, QSettings says nothing.
-std::vector<Section> sectionsOf(const QByteArray& text, int keys) {
-    std::vector<Section> sections;
-    for (const QByteArray& line : text.split('\n')) {
-        const QByteArray content = line.trimmed();
-        if (content.startsWith('[')) {
-            sections.push_back({content, {}});
-        } else if (!content.isEmpty() && !sections.empty()) {
-            sections.back().lines.push_back(content);
-            --keys;
-        }
-    }
-    return keys == 0 && text.endsWith('\n') ? sections : std::vector<Section>{};
+    if (!workshop.isValid() || !draft.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray text = draft.readAll();
+    std::vector<ini::Section> sections = ini::parse(text).sections;
+    for (const ini::Section& section : sections)
+        keys -= static_cast<int>(section.entries.size());
+    return keys == 0 && text.endsWith('\n') ? sections : std::vector<ini::Section>{};
 }
 
 /// Place of a group or of a key in the table; behind them all for one that is not in it.
@@ -278,35 +326,25 @@ template <typename Entries> std::size_t placeIn(const Entries& entries, const QB
 }
 
 /// On Unix, QSettings sorts what it writes by name.
-void sortAsInTable(std::vector<Section>& sections) {
-    const auto group = [](const Section& section) {
-        return placeIn(groups(), section.header.mid(1, section.header.size() - 2));
-    };
+void sortAsInTable(std::vector<ini::Section>& sections) {
     const auto sortBy = [](auto& items, auto place) {
         std::stable_sort(items.begin(), items.end(),
                          [&place](const auto& a, const auto& b) { return place(a) < place(b); });
     };
-    sortBy(sections, group);
-    for (Section& section : sections) {
-        const std::size_t index = group(section);
+    sortBy(sections, [](const auto& section) { return placeIn(groups(), section.name); });
+    for (ini::Section& section : sections) {
+        const std::size_t index = placeIn(groups(), section.name);
         if (index == groups().size())
             continue;
-        sortBy(section.lines, [index](const QByteArray& line) {
-            const QByteArray name = line.left(line.indexOf('='));
+        sortBy(section.entries, [index](const ini::Entry& entry) {
             // It tells how to read what follows.
-            return name == "version" ? 0 : 1 + placeIn(groups()[index].keys, name);
+            return entry.key == kVersionKey ? 0 : 1 + placeIn(groups()[index].keys, entry.key);
         });
     }
 }
 
 /// Replaces the file at `path` in one step, so that a crash leaves the old one or the new one.
-bool replaceFile(const QString& path, const std::vector<Section>& sections) {
-    QByteArray text;
-    for (const Section& section : sections) {
-        text += (text.isEmpty() ? "" : "\n") + section.header + '\n';
-        for (const QByteArray& line : section.lines)
-            text += line + '\n';
-    }
+bool replaceFile(const QString& path, const QByteArray& text) {
     QSaveFile file(path);
     return QDir().mkpath(QFileInfo(path).absolutePath()) &&
            file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
@@ -316,25 +354,19 @@ bool replaceFile(const QString& path, const std::vector<Section>& sections) {
 } // namespace
 
 bool saveSettingsTo(const QString& path) {
+    const auto old = textAt(path);
     // QSettings knows how values are written, not in which order.
-    const QTemporaryDir workshop;
-    QFile draft(workshop.filePath(QStringLiteral("settings.ini")));
-    int keys = 0;
-    {
-        QSettings file(draft.fileName(), QSettings::IniFormat);
-        writeKnownKeys(file);
-        if (!keepUnknownKeys(path, file))
-            return false;
-        keys = static_cast<int>(file.allKeys().size());
-        file.sync();
-        if (file.status() != QSettings::NoError)
-            return false;
-    }
-    if (!draft.open(QIODevice::ReadOnly))
+    std::vector<ini::Section> sections = knownSections();
+    if (!old || sections.empty())
         return false;
-    std::vector<Section> sections = sectionsOf(draft.readAll(), keys);
+    for (const ini::Section& section : old->sections) {
+        for (const ini::Entry& entry : section.entries) {
+            if (!isKnown(section, entry))
+                ini::sectionNamed(sections, section.name).entries.push_back(entry);
+        }
+    }
     sortAsInTable(sections);
-    return !sections.empty() && replaceFile(path, sections);
+    return replaceFile(path, ini::toText(sections));
 }
 
 } // namespace vellum

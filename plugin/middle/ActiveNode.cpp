@@ -1,5 +1,6 @@
 #include "plugin/middle/ActiveNode.h"
 
+#include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "plugin/leaves/CommandStrings.h"
@@ -17,7 +18,6 @@
 #include <maya/MItDependencyNodes.h>
 #include <maya/MQtUtil.h>
 #include <maya/MSelectionList.h>
-#include <maya/MTime.h>
 
 namespace vellum {
 
@@ -102,7 +102,7 @@ bool isTimeRangeVisible() {
 }
 
 int currentFrame() {
-    return static_cast<int>(MAnimControl::currentTime().asUnits(MTime::uiUnit()));
+    return currentIntTime();
 }
 
 void updateNodeTime(BaseNode& node, int frame) {

@@ -41,7 +41,7 @@ QWidget* timeControlWidget();
 std::optional<std::pair<double, double>> timeRange();
 bool isTimeRangeVisible();
 
-/// Current time in whole frames of the current unit, truncated toward zero.
+/// Current time in whole frames of the current unit (document/IntTime.h).
 int currentFrame();
 
 /// Hands a new current frame to the overlay, to the node's document and to the transform tool.

@@ -39,8 +39,9 @@ struct PluginState {
     QString transformContextName;
 
     // Written by the event filter on the main thread, read by the sampling thread.
-    std::atomic<float> tabletPressure{1.0F}; ///< 0..1, 1 without a tablet
-    std::atomic<bool> tabletEraser{false};   ///< the pen's eraser end is in use
+    std::atomic<float> tabletPressure{1.0F};  ///< 0..1, 1 without a tablet
+    std::atomic<bool> tabletEraser{false};    ///< the pen's eraser end is in use
+    std::atomic<bool> pressureAwaited{false}; ///< a pen is down that has not told its pressure yet
 };
 
 /// The one object.

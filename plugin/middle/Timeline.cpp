@@ -6,6 +6,9 @@
 #include "plugin/middle/ActiveNode.h"
 #include "plugin/middle/PluginState.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace vellum {
 
 namespace {
@@ -21,6 +24,13 @@ bool wantsMarkers() {
     default:
         return true;
     }
+}
+
+/// The move itself is refused where it would leave the frame numbers.
+int shifted(int time, int offset) {
+    using Limit = std::numeric_limits<int>;
+    const qint64 target = static_cast<qint64>(time) + offset;
+    return static_cast<int>(std::clamp<qint64>(target, Limit::min(), Limit::max()));
 }
 
 } // namespace
@@ -41,7 +51,7 @@ void refreshTimeline() {
     if (move && move->offset != 0) {
         for (int& time : times) {
             if (time >= move->start && time <= move->end)
-                time += move->offset;
+                time = shifted(time, move->offset);
         }
     }
     timeline->setFrameTimes(times);

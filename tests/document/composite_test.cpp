@@ -3,6 +3,7 @@
 #include "document/DocumentObserver.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
+#include "document/PixelKernels.h"
 #include "document/PixelRows.h"
 #include "document/StrokeSession.h"
 #include "plugin/leaves/Settings.h"
@@ -10,6 +11,7 @@
 #include "tools/raster/StrokeImage.h"
 
 #include <QPainter>
+#include <array>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -57,6 +59,26 @@ void fill(LayerManager& manager, int layers, unsigned seed) {
     drawing::goTo(manager, 5);
 }
 
+/// Every pixel of another colour and alpha.
+QImage noise(unsigned seed) {
+    std::mt19937 random(seed);
+    QImage image(kCanvasSize, kCanvasSize, QImage::Format_RGBA8888);
+    for (int y = 0; y < kCanvasSize; ++y) {
+        std::generate_n(image.scanLine(y), 4 * kCanvasSize,
+                        [&] { return static_cast<uchar>(random() >> 8); });
+    }
+    return image;
+}
+
+/// Lets a test choose the arithmetic; the one in use before comes back when it ends.
+class OtherKernels {
+public:
+    ~OtherKernels() { pixel::useKernels(before_); }
+
+private:
+    const pixel::Kernels& before_ = pixel::kernels();
+};
+
 /// What a rebuild of everything gives; the picture must not change by it.
 QImage rebuilt(LayerManager& manager) {
     manager.markCameraModified(kCamera);
@@ -71,31 +93,85 @@ void addPoint(LayerManager& manager, int x, int y, int width, float opacity) {
 
 } // namespace
 
-TEST(PixelRows, ResultsDoNotDependOnNeighbours) {
-    // Whole pieces take short cuts; one pixel at a time takes none.
-    QImage below = blankCanvas();
-    const QImage scribbled = drawing::scribble(1);
-    for (int y = 0; y < kCanvasSize; ++y) {
-        rows::over(below.scanLine(y), scribbled.constScanLine(y), kCanvasSize);
-    }
-    const QImage above = drawing::scribble(2);
+TEST(PixelRows, ResultsDependNeitherOnNeighboursNorOnTheProcessor) {
+    const OtherKernels afterwards;
+    const QImage images[] = {drawing::scribble(1), drawing::scribble(2), noise(3), noise(4)};
+    const auto row = [&](int i, int y) { return images[i].constScanLine(y); };
     for (int y = 0; y < kCanvasSize; y += 7) {
-        const uchar* low = below.constScanLine(y);
-        const uchar* up = above.constScanLine(y);
-        std::vector<uchar> whole(low, low + 4 * kCanvasSize);
-        std::vector<uchar> single = whole;
-        rows::over(whole.data(), up, kCanvasSize);
-        for (int x = 0; x < kCanvasSize; ++x) {
-            rows::over(single.data() + 4 * x, up + 4 * x, 1);
+        std::vector<std::vector<uchar>> results;
+        for (const pixel::Kernels& kernels : pixel::usableKernels()) {
+            pixel::useKernels(kernels);
+            // Whole pieces take short cuts and lie elsewhere; one pixel at a time takes none.
+            for (const int step : {kCanvasSize, 1, 37}) {
+                std::vector<uchar>& result = results.emplace_back(4 * kCanvasSize);
+                for (int x = 0; x < kCanvasSize; x += step) {
+                    for (int i = 0; i < 4; ++i) {
+                        rows::over(result.data() + 4 * x, row(i, y) + 4 * x,
+                                   std::min(step, kCanvasSize - x));
+                    }
+                }
+            }
+            std::vector<uchar>& faded = results.emplace_back(4 * kCanvasSize);
+            for (int x = 0; x < kCanvasSize; x += pixel::kPiece) {
+                rows::Stack stack;
+                for (int i = 0; i < 4; ++i) {
+                    stack.overFaded(row(i, y) + 4 * x, 25 * i + 1);
+                }
+                stack.store(faded.data() + 4 * x);
+            }
         }
-        ASSERT_EQ(whole, single) << y;
-        rows::under(whole.data(), low, kCanvasSize);
-        rows::overFaded(whole.data(), low, kCanvasSize, 100);
-        for (int x = 0; x < kCanvasSize; ++x) {
-            rows::under(single.data() + 4 * x, low + 4 * x, 1);
-            rows::overFaded(single.data() + 4 * x, low + 4 * x, 1, 100);
+        for (std::size_t i = 0; i < results.size(); ++i) {
+            ASSERT_EQ(results[i], results[i % 4 == 3 ? 3 : 0]) << "row " << y << ", way " << i;
         }
-        ASSERT_EQ(whole, single) << y;
+        for (int x = 0; x < kCanvasSize; ++x) {
+            for (const std::size_t way : {0, 3}) {
+                const uchar* pixel = results[way].data() + 4 * x;
+                ASSERT_TRUE(pixel[3] > 0 || pixel[0] + pixel[1] + pixel[2] == 0) << x << ' ' << y;
+            }
+        }
+    }
+}
+
+TEST(PixelRows, WhatIsAloneOrOpaqueOrUnderNothingStaysAsItIs) {
+    const OtherKernels afterwards;
+    using Row = std::vector<uchar>;
+    const auto rowOf = [](auto pixelAt) {
+        Row row;
+        for (int i = 0; i < 256; ++i) {
+            for (const int byte : pixelAt(i)) {
+                row.push_back(static_cast<uchar>(byte));
+            }
+        }
+        return row;
+    };
+    using Pixel = std::array<int, 4>;
+    // Every other pixel is looked at; the ones between take every short cut away.
+    const Row nothing = rowOf([](int i) {
+        return i % 2 ? Pixel{9, 8, 7, 100} : Pixel{1, 2, 3, 0};
+    });
+    const auto expectKept = [](const Row& result, const Row& kept, const std::string& what) {
+        for (std::size_t i = 0; i < kept.size(); i += 8) {
+            ASSERT_TRUE(std::equal(&kept[i], &kept[i] + 4, &result[i])) << what << ", pixel " << i;
+        }
+    };
+    for (const pixel::Kernels& kernels : pixel::usableKernels()) {
+        pixel::useKernels(kernels);
+        for (int alpha = 1; alpha < 256; ++alpha) {
+            const std::string which = std::string(kernels.name) + " " + std::to_string(alpha);
+            const Row colors = rowOf([&](int i) { return Pixel{i, 255 - i, i ^ 85, alpha}; });
+            const Row opaque = rowOf([](int i) {
+                return Pixel{255 - i, i, i ^ 170, i % 2 ? 100 : 255};
+            });
+            Row result = colors;
+            rows::over(result.data(), nothing.data(), 256);
+            expectKept(result, colors, which + " under nothing");
+            result = nothing;
+            rows::over(result.data(), colors.data(), 256);
+            expectKept(result, colors, which + " over nothing");
+            result = colors;
+            rows::over(result.data(), opaque.data(), 256);
+            expectKept(result, opaque, which + " under something opaque");
+        }
     }
 }
 
@@ -114,6 +190,16 @@ TEST(Composite, EqualsQPainterOnStraightAlpha) {
     ASSERT_EQ(picture->format(), QImage::Format_RGBA8888);
     EXPECT_LE(drawing::premultipliedDifference(*picture, expected), 1);
     EXPECT_EQ(manager.compositeCamera("nobody"), nullptr);
+
+    // Nothing in it to be skipped.
+    expected = blankCanvas();
+    for (int i = 0; i < 10; ++i) {
+        Layer& layer = *manager.layer(kCamera, i);
+        layer.setVisible(true);
+        layer.setCurrentImage(noise(static_cast<unsigned>(i)));
+        expected = painted(expected, layer.displayImage());
+    }
+    EXPECT_LE(drawing::premultipliedDifference(*manager.compositeCamera(kCamera), expected), 1);
 }
 
 TEST(Composite, GhostsEqualQPainterInEveryCombination) {
@@ -165,7 +251,7 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
     for (int round = 0; round < 40; ++round) {
         QImage mirror = manager.compositeCamera(kCamera)->copy();
         const quint64 version = manager.compositeVersion(kCamera);
-        switch (upTo(8)) {
+        switch (upTo(10)) {
         case 0:
             drawing::goTo(manager, upTo(10));
             break;
@@ -184,6 +270,16 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
         case 5:
             manager.commitStroke(kCamera, undo);
             break;
+        case 6: { // a picture changes, beneath the stroke, above it or its own
+            const QRect part(upTo(1000), upTo(1000), 1 + upTo(300), 1 + upTo(300));
+            Layer& layer = *manager.layer(kCamera, upTo(4));
+            QImage image = layer.displayImage();
+            if (!image.isNull()) {
+                QPainter(&image).fillRect(part, QColor(upTo(256), 0, 99, upTo(256)));
+                layer.setCurrentImage(image, part & Layer::wholeCanvas());
+            }
+            break;
+        }
         default:
             if (manager.currentStroke() || manager.beginStroke(kCamera, upTo(8), Qt::red)) {
                 for (int i = upTo(4); i >= 0; --i) {
@@ -219,6 +315,44 @@ TEST(Composite, GhostsComeUpWithAStrokeThatLeftNoPixel) {
     ASSERT_TRUE(manager.commitStroke(kCamera, undo));
     const QImage picture = manager.compositeCamera(kCamera)->copy();
     EXPECT_EQ(rebuilt(manager), picture);
+}
+
+TEST(Composite, WhatLiesBeneathAStrokeIsKeptForItsLengthOnly) {
+    CompositeLayer layers[3];
+    for (int i = 0; i < 3; ++i) {
+        layers[i].image = noise(static_cast<unsigned>(i));
+        layers[i].revision = static_cast<quint64>(i + 1);
+    }
+    const auto stacked = [&](int drawnOn, bool beneath = true) {
+        std::vector<CompositeLayer> result(layers + (beneath ? 0 : 2), layers + 3);
+        for (CompositeLayer& layer : result) {
+            layer.drawnOn = drawnOn == static_cast<int>(&layer - result.data());
+        }
+        return result;
+    };
+    CameraComposite drawn;
+    CameraComposite plain;
+    const auto equal = [&](int drawnOn) {
+        drawn.paint(Layer::wholeCanvas(), stacked(drawnOn));
+        plain.paint(Layer::wholeCanvas(), stacked(-1));
+        return drawn.image() == plain.image();
+    };
+    EXPECT_TRUE(equal(2));
+    EXPECT_EQ(drawn.strokeBytes(), 4U * kCanvasSize * kCanvasSize);
+    layers[0].image = noise(50); // as what was kept says nothing of it, it is still seen
+    EXPECT_FALSE(equal(2));
+    layers[0].revision = 50;
+    EXPECT_TRUE(equal(2));
+    std::swap(layers[0], layers[1]);
+    EXPECT_TRUE(equal(2));
+    EXPECT_EQ(plain.strokeBytes(), 0U) << "nothing is drawn on";
+    drawn.endStroke();
+    EXPECT_EQ(drawn.strokeBytes(), 0U);
+    EXPECT_TRUE(equal(2)) << "the next stroke begins anew";
+    drawn.paint(Layer::wholeCanvas(), stacked(-1));
+    EXPECT_EQ(drawn.strokeBytes(), 0U);
+    drawn.paint(Layer::wholeCanvas(), stacked(0, false));
+    EXPECT_EQ(drawn.strokeBytes(), 0U) << "nothing lies beneath";
 }
 
 TEST(Composite, DrawingTouchesOnlyWhatTheStrokeTouches) {

@@ -332,14 +332,20 @@ TEST_F(FrameOperations, WaitForACameraOrLayerThatIsGone) {
         missing = "cam";
         refuses(operation, "Camera does not exist: cam", true);
         missing.clear();
-        document.renameLayer("cam", 0, "renamed");
+        std::unique_ptr<Layer> gone = document.takeLayer("cam", 0);
+        document.addLayer("cam", 0, "cam's"); // it is the layer, not its name or place
         refuses(operation, "Layer does not exist for camera: cam (cam's)", true);
-        document.renameLayer("cam", 0, "cam's");
+        document.takeLayer("cam", 0);
+        document.insertLayer("cam", 0, std::move(gone));
+        document.renameLayer("cam", 0, "away");
+        document.renameLayer("cam", 1, "cam's");
         document.moveLayer("cam", 0, 1);
         document.setActiveLayer("cam", 0, false); // it is the layer, not the active one
         ASSERT_TRUE(operation->undo(document));
         document.moveLayer("cam", 1, 0);
         document.setActiveLayer("cam", 0, false);
+        document.renameLayer("cam", 1, "above");
+        document.renameLayer("cam", 0, "cam's");
         EXPECT_EQ(frames(), before);
         drawing::goTo(document, 7);
         missing = "cam";

@@ -125,7 +125,7 @@ TEST_F(Commands, RefuseWithWordsAndChangeNothing) {
         {"ls -type banana", "Unknown object type: banana"},
         {"currentUnit -t fortnight", "Invalid unit"},
         {"setKeyframe -itt wavy -at tx a", "Invalid tangent type"},
-        {"playbackOptions -loop once", "Invalid flag '-loop'"},
+        {"playbackOptions -often once", "Invalid flag '-often'"},
         {"getAttr a.message", "cannot be displayed"},
     };
     run("createNode transform -n a; createNode transform -n b -p a; createNode transform -n drive;"
@@ -159,6 +159,17 @@ TEST_F(Commands, ListsSayWhatIsThere) {
         {"ls -ca", "perspShape topShape frontShape sideShape"},
         {"ls -st grp2", "grp2 transform"},
         {"ls -hd 1 \"grp*\"", "grp1"},
+        {"ls -et mesh -et camera", "perspShape topShape frontShape sideShape ballShape"},
+        {"ls -dag -ext camera -ext mesh -s", ""},
+        {"setAttr grp1.v 0; setAttr grp2.template 1; ls -iv -s", "perspShape topShape frontShape "
+                                                                 "sideShape ballShape"},
+        {"ls -v -tr \"grp*\"", "grp2"},
+        {"ls -tm", "grp2"},
+        {"ls -ut \"grp*\"", "grp1"},
+        {"ls -g", "ballShape"},
+        {"ls -lf \"grp*\" \"*|ball\" ballShape", "grp2|ball ballShape"},
+        {"lockNode grp2; ls -ln \"grp*\"", "grp2"},
+        {"lockNode -l 0 grp2; select grp2 grp1; ls -os", "grp2 grp1"},
         {"listRelatives -ad grp1", "ballShape ball"},
         {"listRelatives -ad -f grp1", "|grp1|ball|ballShape |grp1|ball"},
         {"listRelatives -s \"grp1|ball\"", "ballShape"},

@@ -66,6 +66,38 @@ TEST_F(Menus, SubMenusRadioAndCheckItems) {
     EXPECT_EQ(runInt("menuItem -exists itemA"), 0);
 }
 
+TEST_F(Menus, OptionBoxesFollowTheirItemAndItemsGoWhereAsked) {
+    run("global string $gMainWindow; global string $boxTest; menu -parent $gMainWindow testMenu;"
+        "menuItem -label Cut -command \"$boxTest = \\\"cut\\\"\" cut;"
+        "menuItem -optionBox true -command \"$boxTest = \\\"options\\\"\" cutBox;"
+        "menuItem -label Last last; menuItem -insertAfter cutBox -label Between between;"
+        "menuItem -insertAfter \"\" -label First first");
+    const auto* menu =
+        qobject_cast<QMenu*>(host::Elements::instance().find("testMenu", host::ElementKind::menu));
+    ASSERT_NE(menu, nullptr);
+    QStringList shown;
+    for (const QAction* action : menu->actions())
+        shown.append(action->text());
+    EXPECT_EQ(shown.join('/').toStdString(), "First/Cut/Cut \xE2\x96\xA1/Between/Last");
+    item("cutBox")->trigger();
+    EXPECT_EQ(runString("$boxTest"), "options");
+    EXPECT_EQ(runInt("menuItem -q -isOptionBox cutBox"), 1);
+    EXPECT_EQ(runInt("menuItem -q -isOptionBox cut"), 0);
+    EXPECT_THAT(errorOf("menuItem -parent testMenu -divider true; menuItem -optionBox true"),
+                HasSubstr("option box"));
+    EXPECT_THAT(errorOf("menuItem -parent testMenu -insertAfter nobody -label x"),
+                HasSubstr("nobody"));
+    EXPECT_EQ(runInt("menuItem -e -data 7 -visible false cut; menuItem -q -data cut"), 7);
+    EXPECT_FALSE(item("cut")->isVisible());
+
+    run("menuItem -parent testMenu -subMenu true -label Sub sub; menuItem -label In in");
+    EXPECT_EQ(runInt("menu -q -numberOfItems sub"), 1) << "a sub-menu is a menu";
+    run("menu -e -deleteAllItems sub");
+    EXPECT_EQ(runInt("menu -q -numberOfItems sub"), 0);
+    EXPECT_EQ(runInt("menuItem -exists in"), 0);
+    run("deleteUI -m testMenu");
+}
+
 TEST_F(Menus, AnItemMayDeleteItsOwnMenu) {
     run("global string $gMainWindow; menu -parent $gMainWindow -label M testMenu;"
         "menuItem -label X -command \"deleteUI -m testMenu\" itemX");

@@ -123,7 +123,7 @@ TEST_F(TimeSliderTest, RangesMoveAndResizeByDragging) {
     moveTo(slider(), onFrame(18));
     moveTo(slider(), onFrame(20));
     EXPECT_THAT(range(), ElementsAre(15, 26));
-    EXPECT_EQ(now(), 17) << "the time goes along";
+    EXPECT_EQ(now(), 20) << "the time goes along";
     release();
     EXPECT_EQ(changes, 2);
     moveTo(slider(), onFrame(16));
@@ -164,6 +164,36 @@ TEST_F(TimeSliderTest, PlaybackLoopsInItsRangeUntilStopped) {
     run("currentTime 6; play -wait");
     EXPECT_EQ(now(), 8);
     host::Playback::instance().setEveryFrame(false);
+}
+
+TEST_F(TimeSliderTest, PlaybackOptionsSayHowTheRangeIsPlayed) {
+    run("playbackOptions -minTime 1 -maxTime 5 -playbackSpeed 0 -maxPlaybackSpeed 0; currentTime "
+        "1");
+    std::vector<double> heard;
+    const int listener = host::events::listen("timeChanged", [&] { heard.push_back(now()); });
+    run("playbackOptions -by 2 -loop \"once\"; play");
+    EXPECT_TRUE(uitest::waitFor([&] { return !MAnimControl::isPlaying(); }));
+    EXPECT_THAT(heard, ElementsAre(3, 5));
+    heard.clear();
+    run("playbackOptions -by 1 -loop \"oscillate\"; currentTime 3; play");
+    EXPECT_TRUE(uitest::waitFor([&] { return heard.size() > 9; }));
+    run("play -state off");
+    host::events::removeListener(listener);
+    heard.resize(9);
+    EXPECT_THAT(heard, ElementsAre(3, 4, 5, 4, 3, 2, 1, 2, 3));
+
+    EXPECT_EQ(runString("playbackOptions -q -loop"), "oscillate");
+    EXPECT_EQ(run("playbackOptions -q -playbackSpeed").toFloat(), 0);
+    EXPECT_NE(errorOf("playbackOptions -loop \"never\" -minTime 3"), "");
+    EXPECT_NE(errorOf("playbackOptions -playbackSpeed -1"), "");
+    EXPECT_EQ(run("playbackOptions -q -minTime").toFloat(), 1) << "a refused call changes nothing";
+    EXPECT_EQ(runString("playbackOptions -q -loop"), "oscillate");
+    run("playbackOptions -minTime 2 -maxTime 9");
+    run("undo");
+    EXPECT_EQ(run("playbackOptions -q -maxTime").toFloat(), 5);
+    run("redo");
+    EXPECT_EQ(run("playbackOptions -q -maxTime").toFloat(), 9);
+    run("playbackOptions -loop \"continuous\" -playbackSpeed 1 -maxPlaybackSpeed 1");
 }
 
 TEST_F(TimeSliderTest, PlaybackRunsAtTheRateOfTheTimeUnit) {

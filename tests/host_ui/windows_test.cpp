@@ -65,6 +65,31 @@ TEST_F(Windows, AFloatingViewOfItsOwn) {
     EXPECT_EQ(runString("getPanel -withFocus"), "modelPanel4");
 }
 
+TEST_F(Windows, StandWhereScriptsPutThemAndTellWhenTheyClose) {
+    run("global int $closed; $closed = 0; window -widthHeight 200 100 -closeCommand"
+        " \"$closed = 1\" middle; showWindow middle");
+    const QWidget* middle = MQtUtil::findWindow("middle");
+    ASSERT_NE(middle, nullptr);
+    uitest::settle();
+    EXPECT_TRUE(window->geometry().contains(middle->geometry())) << "over the main window";
+    EXPECT_LT((middle->geometry().center() - window->geometry().center()).manhattanLength(), 4);
+    run("window -e -topLeftCorner 40 60 -sizeable false middle");
+    EXPECT_EQ(middle->pos(), QPoint(60, 40));
+    EXPECT_EQ(runInt("window -q -topEdge middle"), 40);
+    EXPECT_EQ(runInt("window -q -leftEdge middle"), 60);
+    EXPECT_EQ(runInt("window -q -sizeable middle"), 0);
+    EXPECT_EQ(middle->maximumSize(), QSize(200, 100));
+    run("window -e -visible false middle; window -e -sizeable true -visible true middle");
+    EXPECT_EQ(middle->pos(), QPoint(60, 40)) << "shown again, it stays";
+    EXPECT_EQ(runInt("window -q -sizeable middle"), 1);
+    MQtUtil::findWindow("middle")->close();
+    uitest::settle();
+    EXPECT_EQ(runInt("$closed"), 1);
+    EXPECT_EQ(runInt("window -exists middle"), 0);
+    EXPECT_THAT(errorOf("window -shiny 1"), HasSubstr("Invalid flag '-shiny'."));
+    EXPECT_THAT(errorOf("window -e -title x middle"), HasSubstr("Object 'middle' not found."));
+}
+
 TEST_F(Windows, WrongCallsSayWhatIsWrong) {
     EXPECT_THAT(errorOf("window -shiny"), HasSubstr("-shiny"));
     EXPECT_THAT(errorOf("paneLayout -configuration \"quad\" -parent MayaWindow x"),

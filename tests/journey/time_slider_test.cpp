@@ -174,6 +174,40 @@ TEST_F(TimeSliderMarkers, ADraggedRangeTakesItsDrawingsAlong) {
     EXPECT_THAT(markers(), ElementsAre(5, 10, 13, 19, 28));
 }
 
+TEST_F(TimeSliderMarkers, EveryOperationWorksOnTheHighlight) {
+    using Frames = std::vector<int>;
+    Frames shown{2, 11, 13, 25};
+    drawAt(shown);
+    const auto becomes = [&](const char* operation, const Frames& after) {
+        SCOPED_TRACE(operation);
+        ASSERT_TRUE(run(QStringLiteral("rvVellumFrame ") + QLatin1String(operation)));
+        EXPECT_EQ(markers(), after);
+        ASSERT_TRUE(run(QStringLiteral("undo")));
+        EXPECT_EQ(markers(), shown);
+        // Redo keeps to the range there was, not to the one there is.
+        highlight(1, 1);
+        ASSERT_TRUE(run(QStringLiteral("redo")));
+        EXPECT_EQ(markers(), after);
+        shown = after;
+    };
+    highlight(10, 14);
+    becomes("-insert", {2, 10, 11, 12, 13, 14, 25});
+    highlight(10, 14);
+    becomes("-clear", {2, 10, 11, 12, 13, 14, 25});
+    highlight(10, 14);
+    ASSERT_TRUE(run(QStringLiteral("rvVellumFrame -copy")));
+    highlight(20, 21);
+    becomes("-paste", {2, 10, 11, 12, 13, 14, 20, 21, 22, 23, 24, 25});
+    highlight(12, 22);
+    becomes("-cutFrame", {2, 10, 11, 23, 24, 25});
+    highlight(30, 30);
+    becomes("-paste", {2, 10, 11, 23, 24, 25, 30, 31, 32, 38, 39, 40});
+    highlight(10, 24);
+    becomes("-delete", {2, 25, 30, 31, 32, 38, 39, 40});
+    highlight(26, 31);
+    becomes("-retime 3", {2, 25, 28, 31, 34, 40});
+}
+
 TEST_F(TimeSliderMarkers, FramesThatWouldLandOnOthersAreBlackAndTheMoveIsRefused) {
     drawAt({10, 15, 25, 30});
     ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -draw")));

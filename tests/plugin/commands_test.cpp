@@ -157,8 +157,11 @@ TEST_F(Layers, RefusalsChangeNothing) {
             QStringLiteral("[Vellum2] Invalid command parameters"));
     refuses(QStringLiteral("rvVellumLayer -moveAll nobody persp"),
             QStringLiteral("[Vellum2] Camera does not exist: nobody"));
+    refuses(QStringLiteral("rvVellumLayer -moveAll persp persp"),
+            QStringLiteral("[Vellum2] The layers are on that camera already: persp"));
     EXPECT_FALSE(run(QStringLiteral("rvVellumLayer -e -active 1 persp"))) << "already active";
-    EXPECT_FALSE(run(QStringLiteral("rvVellumLayer -delete 5 persp")));
+    refuses(QStringLiteral("rvVellumLayer -delete 5 persp"),
+            QStringLiteral("[Vellum2] Invalid layer: persp (5)"));
     EXPECT_EQ(stack(QStringLiteral("persp")), before);
     EXPECT_EQ(number(QStringLiteral("rvVellumLayer -q -active shotCam")), -1);
     ASSERT_TRUE(run(QStringLiteral("delete vellum")));
@@ -202,6 +205,62 @@ TEST_F(Layers, UndoRefusesWhatIsNotThereAnyMore) {
     add("c");
     ASSERT_TRUE(run(QStringLiteral("undo")));
     refuses(QStringLiteral("undo"), QStringLiteral("[Vellum2] Node not found"));
+}
+
+TEST_F(Layers, UndoFindsItsOwnLayersWhateverWasDoneBehindIt) {
+    const auto behind = [this](const char* line) {
+        const host::UndoSuspender off;
+        ASSERT_TRUE(run(QString::fromLatin1(line))) << line;
+    };
+    const QString persp = QStringLiteral("persp");
+    for (const char* name : {"a", "b", "c"})
+        add(name);
+    const char* const edits[] = {"-en x 0",     "-ev 0 0",   "-eo 0.5 0",
+                                 "-es 2 0",     "-delete 0", "-mv 0 1",
+                                 "-ins 1 -n n", "-add -n n", "-mv 0 0 -nc shotCam"};
+    for (const char* edit : edits) {
+        SCOPED_TRACE(edit);
+        ASSERT_TRUE(run(QStringLiteral("rvVellumLayer %1 persp").arg(QLatin1String(edit))));
+        behind("rvVellumLayer -ins 0 -n under persp; rvVellumLayer -ins 0 -n under2 shotCam");
+        ASSERT_TRUE(run(QStringLiteral("undo"))) << allErrors().toStdString();
+        // Moves count from the bottom, so the order may be another one.
+        EXPECT_EQ(stack(persp).count(QLatin1Char(' ')), 3) << stack(persp).toStdString();
+        for (const char* name : {"a", "b", "[c]", "under"})
+            EXPECT_TRUE(stack(persp).split(QLatin1Char(' ')).contains(QLatin1String(name)))
+                << stack(persp).toStdString();
+        EXPECT_EQ(stack(QStringLiteral("shotCam")), QStringLiteral("[under2]"));
+        for (int i = 0; i < 4; ++i) {
+            const QString at = QString::number(i);
+            EXPECT_EQ(number(QStringLiteral("rvVellumLayer -qs %1 persp").arg(at)), 0);
+            EXPECT_EQ(number(QStringLiteral("$v = int(`rvVellumLayer -qv %1 persp`)").arg(at)), 1);
+            EXPECT_EQ(number(QStringLiteral("$o = int(`rvVellumLayer -qo %1 persp`)").arg(at)), 1);
+        }
+        // Redo changes the same layer again, and again it comes back.
+        ASSERT_TRUE(run(QStringLiteral("redo; undo"))) << allErrors().toStdString();
+        behind("rvVellumLayer -deleteAll shotCam; rvVellumLayer -deleteAll persp;"
+               "rvVellumLayer -add -n a persp; rvVellumLayer -add -n b persp;"
+               "rvVellumLayer -add -n c persp");
+    }
+
+    // Namesakes in their places are not theirs.
+    ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -eo 0.5 0 persp")));
+    behind("rvVellumLayer -delete 0 persp; rvVellumLayer -ins 0 -n a persp;"
+           "rvVellumLayer -eo 0.25 0 persp");
+    const QString changed =
+        QStringLiteral("[Vellum2] The layers of the camera have changed since.");
+    refuses(QStringLiteral("undo"), changed);
+    EXPECT_EQ(number(QStringLiteral("$o = int(100 * `rvVellumLayer -qo 0 persp`)")), 25);
+    ASSERT_TRUE(run(QStringLiteral("flushUndo; rvVellumLayer -moveAll shotCam persp")));
+    behind("rvVellumLayer -delete 1 shotCam");
+    refuses(QStringLiteral("undo"), changed);
+    EXPECT_EQ(stack(QStringLiteral("shotCam")), QStringLiteral("a [c]"));
+    behind("rvVellumLayer -deleteAll shotCam");
+    ASSERT_TRUE(
+        run(QStringLiteral("flushUndo; rvVellumLayer -add -n a persp; rvVellumLayer -delete "
+                           "0 persp; undo")));
+    behind("rvVellumLayer -deleteAll persp; rvVellumLayer -add -n a persp");
+    refuses(QStringLiteral("redo"), changed);
+    EXPECT_EQ(stack(persp), QStringLiteral("[a]"));
 }
 
 } // namespace

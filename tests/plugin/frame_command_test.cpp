@@ -15,6 +15,7 @@
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 
+#include <limits>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MSelectionList.h>
 
@@ -136,6 +137,33 @@ TEST_F(Frames, RefusalsSayWhyAndChangeNothing) {
     EXPECT_FALSE(run(line("rvVellumFrame -move 1 2 persp")));
     EXPECT_EQ(times(), line("-"));
     EXPECT_EQ(number(line("file -q -modified")), 1);
+}
+
+TEST_F(Frames, TimesBeyondTheFrameNumbersAreRefused) {
+    document();
+    for (const bool interactive : {true, false}) {
+        pluginState().interactive = interactive;
+        for (const char* flag : {"-insert", "-delete", "-copy", "-paste", "-clear", "-retime 2"}) {
+            ASSERT_TRUE(run(line("currentTime 3000000000")));
+            refuses(line("rvVellumFrame ") + line(flag) + line(" persp"),
+                    line("[Vellum2] Time range is out of bounds: 3000000000 to 3000000001"));
+        }
+        EXPECT_EQ(currentFrame(), std::numeric_limits<int>::max()) << "the last there is";
+        EXPECT_EQ(times(), line("-"));
+    }
+    pluginState().interactive = true;
+    for (const char* time : {"2147483647", "-2147483648", "0"})
+        ASSERT_TRUE(run(line("currentTime ") + line(time) + line("; rvVellumFrame -ins persp")));
+    const char* all = "-2147483648 0 2147483647";
+    EXPECT_EQ(times(), line(all));
+    refuses(line("rvVellumFrame -move -2147483648 -2147483648 2147483647 persp"),
+            line("[Vellum2] Move Failed. Time -4294967296 is out of bounds"));
+    refuses(line("rvVellumFrame -move 2147483647 0 0 persp"),
+            line("[Vellum2] Move Failed. A frame already exists at time 2147483647"));
+    refuses(line("rvVellumFrame -retime 2147483647 -relative"),
+            line("[Vellum2] Retime Failed. Time 4294967294 is out of bounds"));
+    EXPECT_EQ(times(), line(all));
+    undoable(line("currentTime 2147483647; rvVellumFrame -del persp"), all, "-2147483648 0");
 }
 
 TEST_F(Frames, AnUndoThatIsRefusedWaitsInTheQueue) {

@@ -2,6 +2,8 @@
 #include "support/Hand.h"
 #include "support/Session.h"
 
+#include "plugin/leaves/CommandStrings.h"
+
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
 #include "ui/MainWindow.h"
@@ -233,6 +235,30 @@ TEST_F(MainMenu, FloatingViewShowsNothingButTheDrawing) {
     EXPECT_EQ(text(QStringLiteral("modelPanel -q -camera rvVellumFloatingModelPanel")),
               QStringLiteral("vellumCam"));
     EXPECT_EQ(number(QStringLiteral("size(`ls -type camera \"vellumCam*\"`)")), 1);
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow")));
+}
+
+TEST_F(MainMenu, HostileNamesRunNothing) {
+    const QString hostile = QStringLiteral("\"; $hurt = 1; `global int $hurt = 1` \\ \" //");
+    ASSERT_TRUE(run(QStringLiteral("global int $hurt; $hurt = 0; "
+                                   "rvVellumNode -layer -camera persp -layerName ") +
+                    command::quote(hostile)));
+    const auto name = [this](const char* camera) {
+        return text(QStringLiteral("rvVellumLayer -qn 0 ") + QLatin1String(camera)).toStdString();
+    };
+    EXPECT_EQ(name("persp"), hostile.toStdString());
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fvm persp")));
+    EXPECT_EQ(name("vellumCam"), hostile.toStdString()) << "moved with its name";
+    // What Maya makes of such a name for a camera is what the drawing knows it by.
+    ASSERT_TRUE(run(QStringLiteral("string $made[] = `camera`; rename $made[0] ") +
+                    command::quote(hostile)));
+    const QString camera = text(QStringLiteral("$vlPicked = stringArrayToString(`ls -sl`, \"\")"));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -add ") + command::quote(camera)));
+    ASSERT_TRUE(run(QStringLiteral("window -e -visible false rvVlFloatingWindow;"
+                                   "rvVellumUtil -fvm ") +
+                    command::quote(camera)));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count vellumCam")), 2);
+    EXPECT_EQ(number(QStringLiteral("$vlHurt = $hurt")), 0);
     ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow")));
 }
 

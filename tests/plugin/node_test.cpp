@@ -1,6 +1,9 @@
 // The node and its command, through the script line of a host with the real plug-in.
 #include "support/Session.h"
 
+#include "ui/MainWindow.h"
+#include "ui/TimeSlider.h"
+
 #include <QTemporaryDir>
 
 namespace vellum::test {
@@ -49,6 +52,25 @@ TEST_F(Node, FirstLayerAndFramesComeWithTheNode) {
     ASSERT_TRUE(run(QStringLiteral("undo")));
     ASSERT_TRUE(run(QStringLiteral("redo")));
     EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 1) << "redo adds none again";
+}
+
+TEST_F(Node, FramesComeOverTheHighlightedRangeIfThatIsOneToFill) {
+    const auto highlightAndCreate = [this](double start, double end) {
+        window->timeSlider().setRange(host::TimeSlider::Range{start, end});
+        ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp -frame")));
+    };
+    highlightAndCreate(1, 10);
+    // Frames at 1 to 9: from the last there is nowhere to go but round to the first.
+    ASSERT_TRUE(run(QStringLiteral("currentTime 1; rvVellumFrame -stepBack persp")));
+    EXPECT_EQ(number(QStringLiteral("$now = int(`currentTime -q`)")), 9);
+    ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+    errors.clear();
+    highlightAndCreate(-2000000000, 2000000000);
+    EXPECT_TRUE(errors.contains(
+        QStringLiteral("[Vellum2] Cannot insert more than 1000000 frames at once")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 1);
+    ASSERT_TRUE(run(QStringLiteral("currentTime 5; rvVellumFrame -stepBack persp")));
+    EXPECT_EQ(number(QStringLiteral("$now = int(`currentTime -q`)")), 5) << "there is no frame";
 }
 
 TEST_F(Node, ModesWithoutMeaningAreRefused) {

@@ -101,6 +101,8 @@ protected:
 };
 
 TEST_F(Registration, AFailedLoadSaysWhyAndLeavesTheProgramAlone) {
+    run(QStringLiteral(
+        "scriptJob -f -k `scriptJob -e SceneSaved \"\"`")); // the host listens from here
     const std::size_t listeners = host::events::listenerCount();
     for (const Step& step : steps()) {
         SCOPED_TRACE(step.step);

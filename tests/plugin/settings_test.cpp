@@ -2,6 +2,7 @@
 #include "plugin/leaves/Tool.h"
 #include "plugin/leaves/ToolOptions.h"
 
+#include "support/Seed.h"
 #include "support/Session.h"
 
 #include "foundation/Faults.h"
@@ -14,6 +15,7 @@
 #include <QTextStream>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <random>
 #ifdef Q_OS_UNIX
 #include <sys/resource.h>
 #endif
@@ -172,6 +174,109 @@ TEST_F(SettingsFile, KeysStandInTheirOrderWhateverTheFileLookedLike) {
     loadSettingsFrom(path());
     EXPECT_EQ(settings().activeTool, 2);
     EXPECT_TRUE(settings().ghostNext);
+}
+
+TEST_F(SettingsFile, ObjectsInTheFileAreNeitherBuiltNorLost) {
+    // Lists, polygons and dates of two thousand million elements, plain, escaped and torn apart.
+    const QByteArray later = "text=\"a; b\"\n"
+                             "list=\"@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff\\0)\"\n"
+                             "texts=@Variant(\\0\\0\\0\\v\\x7f\\xff\\xff\\xff\\0)\n"
+                             "polygon=1, \\x40Va\\qriant(\\0\\0\\0G\\x7f\\xff\\xff\\xff\\0)\n"
+                             "torn=\"@Vari\"\"ant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff\\0)\"\n"
+                             "octal=\\100Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff\\0)\n"
+                             "date=@DateTime(\\0\\0\\0\\x10\\xff\\xff)\n"
+                             "spread=one\\\ntwo\n";
+    const QByteArray list = "@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff\\0)\n";
+    const QByteArray color = "@Variant(\\0\\0\\0\\x43\\x1\\xff\\xff\\x1\\x1\\x2\\x2\\x3\\x3\\0\\0)";
+    load(QString::fromLatin1("lost=1\n[later]\n" + later + "[tools]\npencilSize=9\nactiveColor=" +
+                             color + "\nghostColorOverridePrev=" + list +
+                             "ghostColorOverrideNext=\"@Variant(\\0\\0\\0\\x430)\"\n"
+                             "[main]\nmainMenuName=" +
+                             list +
+                             "; a comment\n"
+                             "toolboxGeometry=\"never closed\n[preferences]\nstranger=\\"));
+    EXPECT_EQ(settings().pencilSize, 9) << "what is sound counts";
+    EXPECT_EQ(settings().activeColor, QColor(1, 2, 3));
+    EXPECT_EQ(settings().ghostColorOverridePrev, QColor(0, 128, 0));
+    EXPECT_EQ(settings().ghostColorOverrideNext, QColor(128, 0, 0));
+    EXPECT_EQ(settings().mainMenuName, QStringLiteral("VL2"));
+
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(saveSettingsTo(path()));
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray text = file.readAll();
+        EXPECT_TRUE(text.endsWith("\n[General]\nlost=1\n\n[later]\n" + later)) << text.constData();
+        EXPECT_TRUE(text.startsWith("[main]\nversion=1\nmainMenuName=VL2\n"));
+        EXPECT_EQ(text.count("version="), 1);
+        EXPECT_EQ(text.count("pencilSize="), 1);
+    }
+    resetSettings();
+    loadSettingsFrom(path());
+    EXPECT_EQ(settings().pencilSize, 9);
+    EXPECT_EQ(settings().activeColor, QColor(1, 2, 3));
+}
+
+TEST_F(SettingsFile, DamageNeverReachesWhatIsSaved) {
+    const auto content = [this] {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    write(QStringLiteral("[later]\nlist=\"a, b\", c\nlines=one\\\ntwo\n[main]\nstranger=1\n"));
+    settings().mainMenuName = QStringLiteral("\"Скетч\"; @[x]");
+    settings().toolboxGeometry = QByteArray::fromHex("00ff0d0a2c2240");
+    ASSERT_TRUE(saveSettingsTo(path()));
+    const QByteArray sound = content();
+    std::mt19937 random(support::seed());
+    const auto pick = [&random](int count) {
+        return std::uniform_int_distribution<int>(0, count - 1)(random);
+    };
+    const QByteArray hostile = "\"\\;@[]=\n\r,%x0(\xff";
+    for (int round = 0; round < 150; ++round) {
+        QByteArray text = sound;
+        for (int damage = 1 + pick(6); damage > 0; --damage) {
+            const int at = pick(static_cast<int>(text.size()));
+            if (pick(3) == 0)
+                text.remove(at, 1 + pick(40));
+            else
+                text.insert(at, hostile[pick(static_cast<int>(hostile.size()))]);
+        }
+        SCOPED_TRACE("VELLUM_TEST_SEED=" + std::to_string(support::seed()) + " " +
+                     text.toStdString());
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+        file.close();
+        resetSettings();
+        loadSettingsFrom(path());
+        for (int tool = 0; tool < kDrawToolCount; ++tool) {
+            EXPECT_GE(toolSize(tool), 1);
+            EXPECT_LE(toolSize(tool), 100);
+        }
+        ASSERT_TRUE(saveSettingsTo(path()));
+        const QByteArray saved = content();
+        ASSERT_TRUE(saved.startsWith("[main]\nversion=1\n"));
+        // Whatever stays of the strangers, the known keys read and are written as they were.
+        resetSettings();
+        loadSettingsFrom(path());
+        ASSERT_TRUE(saveSettingsTo(path()));
+        ASSERT_EQ(content().toStdString(), saved.toStdString());
+    }
+}
+
+TEST_F(SettingsFile, WhatIsNoFileIsLeftAlone) {
+    ASSERT_TRUE(QDir().mkpath(path() + QStringLiteral("/inside")));
+    loadSettingsFrom(path());
+    EXPECT_EQ(settings().pencilSize, 6);
+    EXPECT_FALSE(saveSettingsTo(path()));
+    EXPECT_TRUE(QFileInfo(path() + QStringLiteral("/inside")).isDir());
+    ASSERT_TRUE(QDir(path()).removeRecursively());
+    // Larger than any settings, at no cost on the disk.
+    QFile file(path());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64(1) << 40));
+    loadSettingsFrom(path());
+    EXPECT_EQ(settings().pencilSize, 6);
+    EXPECT_FALSE(saveSettingsTo(path()));
+    EXPECT_EQ(file.size(), qint64(1) << 40);
 }
 
 #ifdef Q_OS_UNIX

@@ -13,6 +13,7 @@
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
 
+#include <QScreen>
 #include <QTest>
 #include <maya/M3dView.h>
 
@@ -92,6 +93,51 @@ void ToolSession::release(Qt::MouseButton button) {
 
 void ToolSession::key(Qt::Key code, bool down) {
     hand_->key(code, down);
+}
+
+void ToolSession::type(std::initializer_list<Qt::Key> keys) {
+    for (const Qt::Key each : keys)
+        hand_->type({each});
+}
+
+void ToolSession::pen(host::InputInjector::TabletPhase phase, QPoint viewPixel, double pressure,
+                      bool eraser) {
+    host::InputInjector::tablet(view().window()->windowHandle(), phase,
+                                host::InputInjector::toScreen(&view(), viewPixel), pressure,
+                                eraser);
+    support::settle();
+}
+
+std::size_t ToolSession::sampled() {
+    const Stroke* stroke = document()->currentStroke();
+    return stroke ? stroke->points.size() : 0;
+}
+
+void ToolSession::drawTo(QPoint from, QPoint to) {
+    moveTo(from);
+    press();
+    const Stroke* stroke = document()->currentStroke();
+    ASSERT_NE(stroke, nullptr);
+    const bool text = stroke->tool == tool::kText;
+    ASSERT_TRUE(waitFor([&] { return sampled() == (text ? 1U : 2U); }));
+    const StrokePoint before = document()->currentStroke()->points.back();
+    moveTo(to);
+    ASSERT_TRUE(waitFor([&] {
+        const StrokePoint& last = document()->currentStroke()->points.back();
+        return last.x != before.x || last.y != before.y;
+    }));
+}
+
+void ToolSession::drawLine(QPoint from, QPoint to) {
+    drawTo(from, to);
+    release();
+}
+
+QImage ToolSession::onScreen() {
+    const QPoint corner = view().mapTo(window.get(), QPoint(0, 0));
+    return window->screen()
+        ->grabWindow(window->winId(), corner.x(), corner.y(), view().width(), view().height())
+        .toImage();
 }
 
 } // namespace vellum::test

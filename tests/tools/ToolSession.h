@@ -6,9 +6,12 @@
 #include "support/Hand.h"
 #include "tools/raster/Stroke.h"
 
+#include "ui/InputInjector.h"
+
 #include <QImage>
 #include <QPoint>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 
 namespace host {
@@ -43,6 +46,20 @@ protected:
     void press(Qt::MouseButton button = Qt::LeftButton);
     void release(Qt::MouseButton button = Qt::LeftButton);
     void key(Qt::Key key, bool down);
+
+    void type(std::initializer_list<Qt::Key> keys); ///< one after the other
+    /// A sign of the pen over the view; it goes with no pointer.
+    void pen(host::InputInjector::TabletPhase phase, QPoint viewPixel, double pressure,
+             bool eraser = false);
+
+    /// Points of the stroke in progress.
+    std::size_t sampled();
+    /// Presses and drags from one pixel of the view to another; the button stays down.
+    void drawTo(QPoint from, QPoint to);
+    void drawLine(QPoint from, QPoint to); ///< and lets go
+
+    /// The view as the X server shows it.
+    QImage onScreen();
 
     static bool waitFor(const std::function<bool()>& condition);
 

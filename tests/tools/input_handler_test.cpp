@@ -23,7 +23,7 @@ public:
         typed += event.text();
         return true;
     }
-    void typeText(const QString& text) override { typed += text; }
+    void typeText(const QString& text, const QString&) override { typed += text; }
     void commitText() override { ++commits; }
     QString typed;
     int commits = 0;

@@ -269,3 +269,50 @@ TEST_F(Sampling, PointerOutOfSightYieldsNothing) {
     manager_.stop();
     EXPECT_TRUE(stroke_.points.empty());
 }
+
+// A pen that is down but has told no pressure yet: nothing is lost, and nothing waits for ever.
+TEST(InputWorkerPoll, HoldsPositionsBackUntilThePressureIsKnown) {
+    std::vector<std::pair<QPoint, float>> sent;
+    const auto worker = [&](int polls, bool pressure) {
+        sent.clear();
+        std::deque<QPoint> way;
+        for (int i = 0; i < polls; ++i)
+            way.emplace_back(10 + i, 20);
+        auto made = std::make_unique<InputWorker>(std::make_unique<ScriptedPoller>(way),
+                                                  options(6, pressure));
+        QObject::connect(
+            made.get(), &InputWorker::MousePositionChanged,
+            [&](const QPoint& p, int, float opacity, float) { sent.emplace_back(p, opacity); });
+        return made;
+    };
+    pluginState().tabletPressure = 1.0F;
+    pluginState().pressureAwaited = true;
+    const auto told = worker(4, true);
+    told->poll();
+    told->poll();
+    EXPECT_TRUE(sent.empty());
+    pluginState().tabletPressure = 0.25F;
+    pluginState().pressureAwaited = false;
+    told->poll();
+    ASSERT_EQ(sent.size(), 4U); // the first one twice
+    for (std::size_t i = 0; i < sent.size(); ++i) {
+        EXPECT_EQ(sent[i].first.x(), 10 + int(i));
+        EXPECT_FLOAT_EQ(sent[i].second, 0.25F);
+    }
+
+    pluginState().tabletPressure = 1.0F;
+    pluginState().pressureAwaited = true;
+    const auto silent = worker(100, true);
+    for (int i = 0; i < 100; ++i)
+        silent->poll();
+    EXPECT_EQ(sent.size(), 101U);
+    const auto lifted = worker(3, true);
+    lifted->poll();
+    EXPECT_TRUE(sent.empty());
+    lifted->releaseHeld();
+    EXPECT_EQ(sent.size(), 2U);
+    const auto mouse = worker(3, false);
+    mouse->poll();
+    EXPECT_EQ(sent.size(), 2U) << "who does not ask for pressure does not wait";
+    pluginState().pressureAwaited = false;
+}

@@ -169,6 +169,9 @@ void DrawContext::startSampling(int number) {
         ThreadManager::instance().start(std::move(target));
         return;
     }
+    // The release would go with the view. Not at once: the view is being deleted then.
+    viewClosed_ = QObject::connect(
+        widget, &QObject::destroyed, &handler_, [this] { endStroke(); }, Qt::QueuedConnection);
     ThreadManager::instance().start(
         std::move(target), CursorPoller::forView(*widget, view.portWidth(), view.portHeight()),
         optionsOf(number));
@@ -202,8 +205,7 @@ MStatus DrawContext::doRelease(MEvent& event) {
         ThreadManager::instance().finish(QPoint(at.x + 1, at.y + 2));
         endStroke();
     }
-    pluginState().tabletPressure = 1.0F;
-    pluginState().tabletEraser = false;
+    handler_.forgetPen();
     return MS::kSuccess;
 }
 
@@ -229,6 +231,8 @@ bool DrawContext::typeKey(const QKeyEvent& event) {
     if (isCommandKey(event))
         return false;
     QString& text = stroke->text;
+    text.chop(composing_);
+    composing_ = 0;
     switch (event.key()) {
     case Qt::Key_Escape:
         commitText();
@@ -249,26 +253,32 @@ bool DrawContext::typeKey(const QKeyEvent& event) {
             text += event.text();
         break;
     }
-    stroke->dirty = true;
-    if (BaseNode* drawn = node())
-        drawn->forceRedraw();
+    textChanged(*stroke);
     return true;
 }
 
-void DrawContext::typeText(const QString& text) {
+void DrawContext::typeText(const QString& text, const QString& composing) {
     Stroke* stroke = strokeInProgress();
     if (!isTextStroke())
         return;
-    stroke->text += text;
-    stroke->dirty = true;
+    stroke->text.chop(composing_);
+    stroke->text += text + composing;
+    composing_ = composing.size();
+    textChanged(*stroke);
+}
+
+void DrawContext::textChanged(Stroke& stroke) {
+    stroke.dirty = true;
     if (BaseNode* drawn = node())
         drawn->forceRedraw();
 }
 
 void DrawContext::commitText() {
-    handler_.setTextTarget(nullptr);
-    if (document_ && isTextStroke())
-        commit();
+    handler_.setTextTarget(nullptr); // an input method settles what is being composed
+    if (!document_ || !isTextStroke())
+        return;
+    typeText(QString(), QString());
+    commit();
 }
 
 // Merges the stroke through its command. The stroke belongs to the frame that was current at the
@@ -298,6 +308,8 @@ void DrawContext::commit() {
 }
 
 void DrawContext::forgetStroke() {
+    QObject::disconnect(viewClosed_);
+    composing_ = 0;
     document_.reset();
     nodeHandle_ = MObjectHandle();
     camera_.clear();

@@ -33,10 +33,13 @@ public:
     MStatus doDrag(MEvent& event) override;
     MStatus doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                    const MHWRender::MFrameContext& context) override;
+    using MPxContext::doHold;
+    MStatus doHold(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                   const MHWRender::MFrameContext& context) override;
     MStatus helpStateHasChanged(MEvent& event) override;
 
     bool typeKey(const QKeyEvent& event) override;
-    void typeText(const QString& text) override;
+    void typeText(const QString& text, const QString& composing) override;
     void commitText() override;
 
 private:
@@ -56,6 +59,7 @@ private:
     void beginStroke();
     void startSampling(int tool);
     void makeLayersOfViewCurrent();
+    void textChanged(Stroke& stroke);
     void endStroke();
     void commit();
     void forgetStroke();
@@ -71,6 +75,8 @@ private:
     int pressFrame_ = 0; ///< frame drawn on
     int addedLayer_ = -1;
     bool frameAdded_ = false;
+    int composing_ = 0; ///< units at the end of the text that an input method has not settled
+    QMetaObject::Connection viewClosed_;
 
     Adjusting adjusting_ = Adjusting::Nothing;
     int adjustedTool_ = 0;

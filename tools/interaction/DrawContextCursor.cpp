@@ -79,6 +79,15 @@ MStatus DrawContext::doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManage
     return MS::kSuccess;
 }
 
+// What a tool shows lasts until its next event, and a press is held before it is dragged.
+MStatus DrawContext::doHold(MEvent&, MHWRender::MUIDrawManager& drawManager,
+                            const MHWRender::MFrameContext&) {
+    const DrawManagerScope scope(drawManager_, drawManager);
+    if (adjusting_ != Adjusting::Nothing)
+        drawSizeCursor(cursorRadius_);
+    return MS::kSuccess;
+}
+
 void DrawContext::beginAdjusting(Adjusting what, const MEvent& event) {
     if (!activeNode())
         return;

@@ -21,6 +21,8 @@ namespace {
 constexpr int kPanZoomKey = Qt::Key_Backslash;
 constexpr int kSizeKey = Qt::Key_B;
 constexpr int kOpacityKey = Qt::Key_M;
+// A press that long after the pen's last sign comes from a mouse.
+constexpr int kPenGoneMs = 1000;
 
 bool isPlainRightPress(const QMouseEvent& event) {
     return event.type() == QEvent::MouseButtonPress && event.button() == Qt::RightButton &&
@@ -31,6 +33,15 @@ QWidget* activeViewWidget() {
     MStatus status;
     const M3dView view = M3dView::active3dView(&status);
     return status == MS::kSuccess ? view.widget() : nullptr;
+}
+
+bool isView(const QWidget* widget) {
+    M3dView view;
+    for (unsigned i = 0; widget && i < M3dView::numberOf3dViews(); ++i) {
+        if (M3dView::get3dView(i, view) == MS::kSuccess && view.widget() == widget)
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -88,8 +99,7 @@ void DrawContextInputHandler::activate(bool active) {
             menu_->close();
         return;
     }
-    pluginState().tabletPressure = 1.0F;
-    pluginState().tabletEraser = false;
+    forgetPen();
     mainWindow_ = MQtUtil::mainWindow();
     if (mainWindow_)
         mainWindow_->installEventFilter(this);
@@ -122,6 +132,14 @@ void DrawContextInputHandler::commitPendingText() {
     target->commitText();
 }
 
+void DrawContextInputHandler::forgetPen() {
+    pluginState().tabletPressure = 1.0F;
+    pluginState().tabletEraser = false;
+    pluginState().pressureAwaited = false;
+    penDown_ = pressureKnown_ = false;
+    sinceTablet_.invalidate();
+}
+
 // Dead keys and input methods reach only widgets that ask for them.
 void DrawContextInputHandler::acceptInputMethod(bool accept) {
     for (const QPointer<QWidget>& view : views_) {
@@ -140,7 +158,7 @@ bool DrawContextInputHandler::eventFilter(QObject* watched, QEvent* event) {
     };
     bool consumed = false;
     if (std::any_of(views_.begin(), views_.end(), isWatched))
-        consumed = filterView(event);
+        consumed = filterView(*static_cast<QWidget*>(watched), event);
     else if (watched == timeSlider_.data())
         consumed = filterTimeSlider(*event);
     else if (watched == mainWindow_.data())
@@ -148,7 +166,7 @@ bool DrawContextInputHandler::eventFilter(QObject* watched, QEvent* event) {
     return consumed || QObject::eventFilter(watched, event);
 }
 
-bool DrawContextInputHandler::filterView(QEvent* event) {
+bool DrawContextInputHandler::filterView(const QWidget& view, QEvent* event) {
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
@@ -161,20 +179,24 @@ bool DrawContextInputHandler::filterView(QEvent* event) {
         return false;
     case QEvent::InputMethod: {
         const auto* input = static_cast<QInputMethodEvent*>(event);
-        if (!textTarget_ || input->commitString().isEmpty())
+        if (!textTarget_)
             return false;
-        textTarget_->typeText(input->commitString());
+        textTarget_->typeText(input->commitString(), input->preeditString());
         event->accept();
         return true;
     }
     default:
-        return false;
+        // Keys pressed in a window of its own do not come by the main window.
+        return view.window() != mainWindow_ && filterKey(event);
     }
 }
 
 bool DrawContextInputHandler::filterMouse(const QMouseEvent& event) {
     if (event.type() == QEvent::MouseButtonPress)
         commitPendingText();
+    if (event.type() != QEvent::MouseButtonRelease && sinceTablet_.isValid() &&
+        sinceTablet_.hasExpired(kPenGoneMs))
+        forgetPen();
     if (!isPlainRightPress(event) || !settings().drawToolContextMenu || panZoomKeyHeld_)
         return false;
     showMenu(makeDrawMenu(mainWindow_));
@@ -183,9 +205,17 @@ bool DrawContextInputHandler::filterMouse(const QMouseEvent& event) {
 
 void DrawContextInputHandler::readTablet(const QTabletEvent& event) {
     const auto raw = static_cast<float>(event.pressure());
+    sinceTablet_.start();
     pluginState().tabletEraser = qt::isEraser(&event);
-    if (raw > 0.0F)
+    if (raw > 0.0F) {
         pluginState().tabletPressure = pressureCurve(std::min(raw, 1.0F));
+        pressureKnown_ = true;
+    }
+    if (event.type() == QEvent::TabletRelease)
+        penDown_ = false;
+    else if (event.type() == QEvent::TabletPress || event.buttons() != Qt::NoButton)
+        penDown_ = true;
+    pluginState().pressureAwaited = penDown_ && !pressureKnown_;
 }
 
 bool DrawContextInputHandler::filterTimeSlider(const QEvent& event) {
@@ -197,6 +227,21 @@ bool DrawContextInputHandler::filterTimeSlider(const QEvent& event) {
 }
 
 bool DrawContextInputHandler::filterMainWindow(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::TabletMove:
+    case QEvent::TabletPress: {
+        // The press that begins the first stroke in a view comes before the view is watched.
+        const auto* tablet = static_cast<QTabletEvent*>(event);
+        if (isView(mainWindow_->childAt(qt::position(tablet).toPoint())))
+            readTablet(*tablet);
+        return false;
+    }
+    default:
+        return filterKey(event);
+    }
+}
+
+bool DrawContextInputHandler::filterKey(QEvent* event) {
     switch (event->type()) {
     case QEvent::ShortcutOverride:
         // Otherwise a hotkey on the same key fires and the press never comes.

@@ -3,6 +3,7 @@
 // every view drawn in. Main thread only.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -24,7 +25,9 @@ public:
 
     /// False when the key is not for the text; it then goes on to Maya.
     virtual bool typeKey(const QKeyEvent& event) = 0;
-    virtual void typeText(const QString& text) = 0;
+    /// From an input method. `composing` is not final: it stands behind the text until the next
+    /// call replaces it.
+    virtual void typeText(const QString& text, const QString& composing) = 0;
     /// Ends the text. The target calls setTextTarget(nullptr).
     virtual void commitText() = 0;
 };
@@ -49,6 +52,9 @@ public:
 
     /// Adds the active 3D view to those whose events are seen.
     void watchActiveView();
+
+    /// The pen is lifted: full pressure and no eraser until it tells otherwise.
+    void forgetPen();
 
     bool sizeKeyHeld() const { return sizeKeyHeld_; }
     bool opacityKeyHeld() const { return opacityKeyHeld_; }
@@ -99,9 +105,10 @@ public Q_SLOTS:
     void ClearAll();
 
 private:
-    bool filterView(QEvent* event);
+    bool filterView(const QWidget& view, QEvent* event);
     bool filterMouse(const QMouseEvent& event);
     void readTablet(const QTabletEvent& event);
+    bool filterKey(QEvent* event);
     bool filterTimeSlider(const QEvent& event);
     bool filterMainWindow(QEvent* event);
     bool keyPressed(const QKeyEvent& event);
@@ -116,7 +123,10 @@ private:
     TextTarget* textTarget_ = nullptr;
     QPointer<QWidget> timeSlider_;
     QPointer<QWidget> mainWindow_;
-    QPointer<QMenu> menu_; ///< the one that is open
+    QPointer<QMenu> menu_;      ///< the one that is open
+    QElapsedTimer sinceTablet_; ///< invalid until a pen is used
+    bool penDown_ = false;
+    bool pressureKnown_ = false; ///< told since the pen is down
     bool panZoomKeyHeld_ = false;
     bool sizeKeyHeld_ = false;
     bool opacityKeyHeld_ = false;

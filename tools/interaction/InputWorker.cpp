@@ -11,6 +11,8 @@ namespace vellum {
 namespace {
 
 constexpr int kPeriodMs = 8;
+// A pen that tells no pressure for so many polls draws without.
+constexpr int kLongestWait = 25;
 constexpr int kNowhere = std::numeric_limits<int>::max();
 
 } // namespace
@@ -28,23 +30,42 @@ std::optional<QPoint> InputWorker::look() {
 }
 
 bool InputWorker::poll() {
-    float opacity = options_.opacity;
-    if (options_.pressureEnabled)
-        opacity *= pluginState().tabletPressure.load(std::memory_order_relaxed);
+    const bool holds = awaitsPressure();
+    if (!holds)
+        releaseHeld();
     const std::optional<QPoint> position = look();
     if (!position)
         return false;
     if (*position == lastSent_)
         return true;
-    const bool first = lastSent_ == QPoint(kNowhere, kNowhere);
+    if (lastSent_ == QPoint(kNowhere, kNowhere))
+        held_.push_back(*position - QPoint(1, 0));
+    held_.push_back(*position);
     lastSent_ = *position;
-    if (first)
-        send(*position - QPoint(1, 0), opacity);
-    send(*position, opacity);
+    if (!holds)
+        releaseHeld();
     return true;
 }
 
-void InputWorker::send(QPoint position, float opacity) {
+// Without this a line that begins before the pen's first pressure would begin at full opacity.
+bool InputWorker::awaitsPressure() {
+    if (!options_.pressureEnabled || waits_ >= kLongestWait ||
+        !pluginState().pressureAwaited.load(std::memory_order_relaxed))
+        return false;
+    ++waits_;
+    return true;
+}
+
+void InputWorker::releaseHeld() {
+    for (const QPoint position : held_)
+        send(position);
+    held_.clear();
+}
+
+void InputWorker::send(QPoint position) {
+    float opacity = options_.opacity;
+    if (options_.pressureEnabled)
+        opacity *= pluginState().tabletPressure.load(std::memory_order_relaxed);
     Q_EMIT MousePositionChanged(position, options_.width, opacity, options_.hardness);
 }
 

@@ -7,6 +7,7 @@
 #include <QPoint>
 #include <QSemaphore>
 #include <memory>
+#include <vector>
 
 namespace vellum {
 
@@ -32,6 +33,10 @@ public:
     /// The position poll() would emit, without doing so. Empty when there is none.
     std::optional<QPoint> look();
 
+    /// Emits what is held back because the pen has not told its pressure. poll() does so itself
+    /// once the pressure is known or has been waited for long enough.
+    void releaseHeld();
+
     /// Ends the pause between two polls. From any thread.
     void wake() { wake_.release(); }
 
@@ -46,12 +51,15 @@ Q_SIGNALS:
     void MousePositionChanged(const QPoint& p, int width, float opacity, float hardness);
 
 private:
-    void send(QPoint position, float opacity);
+    bool awaitsPressure();
+    void send(QPoint position);
 
     std::unique_ptr<CursorPoller> poller_;
     SampleOptions options_;
     bool running_ = false;
     QPoint lastSent_; ///< both coordinates the largest int: nothing sent yet
+    std::vector<QPoint> held_;
+    int waits_ = 0; ///< polls in which positions were held back
     QSemaphore wake_;
 };
 

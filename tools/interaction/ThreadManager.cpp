@@ -70,6 +70,7 @@ void ThreadManager::finish(std::optional<QPoint> release) {
     if (!active_ || !joinThread())
         return;
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    worker_->releaseHeld();
     if (!release)
         return;
     // A pointer that has moved on says nothing about the stroke any more.

@@ -162,6 +162,10 @@ void Program::takePicture() {
     idle::drainAll();
     Views::instance().refreshAll(true);
     QTimer::singleShot(0, window_.get(), [this] {
+        // What scripts deleted is gone and the rest has taken its place.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::sendPostedEvents();
+        Views::instance().refreshAll(true);
         const QString path = QString::fromStdString(options_.screenshot);
         QDir().mkpath(QFileInfo(path).absolutePath());
         if (!window_->grab().save(path)) {

@@ -70,6 +70,10 @@ std::vector<MObject> hierarchies(const std::vector<MObject>& tops) {
     return nodes;
 }
 
+bool asksSelection(const ParsedFlags& parsed) {
+    return parsed.isSet("-selection") || parsed.isSet("-orderedSelection");
+}
+
 std::vector<MObject> chosenNodes(const ParsedFlags& parsed) {
     MSelectionList list;
     std::vector<MObject> nodes;
@@ -77,13 +81,13 @@ std::vector<MObject> chosenNodes(const ParsedFlags& parsed) {
         for (const std::string& name : parsed.objectNames())
             for (const NodePtr& node : scene().find(name))
                 nodes.push_back(Access::make(node));
-    } else if (!parsed.isSet("-selection")) {
+    } else if (!asksSelection(parsed)) {
         return allNodes(parsed.isSet("-dagObjects"));
     } else {
         MGlobal::getActiveSelectionList(list);
         return nodesIn(list);
     }
-    if (parsed.isSet("-selection")) {
+    if (asksSelection(parsed)) {
         MSelectionList selected;
         MGlobal::getActiveSelectionList(selected);
         nodes.erase(std::remove_if(nodes.begin(), nodes.end(),
@@ -91,6 +95,34 @@ std::vector<MObject> chosenNodes(const ParsedFlags& parsed) {
                     nodes.end());
     }
     return nodes;
+}
+
+bool isSwitchedOn(const MObject& node, const char* attribute) {
+    MStatus status;
+    const MPlug plug = MFnDependencyNode(node).findPlug(attribute, true, &status);
+    return status && plug.asBool();
+}
+
+/// The flags that ask about the state of a node. Those of the DAG pass nothing else.
+bool passesState(const MObject& node, const ParsedFlags& parsed) {
+    const bool inDag = node.hasFn(MFn::kDagNode);
+    MDagPath path;
+    if (inDag)
+        MDagPath::getAPathTo(node, path);
+    const auto asksFor = [&](const char* flag, bool state) {
+        return !parsed.isSet(flag) || (inDag && state);
+    };
+    if (parsed.isSet("-lockedNodes") && !MFnDependencyNode(node).isLocked())
+        return false;
+    if (parsed.isSet("-undeletable") && !MFnDependencyNode(node).isDefaultNode())
+        return false;
+    return asksFor("-visible", inDag && path.isVisible()) &&
+           asksFor("-invisible", inDag && !path.isVisible()) &&
+           asksFor("-templated", inDag && isSwitchedOn(node, "template")) &&
+           asksFor("-untemplated", inDag && !isSwitchedOn(node, "template")) &&
+           asksFor("-intermediateObjects", inDag && MFnDagNode(node).isIntermediateObject()) &&
+           asksFor("-leaf", inDag && MFnDagNode(node).childCount() == 0) &&
+           asksFor("-geometry", inDag && node.hasFn(MFn::kMesh));
 }
 
 bool passes(const MObject& node, const ParsedFlags& parsed, const Strings& types) {
@@ -110,15 +142,20 @@ bool passes(const MObject& node, const ParsedFlags& parsed, const Strings& types
         return false;
     if (parsed.isSet("-noIntermediate") && inDag && MFnDagNode(node).isIntermediateObject())
         return false;
-    return isOfTypes(node, types, parsed.isSet("-exactType"));
+    const Strings excluded = parsed.allStrings("-excludeType");
+    if (!excluded.empty() && isOfTypes(node, excluded, false))
+        return false;
+    return passesState(node, parsed) && isOfTypes(node, types, parsed.isSet("-exactType"));
 }
 
 Value ls(const CommandCall& call) {
     static const Flags flags = Flags()
                                    .flag("-sl", "-selection")
                                    .flag("-typ", "-type", {ArgKind::String})
-                                   .flag("-ext", "-exactType", {ArgKind::String})
+                                   .flag("-et", "-exactType", {ArgKind::String})
+                                   .flag("-ext", "-excludeType", {ArgKind::String})
                                    .multiUse("-typ")
+                                   .multiUse("-et")
                                    .multiUse("-ext")
                                    .flag("-l", "-long")
                                    .flag("-dag", "-dagObjects")
@@ -128,6 +165,20 @@ Value ls(const CommandCall& call) {
                                    .flag("-as", "-assemblies")
                                    .flag("-dn", "-defaultNodes")
                                    .flag("-ni", "-noIntermediate")
+                                   .flag("-io", "-intermediateObjects")
+                                   .flag("-v", "-visible")
+                                   .flag("-iv", "-invisible")
+                                   .flag("-tm", "-templated")
+                                   .flag("-ut", "-untemplated")
+                                   .flag("-lf", "-leaf")
+                                   .flag("-g", "-geometry")
+                                   .flag("-ln", "-lockedNodes")
+                                   .flag("-ud", "-undeletable")
+                                   // Without instances, components and namespaces that matter:
+                                   .flag("-ap", "-allPaths")
+                                   .flag("-an", "-absoluteName")
+                                   .flag("-o", "-objectsOnly")
+                                   .flag("-os", "-orderedSelection")
                                    .flag("-fl", "-flatten")
                                    .flag("-st", "-showType")
                                    .flag("-hd", "-head", {ArgKind::Int})
@@ -142,7 +193,7 @@ Value ls(const CommandCall& call) {
             throw ScriptError("Unknown object type: " + type);
     std::vector<MObject> chosen = chosenNodes(parsed);
     // Asked about some, -dagObjects lists what is below them too.
-    if (parsed.isSet("-dagObjects") && (!parsed.objects().empty() || parsed.isSet("-selection")))
+    if (parsed.isSet("-dagObjects") && (!parsed.objects().empty() || asksSelection(parsed)))
         chosen = hierarchies(chosen);
     std::vector<MObject> nodes;
     for (const MObject& node : chosen)

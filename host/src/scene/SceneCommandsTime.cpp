@@ -12,6 +12,9 @@
 #include <maya/MFnDependencyNode.h>
 #include <maya/MTime.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace host {
 
 using script::ArgKind;
@@ -43,27 +46,85 @@ Value currentTime(const CommandCall& call) {
     return frameOf(timeline::current());
 }
 
+using timeline::PlaybackOptions;
+
+constexpr const char* kLoopNames[] = {"once", "continuous", "oscillate"}; // as in the enumeration
+
+Value queryPlayback(const ParsedFlags& parsed) {
+    const timeline::Range range = timeline::range();
+    const PlaybackOptions options = timeline::playbackOptions();
+    if (parsed.isSet("-minTime"))
+        return frameOf(range.start);
+    if (parsed.isSet("-maxTime"))
+        return frameOf(range.end);
+    if (parsed.isSet("-animationStartTime"))
+        return frameOf(range.animationStart);
+    if (parsed.isSet("-animationEndTime"))
+        return frameOf(range.animationEnd);
+    if (parsed.isSet("-loop"))
+        return kLoopNames[static_cast<int>(options.loop)];
+    if (parsed.isSet("-playbackSpeed"))
+        return options.speed;
+    if (parsed.isSet("-maxPlaybackSpeed"))
+        return options.maxSpeed;
+    if (parsed.isSet("-by"))
+        return options.by;
+    if (parsed.isSet("-view"))
+        return options.allViews ? "all" : "active";
+    throw ScriptError("No query flag of 'playbackOptions' was specified.");
+}
+
+double notNegative(const ParsedFlags& parsed, const char* flag) {
+    const double value = parsed.getFloat(flag);
+    if (!(value >= 0))
+        throw ScriptError("Invalid value for flag '" + std::string(flag) + "'.");
+    return value;
+}
+
+/// Nothing is changed when one of the values is refused.
+PlaybackOptions editedOptions(const ParsedFlags& parsed) {
+    PlaybackOptions options = timeline::playbackOptions();
+    if (parsed.isSet("-loop")) {
+        const auto* const end = std::end(kLoopNames);
+        const auto* const found = std::find(std::begin(kLoopNames), end, parsed.getString("-loop"));
+        if (found == end)
+            throw ScriptError("Invalid value for flag '-loop'.");
+        options.loop = static_cast<PlaybackOptions::Loop>(found - kLoopNames);
+    }
+    if (parsed.isSet("-playbackSpeed"))
+        options.speed = notNegative(parsed, "-playbackSpeed");
+    if (parsed.isSet("-maxPlaybackSpeed"))
+        options.maxSpeed = notNegative(parsed, "-maxPlaybackSpeed");
+    if (parsed.isSet("-by") && notNegative(parsed, "-by") > 0)
+        options.by = parsed.getFloat("-by");
+    if (parsed.isSet("-view")) {
+        const std::string view = parsed.getString("-view");
+        if (view != "all" && view != "active")
+            throw ScriptError("Invalid value for flag '-view'.");
+        options.allViews = view == "all";
+    }
+    return options;
+}
+
 Value playbackOptions(const CommandCall& call) {
     static const Flags flags = Flags()
                                    .flag("-min", "-minTime", {ArgKind::Time})
                                    .flag("-max", "-maxTime", {ArgKind::Time})
                                    .flag("-ast", "-animationStartTime", {ArgKind::Time})
                                    .flag("-aet", "-animationEndTime", {ArgKind::Time})
+                                   .flag("-l", "-loop", {ArgKind::String})
+                                   .flag("-ps", "-playbackSpeed", {ArgKind::Float})
+                                   .flag("-mps", "-maxPlaybackSpeed", {ArgKind::Float})
+                                   .flag("-by", "-by", {ArgKind::Float})
+                                   .flag("-v", "-view", {ArgKind::String})
                                    .query()
                                    .edit();
     const ParsedFlags parsed = flags.parse(call);
-    timeline::Range range = timeline::range();
-    if (parsed.isQuery()) {
-        if (parsed.isSet("-minTime"))
-            return frameOf(range.start);
-        if (parsed.isSet("-maxTime"))
-            return frameOf(range.end);
-        if (parsed.isSet("-animationStartTime"))
-            return frameOf(range.animationStart);
-        if (parsed.isSet("-animationEndTime"))
-            return frameOf(range.animationEnd);
-        throw ScriptError("No query flag of 'playbackOptions' was specified.");
-    }
+    if (parsed.isQuery())
+        return queryPlayback(parsed);
+    const timeline::Range before = timeline::range();
+    timeline::Range range = before;
+    const PlaybackOptions options = editedOptions(parsed);
     // An outer end given alone never cuts the playback range short of it silently: the inner end
     // follows, as the real command does.
     if (parsed.isSet("-animationStartTime"))
@@ -78,7 +139,17 @@ Value playbackOptions(const CommandCall& call) {
         range.end = atFrame(parsed.getFloat("-maxTime"));
     else if (range.end > range.animationEnd)
         range.end = range.animationEnd;
+    timeline::setPlaybackOptions(options);
+    bool rangeGiven = false;
+    for (const char* flag : {"-minTime", "-maxTime", "-animationStartTime", "-animationEndTime"})
+        rangeGiven = rangeGiven || parsed.isSet(flag);
+    if (!rangeGiven)
+        return Value();
     timeline::setRange(range);
+    // The range is the user's view of the scene, as the current time is: nothing to save.
+    undoQueue().record(makeStep(
+        "playbackOptions", [before] { timeline::setRange(before); },
+        [range] { timeline::setRange(range); }));
     return Value();
 }
 

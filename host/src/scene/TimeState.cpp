@@ -10,6 +10,7 @@ namespace {
 struct State {
     MTime current{1.0, MTime::kFilm};
     Range range;
+    PlaybackOptions options;
     bool playing = false;
     bool scrubbing = false;
     std::function<void(int)> player;
@@ -45,6 +46,14 @@ void setRange(const Range& wanted) {
     next.animationEnd = std::max(next.animationEnd, next.end);
     state().range = next;
     events::emit("playbackRangeChanged");
+}
+
+PlaybackOptions playbackOptions() {
+    return state().options;
+}
+
+void setPlaybackOptions(const PlaybackOptions& options) {
+    state().options = options;
 }
 
 bool isPlaying() {

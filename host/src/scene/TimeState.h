@@ -24,6 +24,19 @@ Range range();
 /// outer ones.
 void setRange(const Range& range);
 
+/// How the range is played. Kept from scene to scene, as it is the user's choice.
+struct PlaybackOptions {
+    enum class Loop { once, continuous, oscillate };
+    Loop loop = Loop::continuous;
+    double speed = 1.0;    ///< share of real time; 0 shows every frame
+    double maxSpeed = 1.0; ///< no faster than this share while every frame is shown; 0: free
+    double by = 1.0;       ///< frames from one shown time to the next
+    bool allViews = false; ///< state only: every view always shows the current time here
+};
+
+PlaybackOptions playbackOptions();
+void setPlaybackOptions(const PlaybackOptions& options);
+
 bool isPlaying();
 bool isScrubbing();
 /// State only, kept by whoever plays; listeners of setPlayer start and stop the timer.

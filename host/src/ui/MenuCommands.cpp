@@ -10,8 +10,10 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QFont>
 #include <QMenu>
 #include <QMenuBar>
+#include <memory>
 
 namespace host {
 
@@ -28,16 +30,23 @@ Elements& elements() {
     return Elements::instance();
 }
 
+/// A menu, or the sub-menu that a menu item is; null when there is none of that name.
+QMenu* findMenu(const std::string& name) {
+    QObject* object = elements().find(command::text(name), ElementKind::menu);
+    if (!object)
+        object = elements().find(command::text(name), ElementKind::menuItem);
+    return qobject_cast<QMenu*>(object);
+}
+
+QMenu& menuNamed(const std::string& name) {
+    if (QMenu* menu = findMenu(name))
+        return *menu;
+    throw ScriptError("Object '" + name + "' not found.");
+}
+
 QMenu* menuParent(const ParsedFlags& flags) {
-    if (flags.isSet("-parent")) {
-        const std::string name = flags.getString("-parent");
-        QObject* object = elements().find(command::text(name), ElementKind::menu);
-        if (!object)
-            object = elements().find(command::text(name), ElementKind::menuItem);
-        if (auto* menu = qobject_cast<QMenu*>(object))
-            return menu;
-        throw ScriptError("Object '" + name + "' not found.");
-    }
+    if (flags.isSet("-parent"))
+        return &menuNamed(flags.getString("-parent"));
     auto* menu = qobject_cast<QMenu*>(elements().currentMenu.data());
     if (!menu)
         throw ScriptError("menuItem: there is no current menu to put the item in.");
@@ -53,6 +62,10 @@ void setMenuFlags(QMenu& menu, const ParsedFlags& flags) {
         menu.setEnabled(flags.getBool("-enable"));
     if (flags.isSet("-visible"))
         menu.menuAction()->setVisible(flags.getBool("-visible"));
+    if (flags.isSet("-deleteAllItems")) {
+        for (QObject* item : elements().childrenOf(&menu))
+            command::destroy(item);
+    }
 }
 
 Value queryMenu(QMenu& menu, const ParsedFlags& flags) {
@@ -86,6 +99,8 @@ Value menuCommand(const CommandCall& call) {
                                     .flag("-pmc", "-postMenuCommand", {ArgKind::String})
                                     .flag("-ni", "-numberOfItems")
                                     .flag("-ia", "-itemArray")
+                                    .flag("-dai", "-deleteAllItems")
+                                    .flag("-aob", "-allowOptionBoxes", {ArgKind::Boolean})
                                     .flag("-ex", "-exists")
                                     .query()
                                     .edit()
@@ -93,12 +108,12 @@ Value menuCommand(const CommandCall& call) {
     const ParsedFlags flags = syntax.parse(call);
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
-        return Value(elements().find(command::text(name), ElementKind::menu) != nullptr);
+        return Value(findMenu(name) != nullptr);
     command::requireInterface("menu");
     if (flags.isQuery())
-        return queryMenu(*command::findAs<QMenu>(name, ElementKind::menu), flags);
+        return queryMenu(menuNamed(name), flags);
     if (flags.isEdit()) {
-        setMenuFlags(*command::findAs<QMenu>(name, ElementKind::menu), flags);
+        setMenuFlags(menuNamed(name), flags);
         return {};
     }
     auto* window = MainWindow::instance();
@@ -150,6 +165,18 @@ void setItemFlags(QAction& action, const ParsedFlags& flags) {
         if (flags.isSet(kind) && action.isCheckable())
             action.setChecked(flags.getBool(kind));
     }
+    if (flags.isSet("-visible"))
+        action.setVisible(flags.getBool("-visible"));
+    if (flags.isSet("-data"))
+        action.setData(flags.getInt("-data"));
+    if (flags.isSet("-dividerLabel"))
+        action.setText(command::text(flags.getString("-dividerLabel")));
+    if (flags.isSet("-boldFont") || flags.isSet("-italicized")) {
+        QFont font = action.font();
+        font.setBold(flags.getBool("-boldFont", font.bold()));
+        font.setItalic(flags.getBool("-italicized", font.italic()));
+        action.setFont(font);
+    }
 }
 
 Value queryItem(QObject* object, const ParsedFlags& flags) {
@@ -171,16 +198,27 @@ Value queryItem(QObject* object, const ParsedFlags& flags) {
         return Value(menu != nullptr);
     if (flags.isSet("-divider"))
         return Value(action->isSeparator());
+    if (flags.isSet("-dividerLabel"))
+        return Value(action->text().toStdString());
+    if (flags.isSet("-visible"))
+        return Value(action->isVisible());
+    if (flags.isSet("-data"))
+        return Value(action->data().toInt());
+    if (flags.isSet("-isOptionBox") || flags.isSet("-optionBox"))
+        return Value(action->property("optionBox").toBool());
+    if (flags.isSet("-isRadioButton"))
+        return Value(action->isCheckable() && action->actionGroup());
+    if (flags.isSet("-isCheckBox"))
+        return Value(action->isCheckable() && !action->actionGroup());
+    if (flags.isSet("-boldFont"))
+        return Value(action->font().bold());
+    if (flags.isSet("-italicized"))
+        return Value(action->font().italic());
     throw ScriptError("menuItem: a flag to query is needed.");
 }
 
-QObject* makeItem(QMenu& menu, const ParsedFlags& flags) {
-    if (flags.getBool("-subMenu")) {
-        QMenu* sub = menu.addMenu(QString());
-        sub->setTearOffEnabled(flags.getBool("-tearOff"));
-        return sub;
-    }
-    QAction* action = flags.getBool("-divider") ? menu.addSeparator() : menu.addAction(QString());
+/// What makes a plain action a radio or check item and runs its script.
+QAction* finishItem(QMenu& menu, const ParsedFlags& flags, QAction* action) {
     if (flags.isSet("-radioButton")) {
         action->setCheckable(true);
         radioGroup(menu, flags)->addAction(action);
@@ -193,6 +231,48 @@ QObject* makeItem(QMenu& menu, const ParsedFlags& flags) {
         command::runElementScript(text);
     });
     return action;
+}
+
+/// The action that a new item goes before: behind -insertAfter ("" puts it first), else none.
+QAction* placeOf(const QMenu& menu, const ParsedFlags& flags) {
+    if (!flags.isSet("-insertAfter"))
+        return nullptr;
+    const QList<QAction*> actions = menu.actions();
+    const std::string name = flags.getString("-insertAfter");
+    if (name.empty())
+        return actions.value(0);
+    QObject* item = command::find(name, ElementKind::menuItem);
+    auto* sub = qobject_cast<QMenu*>(item);
+    const int index = actions.indexOf(sub ? sub->menuAction() : qobject_cast<QAction*>(item));
+    if (index < 0)
+        throw ScriptError("menuItem: '" + name + "' is not in this menu.");
+    return actions.value(index + 1);
+}
+
+/// An option box belongs to the item above it, whose label it repeats.
+void makeOptionBox(const QMenu& menu, QAction& box) {
+    const QList<QAction*> actions = menu.actions();
+    const QAction* item = actions.value(actions.indexOf(&box) - 1);
+    if (!item || item->isSeparator() || item->property("optionBox").toBool())
+        throw ScriptError("menuItem: an option box needs an item before it.");
+    box.setProperty("optionBox", true);
+    box.setText(item->text() + QString::fromUtf8(" \xE2\x96\xA1"));
+}
+
+QObject* makeItem(QMenu& menu, const ParsedFlags& flags) {
+    QAction* before = placeOf(menu, flags);
+    if (flags.getBool("-subMenu")) {
+        auto* sub = new QMenu(&menu);
+        menu.insertMenu(before, sub);
+        sub->setTearOffEnabled(flags.getBool("-tearOff"));
+        return sub;
+    }
+    auto action = std::make_unique<QAction>(&menu);
+    action->setSeparator(flags.getBool("-divider"));
+    menu.insertAction(before, action.get());
+    if (flags.getBool("-optionBox"))
+        makeOptionBox(menu, *action);
+    return finishItem(menu, flags, action.release());
 }
 
 Value menuItemCommand(const CommandCall& call) {
@@ -209,6 +289,17 @@ Value menuItemCommand(const CommandCall& call) {
                                     .flag("-cl", "-collection", {ArgKind::String})
                                     .flag("-en", "-enable", {ArgKind::Boolean})
                                     .flag("-ec", "-echoCommand", {ArgKind::Boolean})
+                                    .flag("-ob", "-optionBox", {ArgKind::Boolean})
+                                    .flag("-ia", "-insertAfter", {ArgKind::String})
+                                    .flag("-dl", "-dividerLabel", {ArgKind::String})
+                                    .flag("-vis", "-visible", {ArgKind::Boolean})
+                                    .flag("-da", "-data", {ArgKind::Int})
+                                    .flag("-bld", "-boldFont", {ArgKind::Boolean})
+                                    .flag("-itl", "-italicized", {ArgKind::Boolean})
+                                    .flag("-icb", "-isCheckBox")
+                                    .flag("-irb", "-isRadioButton")
+                                    .flag("-iob", "-isOptionBox")
+                                    .flag("-aob", "-allowOptionBoxes", {ArgKind::Boolean})
                                     .flag("-ex", "-exists")
                                     .query()
                                     .edit()

@@ -16,6 +16,16 @@ double framesPerSecond() {
     return MTime(1.0, MTime::kSeconds).as(MTime::uiUnit());
 }
 
+/// Share of real time at which frames are due; 0: as soon as the one before is done.
+double rate() {
+    const timeline::PlaybackOptions options = timeline::playbackOptions();
+    return options.speed > 0 ? options.speed : options.maxSpeed;
+}
+
+int interval() {
+    return rate() > 0 ? std::max(1, int(1000.0 / (framesPerSecond() * rate()))) : 0;
+}
+
 } // namespace
 
 Playback& Playback::instance() {
@@ -43,7 +53,7 @@ void Playback::start(Direction direction) {
         sceneTime::setCurrent(direction == Direction::forward ? sceneTime::first()
                                                               : sceneTime::last());
     clock_.start();
-    timer_.start(std::max(1, int(1000.0 / framesPerSecond())));
+    timer_.start(interval());
     timeline::setPlaying(true);
     conditions::set("playingBack", true);
     Q_EMIT stateChanged(true);
@@ -58,17 +68,40 @@ void Playback::stop() {
     Q_EMIT stateChanged(false);
 }
 
+void Playback::setEveryFrame(bool every) {
+    timeline::PlaybackOptions options = timeline::playbackOptions();
+    options.speed = every ? 0.0 : 1.0;
+    timeline::setPlaybackOptions(options);
+}
+
+void Playback::turnAround(double first, double last) {
+    const bool forward = direction_ == Direction::forward;
+    direction_ = forward ? Direction::backward : Direction::forward;
+    const double by = timeline::playbackOptions().by;
+    sceneTime::setCurrent(forward ? std::max(first, last - by) : std::min(last, first + by));
+}
+
 void Playback::step() {
+    const timeline::PlaybackOptions options = timeline::playbackOptions();
     const double first = sceneTime::first(), last = sceneTime::last();
-    const double due = clock_.elapsed() / 1000.0 * framesPerSecond();
-    const double frames = everyFrame_ ? 1.0 : std::max(1.0, std::floor(due));
+    const double due = clock_.elapsed() / 1000.0 * framesPerSecond() * options.speed / options.by;
+    const double steps = options.speed > 0 ? std::max(1.0, std::floor(due)) : 1.0;
     clock_.restart();
-    double next = sceneTime::current() + frames * int(direction_);
+    const double now = sceneTime::current();
+    double next = now + steps * options.by * int(direction_);
     if (next > last || next < first) {
         const bool forward = direction_ == Direction::forward;
-        if (once_) {
-            sceneTime::setCurrent(forward ? last : first);
+        const double end = forward ? last : first;
+        if (once_ || options.loop == timeline::PlaybackOptions::Loop::once) {
+            sceneTime::setCurrent(end);
             stop();
+            return;
+        }
+        if (options.loop == timeline::PlaybackOptions::Loop::oscillate) {
+            if (now != end)
+                sceneTime::setCurrent(end);
+            else
+                turnAround(first, last);
             return;
         }
         const double length = last - first + 1;

@@ -6,9 +6,9 @@
 
 namespace host {
 
-/// Plays the playback range in a loop, at the frame rate of the time unit times the playback
-/// speed. A slow scene skips frames rather than slowing down, unless every frame is asked for.
-/// Stops with "playingBack" cleared, wherever the time is then.
+/// Plays the playback range as the playback options say, at the frame rate of the time unit times
+/// the playback speed. A slow scene skips frames rather than slowing down, unless every frame is
+/// asked for. Stops with "playingBack" cleared, wherever the time is then.
 class Playback : public QObject {
     Q_OBJECT
 public:
@@ -23,9 +23,8 @@ public:
 
     /// When set, playback ends here instead of looping.
     void setOnce(bool once) { once_ = once; }
-    /// Shows every frame, as fast as it can but no faster than the rate.
-    void setEveryFrame(bool every) { everyFrame_ = every; }
-    bool everyFrame() const { return everyFrame_; }
+    /// The playback speed that shows every frame, and back to real time.
+    void setEveryFrame(bool every);
 
 Q_SIGNALS:
     void stateChanged(bool playing);
@@ -33,12 +32,12 @@ Q_SIGNALS:
 private:
     Playback();
     void step();
+    void turnAround(double first, double last);
 
     QTimer timer_;
     QElapsedTimer clock_; ///< since the last frame shown
     Direction direction_ = Direction::forward;
     bool once_ = false;
-    bool everyFrame_ = false;
 };
 
 } // namespace host

@@ -213,9 +213,10 @@ void TimeSlider::dragRange(double x) {
     }
     const double shift = range.start - this->range().start;
     setRange(range);
-    // Moving a range brings the time along, as whoever watches the time must learn of it.
+    // Moving a range brings the time along, as whoever watches the time must learn of it. The
+    // frame under the pointer is always one of those shown.
     if (drag_ == Drag::moveRange && shift != 0)
-        sceneTime::setCurrent(sceneTime::current() + shift);
+        sceneTime::setCurrent(frame);
 }
 
 } // namespace host

@@ -27,7 +27,8 @@ Elements& elements() {
     return Elements::instance();
 }
 
-/// A window that a script made. Closing deletes it unless it is retained.
+/// A window that a script made. Closing deletes it unless it is retained. Shown in the middle of
+/// the main window the first time, unless a script placed it.
 class ScriptWindow : public QWidget {
 public:
     explicit ScriptWindow(bool retain)
@@ -37,18 +38,69 @@ public:
         layout->setSpacing(0);
     }
 
+    void place(QPoint topLeft) {
+        placed_ = true;
+        move(topLeft);
+    }
+    QString closeCommand;
+
 protected:
+    void showEvent(QShowEvent* event) override {
+        if (!placed_ && !event->spontaneous())
+            place(MainWindow::instance()->geometry().center() - rect().center());
+        QWidget::showEvent(event);
+    }
     void closeEvent(QCloseEvent* event) override {
         event->accept();
+        const QString command = closeCommand;
         if (!retain_) {
             Elements::instance().forget(this);
             deleteLater();
         }
+        command::runElementScript(command);
     }
 
 private:
     bool retain_;
+    bool placed_ = false;
 };
+
+/// What surrounds a window. Changing it hides a window for a moment, as Qt has it.
+void setFrameFlags(QWidget& window, const ParsedFlags& flags) {
+    const struct {
+        const char* flag;
+        Qt::WindowType type;
+    } parts[] = {{"-minimizeButton", Qt::WindowMinimizeButtonHint},
+                 {"-maximizeButton", Qt::WindowMaximizeButtonHint},
+                 {"-titleBar", Qt::WindowTitleHint},
+                 {"-toolbox", Qt::Tool}};
+    Qt::WindowFlags wanted = window.windowFlags();
+    for (const auto& part : parts) {
+        if (flags.isSet(part.flag))
+            wanted.setFlag(part.type, flags.getBool(part.flag));
+    }
+    if (wanted == window.windowFlags())
+        return;
+    const bool shown = window.isVisible();
+    window.setWindowFlags(wanted);
+    window.setVisible(shown);
+}
+
+void setWindowPlace(QWidget& window, const ParsedFlags& flags) {
+    QPoint place = window.pos();
+    if (flags.isSet("-topLeftCorner")) // top first
+        place = {flags.getInt("-topLeftCorner", 0, 1), flags.getInt("-topLeftCorner")};
+    if (flags.isSet("-topEdge"))
+        place.setY(flags.getInt("-topEdge"));
+    if (flags.isSet("-leftEdge"))
+        place.setX(flags.getInt("-leftEdge"));
+    if (!flags.isSet("-topLeftCorner") && !flags.isSet("-topEdge") && !flags.isSet("-leftEdge"))
+        return;
+    if (auto* own = dynamic_cast<ScriptWindow*>(&window))
+        own->place(place);
+    else
+        window.move(place);
+}
 
 void setWindowFlags(QWidget& window, const ParsedFlags& flags) {
     if (flags.isSet("-title"))
@@ -62,6 +114,20 @@ void setWindowFlags(QWidget& window, const ParsedFlags& flags) {
         size.setHeight(flags.getInt("-height"));
     if (size != window.size())
         window.resize(size);
+    if (flags.getBool("-resizeToFitChildren"))
+        window.adjustSize();
+    if (flags.isSet("-sizeable")) {
+        const bool free = flags.getBool("-sizeable");
+        window.setMinimumSize(free ? QSize(0, 0) : window.size());
+        window.setMaximumSize(free ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : window.size());
+    }
+    if (flags.isSet("-iconName"))
+        window.setWindowIconText(command::text(flags.getString("-iconName")));
+    setWindowPlace(window, flags);
+    setFrameFlags(window, flags);
+    auto* own = dynamic_cast<ScriptWindow*>(&window);
+    if (own && flags.isSet("-closeCommand"))
+        own->closeCommand = command::text(flags.getString("-closeCommand"));
     if (flags.isSet("-visible"))
         window.setVisible(flags.getBool("-visible"));
 }
@@ -77,6 +143,16 @@ Value queryWindow(const QWidget& window, const ParsedFlags& flags) {
         return Value(window.height());
     if (flags.isSet("-widthHeight"))
         return Value(script::Ints{window.width(), window.height()});
+    if (flags.isSet("-topLeftCorner"))
+        return Value(script::Ints{window.y(), window.x()});
+    if (flags.isSet("-topEdge"))
+        return Value(window.y());
+    if (flags.isSet("-leftEdge"))
+        return Value(window.x());
+    if (flags.isSet("-sizeable"))
+        return Value(window.minimumSize() != window.maximumSize());
+    if (flags.isSet("-iconName"))
+        return Value(window.windowIconText().toStdString());
     throw ScriptError("window: a flag to query is needed.");
 }
 
@@ -86,6 +162,17 @@ Value windowCommand(const CommandCall& call) {
                                     .flag("-wh", "-widthHeight", {ArgKind::Int, ArgKind::Int})
                                     .flag("-w", "-width", {ArgKind::Int})
                                     .flag("-h", "-height", {ArgKind::Int})
+                                    .flag("-tlc", "-topLeftCorner", {ArgKind::Int, ArgKind::Int})
+                                    .flag("-te", "-topEdge", {ArgKind::Int})
+                                    .flag("-le", "-leftEdge", {ArgKind::Int})
+                                    .flag("-s", "-sizeable", {ArgKind::Boolean})
+                                    .flag("-rtf", "-resizeToFitChildren", {ArgKind::Boolean})
+                                    .flag("-in", "-iconName", {ArgKind::String})
+                                    .flag("-tb", "-titleBar", {ArgKind::Boolean})
+                                    .flag("-mnb", "-minimizeButton", {ArgKind::Boolean})
+                                    .flag("-mxb", "-maximizeButton", {ArgKind::Boolean})
+                                    .flag("-tlb", "-toolbox", {ArgKind::Boolean})
+                                    .flag("-cc", "-closeCommand", {ArgKind::String})
                                     .flag("-ret", "-retain")
                                     .flag("-vis", "-visible", {ArgKind::Boolean})
                                     .flag("-ex", "-exists")

@@ -1,0 +1,185 @@
+// Texts, from the press to the commit: where they stand, what is typed, what ends them.
+#include "tools/ToolSession.h"
+
+#include "document/Frame.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/leaves/ToolOptions.h"
+#include "ui/ViewWidget.h"
+
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <functional>
+
+namespace vellum::test {
+namespace {
+
+class Text : public ToolSession {
+protected:
+    void SetUp() override {
+        ToolSession::SetUp();
+        settings().activeTool = tool::kText;
+        settings().textFontFamily = QStringLiteral("DejaVu Sans");
+        settings().textSize = 40;
+        settings().activeColor = QColor(30, 60, 250);
+        activateDrawTool();
+    }
+
+    void begin(QPoint place = {150, 120}) {
+        moveTo(place);
+        press();
+        ASSERT_TRUE(waitFor([this] { return sampled() == 1; }));
+        release();
+    }
+    QString typed() {
+        const Stroke* stroke = document()->currentStroke();
+        return stroke ? stroke->text : QStringLiteral("<no text>");
+    }
+    void compose(const QString& committed, const QString& composing = {}) {
+        QInputMethodEvent event(composing, {});
+        event.setCommitString(committed);
+        ASSERT_NE(QApplication::focusWidget(), nullptr);
+        QApplication::sendEvent(QApplication::focusWidget(), &event);
+    }
+    // Picture pixels with ink.
+    static int inkIn(const QImage& image) {
+        int found = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                found += qAlpha(image.pixel(x, y)) > 0 ? 1 : 0;
+        }
+        return found;
+    }
+    QImage shown() {
+        const QImage* composite = document()->compositeCamera(camera);
+        return composite ? composite->copy() : QImage();
+    }
+};
+
+TEST_F(Text, FollowsThePointerUntilReleasedAndShowsItsFrameWhileEdited) {
+    drawTo({150, 120}, {200, 160});
+    release();
+    const StrokePoint at = document()->currentStroke()->points.front();
+    EXPECT_EQ(QPoint(at.x, at.y), imagePixel({200, 160}));
+    const QImage empty = shown();
+    EXPECT_GT(inkIn(empty), 100) << "the frame of an empty text";
+    EXPECT_GT(qAlpha(empty.pixel(at.x - 4, at.y + 20)), 200) << "its left side";
+    type({Qt::Key_I});
+    const QImage one = shown();
+    EXPECT_NE(one, empty);
+    type({Qt::Key_W, Qt::Key_W, Qt::Key_Return, Qt::Key_I});
+    EXPECT_GT(inkIn(shown()), inkIn(one)) << "text and frame have grown";
+    EXPECT_EQ(inkIn(picture()), 0) << "nothing is in the frame yet";
+    type({Qt::Key_Escape});
+    EXPECT_EQ(document()->currentStroke(), nullptr);
+    const QImage committed = picture();
+    EXPECT_GT(inkIn(committed), 500);
+    EXPECT_EQ(qAlpha(committed.pixel(at.x - 4, at.y + 20)), 0) << "the frame is gone";
+    EXPECT_EQ(committed, shown());
+    EXPECT_EQ(committed.pixelColor(at.x, at.y).alpha(), 0);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0) << "one step";
+}
+
+TEST_F(Text, KeysAreTyped) {
+    begin();
+    key(Qt::Key_Shift, true);
+    type({Qt::Key_B, Qt::Key_M});
+    key(Qt::Key_Shift, false);
+    type({Qt::Key_B, Qt::Key_Space, Qt::Key_7, Qt::Key_Comma, Qt::Key_Return, Qt::Key_X, Qt::Key_Y,
+          Qt::Key_Backspace, Qt::Key_Left, Qt::Key_F3});
+    EXPECT_EQ(typed(), QStringLiteral("BMb 7,\nx"));
+    for (int i = 0; i < 12; ++i)
+        type({Qt::Key_Backspace});
+    EXPECT_EQ(typed(), QString());
+    type({Qt::Key_Escape});
+    EXPECT_EQ(inkIn(picture()), 0) << "an empty text leaves nothing";
+    const int before = settings().textSize;
+    key(Qt::Key_B, true); // no longer typed: the size again
+    moveTo({200, 200});
+    press();
+    moveTo({220, 200});
+    release();
+    key(Qt::Key_B, false);
+    EXPECT_EQ(settings().textSize, before + 2);
+}
+
+TEST_F(Text, DeadKeysAndInputMethods) {
+    EXPECT_FALSE(view().testAttribute(Qt::WA_InputMethodEnabled));
+    begin();
+    EXPECT_TRUE(view().testAttribute(Qt::WA_InputMethodEnabled));
+    type({Qt::Key_A});
+    compose(QString(), QStringLiteral("´"));
+    EXPECT_EQ(typed(), QStringLiteral("a´")) << "seen while it is composed";
+    compose(QString(), QStringLiteral("´´"));
+    EXPECT_EQ(typed(), QStringLiteral("a´´"));
+    compose(QStringLiteral("é"));
+    compose(QString::fromUcs4(U"\U0001F58C", 1));
+    EXPECT_EQ(typed(), QStringLiteral("aé") + QString::fromUcs4(U"\U0001F58C", 1));
+    type({Qt::Key_Backspace});
+    EXPECT_EQ(typed(), QStringLiteral("aé")) << "a whole character";
+    compose(QString(), QStringLiteral("wwwwwwww"));
+    type({Qt::Key_Escape});
+    EXPECT_FALSE(view().testAttribute(Qt::WA_InputMethodEnabled));
+    const QImage withoutTheUnsettled = picture();
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    begin();
+    compose(QStringLiteral("aé"));
+    type({Qt::Key_Escape});
+    EXPECT_EQ(picture(), withoutTheUnsettled);
+}
+
+TEST_F(Text, IsCommittedByWhateverEndsIt) {
+    const std::function<void()> ends[] = {
+        [this] { type({Qt::Key_Escape}); },
+        [this] {
+            begin({300, 300});
+        },
+        [this] {
+            moveTo({300, 300});
+            press(Qt::RightButton);
+            ASSERT_TRUE(waitFor([] { return QApplication::activePopupWidget() != nullptr; }));
+            QApplication::activePopupWidget()->close();
+            release(Qt::RightButton);
+        },
+        [this] { activateDrawTool(); },
+        [this] { ASSERT_TRUE(run(QStringLiteral("setToolTo selectSuperContext"))); },
+        [this] {
+            at(9);
+            type({Qt::Key_Escape});
+            at(1);
+        },
+    };
+    int number = 0;
+    for (const auto& end : ends) {
+        SCOPED_TRACE(number++);
+        activateDrawTool();
+        begin();
+        type({Qt::Key_H});
+        end();
+        activateDrawTool(); // ends a text that was begun by the press
+        const QPoint corner = imagePixel({150, 120});
+        int ink = 0;
+        for (int y = 0; y < 70; ++y) {
+            for (int x = 0; x < 60; ++x)
+                ink += alphaAt(corner + QPoint(x, y)) > 0 ? 1 : 0;
+        }
+        EXPECT_GT(ink, 150);
+        ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+        node();
+        settings().activeTool = tool::kText;
+    }
+}
+
+TEST_F(Text, FontFamilyReachesThePixels) {
+    begin();
+    type({Qt::Key_A, Qt::Key_Escape});
+    const QImage sans = picture();
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    settings().textFontFamily = QStringLiteral("DejaVu Serif");
+    begin();
+    type({Qt::Key_A, Qt::Key_Escape});
+    EXPECT_NE(picture(), sans);
+}
+
+} // namespace
+} // namespace vellum::test

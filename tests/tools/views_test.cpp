@@ -1,0 +1,249 @@
+// Several views, views that go or change beneath the pointer, the size cursor, and the menus of
+// the right button.
+#include "tools/ToolSession.h"
+
+#include "node/BaseNode.h"
+#include "plugin/leaves/Settings.h"
+#include "plugin/leaves/ToolOptions.h"
+#include "plugin/middle/PluginState.h"
+#include "tools/interaction/ThreadManager.h"
+#include "ui/MainWindow.h"
+#include "ui/ModelPanel.h"
+#include "ui/TimeSlider.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QTest>
+
+namespace vellum::test {
+namespace {
+
+class Views : public ToolSession {
+protected:
+    void SetUp() override {
+        ToolSession::SetUp();
+        settings().activeTool = tool::kPencil;
+        settings().pencilSize = 30;
+        window->move(0, 0);
+        activateDrawTool();
+    }
+    void TearDown() override {
+        run(QStringLiteral("if (`window -exists floating`) deleteUI floating"));
+        ToolSession::TearDown();
+    }
+
+    // A view in a window of its own, beside the main one.
+    host::ModelPanel& floating() {
+        EXPECT_TRUE(run(
+            QStringLiteral("window -widthHeight 400 300 floating; paneLayout -parent floating pane;"
+                           "modelPanel -parent pane -camera top second; showWindow floating")));
+        host::ModelPanel* panel = host::ModelPanel::find(QStringLiteral("second"));
+        panel->window()->move(900, 50);
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(panel->window()));
+        support::settle();
+        return *panel;
+    }
+    // A press in the middle of the other view and a short way.
+    void drawIn(host::ModelPanel& panel) {
+        other.moveTo(panel.viewWidget(), {100, 100});
+        other.press();
+        ASSERT_TRUE(waitFor([this] { return sampled() == 2; }));
+        other.moveTo(panel.viewWidget(), {160, 100});
+        ASSERT_TRUE(waitFor([this] { return sampled() > 2; }));
+    }
+    QMenu* menuAt(QWidget& place, QPointF position) {
+        other.moveTo(place, position);
+        other.press(Qt::RightButton);
+        other.release(Qt::RightButton);
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    }
+
+    support::Hand other;
+};
+
+TEST_F(Views, EveryViewDrawnInIsWatchedAndItsKeysAreHeard) {
+    host::ModelPanel& panel = floating();
+    const QString top = QStringLiteral("top");
+    drawIn(panel);
+    other.release();
+    EXPECT_EQ(document()->cameraLayerCount(top), 1);
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+    drawLine({100, 100}, {200, 100});
+    EXPECT_EQ(document()->cameraLayerCount(camera), 1);
+
+    for (QWidget* view :
+         {static_cast<QWidget*>(&panel.viewWidget()), static_cast<QWidget*>(&this->view())}) {
+        QMenu* menu = menuAt(*view, {50, 50});
+        ASSERT_NE(menu, nullptr);
+        menu->close();
+        support::settle();
+    }
+
+    // In a window of its own the main window is not asked about keys.
+    panel.window()->activateWindow();
+    panel.viewWidget().setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(panel.window()));
+    other.moveTo(panel.viewWidget(), {100, 100});
+    other.key(Qt::Key_B, true);
+    other.press();
+    other.moveTo(panel.viewWidget(), {130, 100});
+    other.release();
+    other.key(Qt::Key_B, false);
+    EXPECT_EQ(settings().pencilSize, 33);
+    settings().activeTool = tool::kText;
+    other.click(panel.viewWidget(), {60, 60});
+    other.type({Qt::Key_B});
+    ASSERT_NE(document()->currentStroke(), nullptr);
+    EXPECT_EQ(document()->currentStroke()->text, QStringLiteral("b"));
+    other.type({Qt::Key_Escape});
+    EXPECT_EQ(document()->currentStroke(), nullptr);
+}
+
+TEST_F(Views, MiddleButtonMakesTheLayersOfTheViewCurrent) {
+    host::ModelPanel& panel = floating();
+    drawIn(panel);
+    other.release();
+    drawLine({100, 100}, {200, 100});
+    document()->setCurrentCamera(camera);
+    other.moveTo(panel.viewWidget(), {50, 50});
+    other.press(Qt::MiddleButton);
+    EXPECT_EQ(document()->currentCamera(), QStringLiteral("top"));
+    other.release(Qt::MiddleButton);
+    EXPECT_FALSE(ThreadManager::instance().isActive());
+}
+
+TEST_F(Views, AViewClosedUnderThePointerKeepsTheStroke) {
+    host::ModelPanel& panel = floating();
+    drawIn(panel);
+    ASSERT_TRUE(run(QStringLiteral("deleteUI floating")));
+    EXPECT_TRUE(waitFor([this] { return document()->currentStroke() == nullptr; }));
+    EXPECT_FALSE(ThreadManager::instance().isActive());
+    EXPECT_EQ(document()->cameraLayerCount(QStringLiteral("top")), 1);
+    moveTo({100, 100});
+    other.release();
+    drawLine({100, 100}, {200, 100});
+    EXPECT_EQ(alphaAt(imagePixel({150, 100})), 255);
+}
+
+TEST_F(Views, CameraSwitchedUnderThePointer) {
+    drawTo({100, 100}, {200, 100});
+    const QPoint begun = imagePixel({101, 100});
+    ASSERT_TRUE(run(QStringLiteral("lookThroughModelPanel top `getPanel -withFocus`")));
+    moveTo({240, 130});
+    release();
+    EXPECT_EQ(alphaAt(begun), 255) << "on the camera it was begun for";
+    EXPECT_EQ(document()->cameraLayerCount(QStringLiteral("top")), 0);
+    EXPECT_FALSE(ThreadManager::instance().isActive());
+}
+
+TEST_F(Views, TheStrokeGoesOnOutsideTheViewAndTheWindow) {
+    drawTo({100, 100}, {60, 100});
+    moveTo({-20, 100});
+    const std::size_t before = sampled();
+    moveTo({view().width() + 300, 260}); // beyond the window
+    ASSERT_TRUE(waitFor([&] { return sampled() > before; }));
+    EXPECT_GT(document()->currentStroke()->points.back().x, kCanvasSize / 2);
+    moveTo({300, 140});
+    release();
+    EXPECT_EQ(alphaAt(imagePixel({90, 100})), 255);
+    EXPECT_EQ(document()->currentStroke(), nullptr);
+}
+
+TEST_F(Views, TwoQuickPressesAreTwoStrokes) {
+    moveTo({200, 150});
+    for (int i = 0; i < 4; ++i) {
+        press();
+        release();
+    }
+    EXPECT_EQ(alphaAt(imagePixel({200, 150})), 255);
+    ASSERT_TRUE(run(QStringLiteral("undo; undo; undo")));
+    EXPECT_EQ(alphaAt(imagePixel({200, 150})), 255) << "each its own step";
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+}
+
+// --- The size cursor ---------------------------------------------------------------------------
+
+TEST_F(Views, SizeCursorIsSeenInBothRenderersAndGoes) {
+    for (const char* renderer : {"vp2Renderer", "base_OpenGL_Renderer"}) {
+        SCOPED_TRACE(renderer);
+        ASSERT_TRUE(run(QStringLiteral("modelEditor -e -grid 0 -rendererName \"%1\" "
+                                       "`getPanel -withFocus`")
+                            .arg(QLatin1String(renderer))));
+        settings().pencilSize = 50;
+        moveTo({200, 200});
+        view().repaint();
+        const QImage before = onScreen();
+        const double viewPixels = 512.0 / (imagePixel({512, 0}).x() - imagePixel({0, 0}).x());
+        const int reach = static_cast<int>(25 * viewPixels + 0.5);
+        const auto isMarked = [&](int distance) {
+            const QImage now = onScreen();
+            for (int x = 200 + distance - 2; x <= 200 + distance + 2; ++x) {
+                if (now.pixel(x, 200) != before.pixel(x, 200))
+                    return true;
+            }
+            return false;
+        };
+        key(Qt::Key_B, true);
+        press();
+        EXPECT_TRUE(waitFor([&] { return isMarked(reach); })) << reach;
+        moveTo({500, 200}); // size 80
+        EXPECT_EQ(settings().pencilSize, 80);
+        EXPECT_TRUE(waitFor([&] { return isMarked(reach * 80 / 50); }));
+        EXPECT_TRUE(waitFor([&] { return !isMarked(reach); })) << "the old circle is gone";
+        release();
+        key(Qt::Key_B, false);
+        EXPECT_TRUE(waitFor([&] { return onScreen() == before; }));
+    }
+}
+
+// --- Menus of the right button -----------------------------------------------------------------
+
+TEST_F(Views, RightButtonMenusOfViewAndTimeSlider) {
+    drawLine({100, 100}, {200, 100});
+    document()->addLayer(camera, 1, QStringLiteral("Upper"));
+    document()->setActiveLayer(camera, 0, true);
+    const QImage drawn = picture();
+    QMenu* menu = menuAt(view(), {150, 150});
+    ASSERT_NE(menu, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(menu));
+    QAction* upper = menu->actions().first();
+    ASSERT_EQ(upper->text(), QStringLiteral("Upper"));
+    other.click(*menu, menu->actionGeometry(upper).center());
+    EXPECT_TRUE(waitFor([this] { return document()->activeLayerIndex(camera) == 1; }));
+    document()->setActiveLayer(camera, 0, true);
+    EXPECT_EQ(picture(), drawn) << "choosing draws nothing";
+
+    host::TimeSlider& slider = window->timeSlider();
+    pluginState().timeControl = &slider;
+    pluginState().interactive = true;
+    activateDrawTool();
+    for (const bool allowed : {true, false}) {
+        settings().timelineContextMenu = settings().drawToolContextMenu = allowed;
+        for (QWidget* place : {static_cast<QWidget*>(&slider), static_cast<QWidget*>(&view())}) {
+            menu = menuAt(*place, {40, 10});
+            EXPECT_EQ(menu != nullptr, allowed);
+            if (menu)
+                menu->close();
+            support::settle();
+        }
+        other.key(Qt::Key_Shift, true);
+        EXPECT_EQ(menuAt(slider, {40, 10}), nullptr) << "with a modifier it is Maya's";
+        other.key(Qt::Key_Shift, false);
+    }
+    settings().drawToolContextMenu = true;
+    window->activateWindow();
+    view().setFocus();
+    other.key(Qt::Key_Backslash, true);
+    EXPECT_EQ(menuAt(view(), {150, 150}), nullptr) << "the key of panning and zooming is held";
+    other.key(Qt::Key_Backslash, false);
+    menu = menuAt(view(), {190, 180}); // elsewhere: no double click
+    ASSERT_NE(menu, nullptr);
+    ASSERT_TRUE(run(QStringLiteral("setToolTo selectSuperContext")));
+    EXPECT_TRUE(waitFor([] { return QApplication::activePopupWidget() == nullptr; }))
+        << "its menu goes with the tool";
+    EXPECT_EQ(menuAt(view(), {130, 150}), nullptr);
+}
+
+} // namespace
+} // namespace vellum::test

@@ -1,5 +1,6 @@
 #include "commands/FrameCommand.h"
 
+#include "commands/Arguments.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -17,21 +18,6 @@
 namespace vellum {
 
 namespace {
-
-MStatus refuse(const QString& message) {
-    report::error(message);
-    return MS::kFailure;
-}
-
-bool is(const char* flag, const char* name) {
-    return QLatin1String(flag) == QLatin1String(name);
-}
-
-int number(const MArgDatabase& args, const char* flag, unsigned position) {
-    int value = 0;
-    args.getFlagArgument(flag, position, value);
-    return value;
-}
 
 /// The highlighted range; without a time slider the current frame. Empty after a report.
 std::optional<FrameRange> currentRange() {
@@ -132,14 +118,15 @@ MStatus FrameCommand::makeOperation(const MArgDatabase& args) {
     } else if (is(flag, "-sb")) {
         operation_ = frame_operation::stepBack();
     } else if (is(flag, "-mv")) {
-        operation_ = frame_operation::move(camera_, number(args, flag, 0), number(args, flag, 1),
-                                           number(args, flag, 2));
+        operation_ =
+            frame_operation::move(camera_, signedArgument(args, flag, 0),
+                                  signedArgument(args, flag, 1), signedArgument(args, flag, 2));
     } else {
         const auto range = currentRange();
         if (!range)
             return MS::kFailure;
         operation_ = is(flag, "-ret")
-                         ? frame_operation::retime(*range, number(args, flag, 0),
+                         ? frame_operation::retime(*range, signedArgument(args, flag, 0),
                                                    args.isFlagSet("-rel"), args.isFlagSet("-mvn"))
                          : rangeOperation(flag, *range);
     }

@@ -1,5 +1,6 @@
 #include "commands/LayerCommand.h"
 
+#include "commands/Arguments.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -7,44 +8,12 @@
 #include "plugin/leaves/Report.h"
 #include "plugin/middle/ActiveNode.h"
 
-#include <algorithm>
-#include <limits>
 #include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>
 
 namespace vellum {
 
 namespace {
-
-MStatus refuse(const QString& message) {
-    report::error(message);
-    return MS::kFailure;
-}
-
-bool is(const char* flag, const char* name) {
-    return QLatin1String(flag) == QLatin1String(name);
-}
-
-/// Unsigned script numbers as indexes: what does not fit is just out of range.
-int indexArgument(const MArgDatabase& args, const char* flag, unsigned position) {
-    unsigned value = 0;
-    args.getFlagArgument(flag, position, value);
-    constexpr auto largest = static_cast<unsigned>(std::numeric_limits<int>::max());
-    return static_cast<int>(std::min(value, largest));
-}
-
-int signedArgument(const MArgDatabase& args, const char* flag, unsigned position) {
-    int value = 0;
-    args.getFlagArgument(flag, position, value);
-    return value;
-}
-
-QString textArgument(const MArgDatabase& args, const char* flag) {
-    MString value;
-    if (args.isFlagSet(flag))
-        args.getFlagArgument(flag, 0, value);
-    return fromMaya(value);
-}
 
 /// State of a new layer, -1 when none was given.
 int stateArgument(const MArgDatabase& args) {
@@ -229,19 +198,8 @@ MStatus LayerCommand::query(const MArgDatabase& args, const char* flag, const Ba
     return MS::kSuccess;
 }
 
-BaseNode* LayerCommand::nodeToEdit() const {
-    BaseNode* node = nodeWith(document_.lock().get());
-    if (!node)
-        report::error(QStringLiteral("Node not found"));
-    else if (!cameraExists(camera_))
-        report::error(QStringLiteral("Camera does not exist: %1").arg(camera_));
-    else
-        return node;
-    return nullptr;
-}
-
 MStatus LayerCommand::redoIt() {
-    BaseNode* node = nodeToEdit();
+    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
     if (!node || !edit_->apply(*node->layerManager()))
         return MS::kFailure;
     node->drawingChanged();
@@ -249,7 +207,7 @@ MStatus LayerCommand::redoIt() {
 }
 
 MStatus LayerCommand::undoIt() {
-    BaseNode* node = nodeToEdit();
+    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
     if (!node || !edit_->revert(*node->layerManager()))
         return MS::kFailure;
     node->drawingChanged();

@@ -32,7 +32,6 @@ private:
     MStatus makePropertyEdit(const MArgDatabase& args, const char* flag, const BaseNode& node);
     MStatus query(const MArgDatabase& args, const char* flag, const BaseNode& node);
     bool requireLayer(const BaseNode& node, unsigned index) const;
-    BaseNode* nodeToEdit() const;
 
     QString camera_;
     std::unique_ptr<LayerEdit> edit_;      ///< null: a query

@@ -1,6 +1,7 @@
 // The part of LayerManager that draws: the stroke in progress and the picture of a camera.
 #include "document/DocumentObserver.h"
 #include "document/LayerManager.h"
+#include "plugin/leaves/Settings.h"
 
 #include <utility>
 
@@ -123,7 +124,10 @@ QRect LayerManager::collectChanges(const QString& name, Camera& camera) {
     if (strokeHere && stroke_->isDirty()) {
         changed |= stroke_->update();
     }
-    if (!strokeHere && updateGhosts(camera)) {
+    // Ghosts stand still during a stroke, but playback takes them away all the same.
+    const bool noGhosts =
+        settings().disableGhostingDuringPlayback && documentObserver().isPlaying();
+    if ((!strokeHere || noGhosts) && updateGhosts(camera)) {
         changed = Layer::wholeCanvas();
     }
     return changed;

@@ -54,6 +54,17 @@ BaseNode* selectedNode() {
     return nullptr;
 }
 
+BaseNode* nodeForUndo(const LayerManager* document, const QString& camera) {
+    BaseNode* node = nodeWith(document);
+    if (!node)
+        report::error(QStringLiteral("Node not found"));
+    else if (!cameraExists(camera))
+        report::error(QStringLiteral("Camera does not exist: %1").arg(camera));
+    else
+        return node;
+    return nullptr;
+}
+
 QString currentCamera() {
     MStatus status;
     const M3dView view = M3dView::active3dView(&status);

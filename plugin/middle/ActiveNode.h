@@ -23,6 +23,10 @@ class Frame;
 /// among its children. Null otherwise.
 BaseNode* selectedNode();
 
+/// The node of a document that undo goes back to, with this camera still in the scene. Null, after
+/// reporting, when the node or the camera has gone meanwhile.
+BaseNode* nodeForUndo(const LayerManager* document, const QString& camera);
+
 /// Camera of the active 3D view; empty when there is no such view.
 QString currentCamera();
 

@@ -232,6 +232,13 @@ TEST(Composite, GhostsEqualQPainterInEveryCombination) {
     setDocumentObserver(&playing);
     EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), layers), 1)
         << "no ghosts during playback";
+    setDocumentObserver(nullptr);
+    rebuilt(manager);
+    ASSERT_TRUE(manager.beginStroke(kCamera, tool::kBrush, Qt::red));
+    setDocumentObserver(&playing);
+    EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), layers), 1)
+        << "nor when it starts in the middle of a stroke";
+    manager.discardStroke();
     chosen.disableGhostingDuringPlayback = false;
     EXPECT_GT(drawing::premultipliedDifference(rebuilt(manager), layers), 1);
     setDocumentObserver(nullptr);

@@ -162,6 +162,22 @@ TEST_F(Views, TwoQuickPressesAreTwoStrokes) {
     EXPECT_EQ(document()->cameraLayerCount(camera), 0);
 }
 
+TEST_F(Views, ThePenIsSeenBeforeTheFirstPressInAView) {
+    floating();
+    ASSERT_TRUE(run(QStringLiteral("setFocus second")));
+    activateDrawTool(); // only the floating view is watched now
+    settings().pencilTabletEnabled = true;
+    QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, false);
+    using Phase = host::InputInjector::TabletPhase;
+    moveTo({100, 100});
+    pen(Phase::press, {100, 100}, 0.3);
+    drawTo({100, 100}, {200, 100});
+    for (const StrokePoint& point : document()->currentStroke()->points)
+        EXPECT_NEAR(point.opacity, 0.3, 1e-5);
+    release();
+    QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, true);
+}
+
 // --- The size cursor ---------------------------------------------------------------------------
 
 TEST_F(Views, SizeCursorIsSeenInBothRenderersAndGoes) {

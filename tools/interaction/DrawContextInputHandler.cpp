@@ -212,7 +212,7 @@ void DrawContextInputHandler::readTablet(const QTabletEvent& event) {
         pressureKnown_ = true;
     }
     if (event.type() == QEvent::TabletRelease)
-        penDown_ = false;
+        penDown_ = pressureKnown_ = false;
     else if (event.type() == QEvent::TabletPress || event.buttons() != Qt::NoButton)
         penDown_ = true;
     pluginState().pressureAwaited = penDown_ && !pressureKnown_;

@@ -114,24 +114,12 @@ MStatus StrokeCommand::doIt(const MArgList& args) {
     return MS::kSuccess;
 }
 
-// Null after a report when the drawing or the camera has gone meanwhile.
-BaseNode* StrokeCommand::nodeDrawnOn() const {
-    BaseNode* node = nodeWith(document_.lock().get());
-    if (!node)
-        report::error(QStringLiteral("Node not found"));
-    else if (!cameraExists(camera_))
-        report::error(QStringLiteral("Camera does not exist: %1").arg(camera_));
-    else
-        return node;
-    return nullptr;
-}
-
 bool StrokeCommand::swap(LayerManager& document) {
     return document.replaceActiveImage(camera_, png_);
 }
 
 MStatus StrokeCommand::undoIt() {
-    BaseNode* node = nodeDrawnOn();
+    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
     const auto drawing = document_.lock();
     if (!node || !swap(*drawing))
         return MS::kFailure;
@@ -151,7 +139,7 @@ MStatus StrokeCommand::undoIt() {
 }
 
 MStatus StrokeCommand::redoIt() {
-    BaseNode* node = nodeDrawnOn();
+    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
     if (!node)
         return MS::kFailure;
     const auto drawing = document_.lock();

@@ -11,7 +11,6 @@
 
 namespace vellum {
 
-class BaseNode;
 class LayerManager;
 
 class StrokeCommand : public MPxCommand {
@@ -28,7 +27,6 @@ private:
     MStatus parse(const MArgList& args);
     bool recordFrameTime(const LayerManager& document);
     bool swap(LayerManager& document);
-    BaseNode* nodeDrawnOn() const;
 
     QByteArray png_; ///< picture on the other side of the swap; empty: nothing was committed
     std::weak_ptr<LayerManager> document_;

@@ -79,6 +79,8 @@ void InputWorker::Run() {
         if (running_)
             wake_.tryAcquire(1, kPeriodMs);
     }
+    releaseHeld();
+    ended_.store(true, std::memory_order_release);
 }
 
 void InputWorker::Shutdown() {

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPoint>
 #include <QSemaphore>
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -37,6 +38,9 @@ public:
     /// once the pressure is known or has been waited for long enough.
     void releaseHeld();
 
+    /// Run() has returned. Once true, all the worker did is seen by the thread that asks.
+    bool hasEnded() const { return ended_.load(std::memory_order_acquire); }
+
     /// Ends the pause between two polls. From any thread.
     void wake() { wake_.release(); }
 
@@ -57,6 +61,7 @@ private:
     std::unique_ptr<CursorPoller> poller_;
     SampleOptions options_;
     bool running_ = false;
+    std::atomic<bool> ended_{false};
     QPoint lastSent_; ///< both coordinates the largest int: nothing sent yet
     std::vector<QPoint> held_;
     int waits_ = 0; ///< polls in which positions were held back

@@ -70,8 +70,7 @@ void ThreadManager::finish(std::optional<QPoint> release) {
     if (!active_ || !joinThread())
         return;
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-    worker_->releaseHeld();
-    if (!release)
+    if (!release || !worker_->hasEnded())
         return;
     // A pointer that has moved on says nothing about the stroke any more.
     const std::optional<QPoint> now = worker_->look();

@@ -65,6 +65,19 @@ TEST_F(Windows, AFloatingViewOfItsOwn) {
     EXPECT_EQ(runString("getPanel -withFocus"), "modelPanel4");
 }
 
+TEST_F(Windows, ComingToTheFrontLeavesTheActiveViewItHas) {
+    run("modelPanel -parent $gMainPane second; setFocus modelPanel4;"
+        "modelEditor -e -activeView true second");
+    QFocusEvent front(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(&view(), &front);
+    EXPECT_EQ(runString("getPanel -withFocus"), "second");
+    run("window elsewhere; paneLayout -parent elsewhere pane; modelPanel -parent pane third;"
+        "showWindow elsewhere; modelEditor -e -activeView true third");
+    QCoreApplication::sendEvent(&view(), &front);
+    EXPECT_EQ(runString("getPanel -withFocus"), "modelPanel4") << "it comes from another window";
+    run("deleteUI elsewhere; deleteUI second");
+}
+
 TEST_F(Windows, StandWhereScriptsPutThemAndTellWhenTheyClose) {
     run("global int $closed; $closed = 0; window -widthHeight 200 100 -closeCommand"
         " \"$closed = 1\" middle; showWindow middle");

@@ -230,7 +230,12 @@ void ViewWidget::wheelEvent(QWheelEvent* event) {
 }
 
 void ViewWidget::focusInEvent(QFocusEvent* event) {
-    makeActive();
+    // A window that comes to the front gives the focus back to where it was; the active view, which
+    // scripts set too, stays if it is in that window.
+    const View* active = Views::instance().active();
+    const QWidget* widget = active ? active->surface().widget : nullptr;
+    if (event->reason() != Qt::ActiveWindowFocusReason || !widget || widget->window() != window())
+        makeActive();
     QOpenGLWidget::focusInEvent(event);
 }
 

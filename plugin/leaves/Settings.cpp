@@ -6,6 +6,7 @@
 #include "plugin/leaves/Report.h"
 #include "plugin/leaves/Script.h"
 
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -157,7 +158,19 @@ void read(const QVariant& stored, const std::optional<Limits>&, QString& target)
         target = parts.join(QStringLiteral(", "));
 }
 
+/// False for a color read from damaged bytes, which Qt takes over unchecked: its color model is
+/// the first byte behind the header (type, 4 bytes; null, 1 byte) of QVariant's serialisation.
+bool isSoundColor(const QVariant& stored) {
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_5_0);
+    stream << stored;
+    return bytes.size() > 5 && static_cast<quint8>(bytes[5]) <= QColor::Hsl;
+}
+
 void read(const QVariant& stored, const std::optional<Limits>&, QColor& target) {
+    if (stored.userType() == QMetaType::QColor && !isSoundColor(stored))
+        return;
     const QColor color = stored.value<QColor>();
     if (color.isValid())
         target = color;

@@ -108,6 +108,11 @@ TEST_F(SettingsFile, GarbageGivesDefaults) {
     resetSettings();
     loadSettingsFrom(directory_.filePath(QStringLiteral("missing/none.ini")));
     EXPECT_EQ(settings().eraserSize, 40);
+    // A color whose first byte, its color model, is none that there is.
+    load(
+        QStringLiteral("[tools]\nactiveColor=@Variant(\\0\\0\\0\\x43\\x5b\\xff\\xff\\xff\\xff\\0\\0"
+                       "\\0\\0\\0\\0)\n"));
+    EXPECT_EQ(settings().activeColor, defaults.activeColor);
 }
 
 TEST_F(SettingsFile, EveryKindOfValueComesBackAndStrangersStay) {

@@ -1,5 +1,6 @@
 // The freehand rasteriser against its plain form and against maps checked by hand.
 #include "PlainRaster.h"
+#include "raster/Pixels.h"
 #include "support/Seed.h"
 #include "tools/raster/BrushStamp.h"
 #include "tools/raster/FreehandRaster.h"
@@ -10,6 +11,8 @@
 #include <random>
 
 using namespace vellum;
+using pixels::alpha;
+using pixels::point;
 
 namespace {
 
@@ -17,14 +20,6 @@ QImage canvas(int side = kCanvasSize, int alpha = 0) {
     QImage image(side, side, QImage::Format_RGBA8888);
     image.fill(QColor(10, 200, 30, alpha));
     return image;
-}
-
-StrokePoint point(int x, int y, int width, float opacity = 1.0F) {
-    return {width, opacity, 1.0F, x, y};
-}
-
-int alpha(const QImage& image, int x, int y) {
-    return image.constScanLine(y)[4 * x + 3];
 }
 
 // Bounding rectangle of the pixels in which two images differ.

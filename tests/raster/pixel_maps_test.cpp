@@ -1,4 +1,5 @@
 // Small pictures worked out on paper: what a wrong rounding, clipping or order would change.
+#include "raster/Pixels.h"
 #include "tools/raster/FreehandRaster.h"
 #include "tools/raster/ShapeRaster.h"
 #include "tools/raster/Stroke.h"
@@ -8,6 +9,8 @@
 #include <gtest/gtest.h>
 
 using namespace vellum;
+using pixels::alpha;
+using pixels::point;
 
 namespace {
 
@@ -17,14 +20,6 @@ QImage canvas(int alpha = 0) {
     QImage image(16, 16, QImage::Format_RGBA8888);
     image.fill(QColor(10, 200, 30, alpha));
     return image;
-}
-
-StrokePoint point(int x, int y, int width, float opacity = 1.0F) {
-    return {width, opacity, 1.0F, x, y};
-}
-
-int alpha(const QImage& image, int x, int y) {
-    return image.constScanLine(y)[4 * x + 3];
 }
 
 // Rows of hexadecimal alpha values, "." for zero.

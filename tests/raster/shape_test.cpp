@@ -1,4 +1,5 @@
 // Shapes, text, PNG and the merge of a stroke into its frame.
+#include "raster/Pixels.h"
 #include "tools/raster/PngCodec.h"
 #include "tools/raster/ShapeRaster.h"
 #include "tools/raster/StrokeImage.h"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using namespace vellum;
+using pixels::alpha;
 
 namespace {
 
@@ -42,10 +44,6 @@ QRect inked(const QImage& image) {
         }
     }
     return found;
-}
-
-int alpha(const QImage& image, int x, int y) {
-    return image.constScanLine(y)[4 * x + 3];
 }
 
 } // namespace

@@ -40,8 +40,20 @@ TEST_F(Plugins, AreNotUnloadedWhileTheSceneUsesThem) {
     run("unloadPlugin hosttestplugin");
     EXPECT_EQ(run("undoInfo -q -undoQueueEmpty"), "1");
     loadTestPlugin();
-    run("createNode hostTestNode -n d; unloadPlugin -f hosttestplugin");
-    EXPECT_EQ(run("objExists d"), "0");
+    // Forced, their nodes stay as unknown ones, which files carry as what they were.
+    run("createNode hostTestLocator -n l; setAttr l.amount 9; createNode hostTestNode -n d;"
+        "connectAttr persp.visibility l.visibility; connectAttr l.template top.template;"
+        "unloadPlugin -f hosttestplugin");
+    EXPECT_EQ(run("nodeType d") + ' ' + run("nodeType l"), "unknown unknownDag");
+    for (const std::string name : {"kept.ma", "kept.mb"}) {
+        SCOPED_TRACE(name);
+        run("file -rename " + quotedPath(name) + "; file -f -save; file -f -new");
+        loadTestPlugin();
+        run("file -f -open " + quotedPath(name));
+        EXPECT_EQ(run("nodeType d") + ' ' + run("getAttr l.amount"), "hostTestNode 9");
+        EXPECT_EQ(run("stringArrayToString(`listConnections l`, \" \")"), "persp top");
+        run("unloadPlugin -f hosttestplugin");
+    }
 }
 
 TEST_F(Plugins, FailuresToLoadAreExplainedAndUndone) {

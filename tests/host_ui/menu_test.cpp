@@ -122,3 +122,74 @@ TEST_F(Menus, MenuSetsShowAndHide) {
     EXPECT_THAT(errorOf("setMenuMode(\"noSet\")"), HasSubstr("noSet"));
     run("deleteUI -m testMenu");
 }
+
+TEST_F(Menus, MenuSetsOfTheirOwn) {
+    run("global string $gMainWindow; menu -p $gMainWindow a; menu -p $gMainWindow b;"
+        "menuSet -label Drawing drawSet; menuSet -am a -im b 0 drawSet");
+    EXPECT_EQ(runString("menuSet -q -cms"), "animationMenuSet");
+    EXPECT_EQ(run("menuSet -q -menuArray drawSet").get<host::script::Strings>(),
+              (host::script::Strings{"b", "a"}));
+    run("menuSet -mm b 1 drawSet");
+    EXPECT_EQ(run("menuSet -q -ma drawSet").get<host::script::Strings>(),
+              (host::script::Strings{"a", "b"}));
+    EXPECT_EQ(runString("menuSet -q -label drawSet"), "Drawing");
+    EXPECT_EQ(runInt("menuSet -q -exists drawSet") + runInt("menuSet -q -nm drawSet"), 3);
+    EXPECT_EQ(runInt("menuSet -q -exists nobody"), 0);
+    auto* menu =
+        qobject_cast<QMenu*>(host::Elements::instance().find("a", host::ElementKind::menu));
+    EXPECT_FALSE(menu->menuAction()->isVisible());
+    EXPECT_EQ(runString("setMenuMode drawSet"), "animationMenuSet");
+    EXPECT_TRUE(menu->menuAction()->isVisible());
+    EXPECT_EQ(runString("setMenuMode"), "drawSet");
+    EXPECT_THAT(errorOf("menuSet -rm a animationMenuSet"), HasSubstr("not in the menu set"));
+    EXPECT_THAT(errorOf("menuSet -rms animationMenuSet"), HasSubstr("permanent"));
+    run("deleteUI -m b; menuSet -rms drawSet");
+    EXPECT_EQ(runString("menuSet -q -cms"), "animationMenuSet");
+    EXPECT_TRUE(menu->menuAction()->isVisible()) << "in no set, it always shows";
+    EXPECT_EQ(errorOf("menuSet -q -label drawSet"), "menuSet: there is no menu set 'drawSet'.");
+    run("deleteUI -m a");
+}
+
+TEST_F(Menus, RadioItemsOverSeveralMenusAndQueriesOfItems) {
+    run("global string $gMainWindow; menu -p $gMainWindow a; radioMenuItemCollection -gl on all;"
+        "menuItem -rb on -cl all one; menu -p $gMainWindow b; menuItem -rb off -collection all two;"
+        "radioMenuItemCollection own; menuItem -rb on three");
+    item("two")->trigger();
+    EXPECT_EQ(runInt("menuItem -q -rb one"), 0);
+    EXPECT_EQ(runInt("menuItem -q -rb three"), 1);
+    EXPECT_EQ(runInt("radioMenuItemCollection -q -global all"), 1);
+    EXPECT_EQ(runInt("radioMenuItemCollection -q -gl own"), 0);
+    EXPECT_EQ(runString("menuItem -q -collection three"), "MayaWindow|b|own");
+    EXPECT_EQ(errorOf("radioMenuItemCollection -q -gl nobody"), "Object 'nobody' not found.");
+    run("deleteUI -m a b");
+    EXPECT_EQ(runInt("radioMenuItemCollection -exists all"), 1) << "it has no menu to go with";
+    run("deleteUI all");
+    EXPECT_THAT(errorOf("menu -p $gMainWindow c; menuItem -stp python bad"), HasSubstr("python"));
+    EXPECT_EQ(runInt("menu -q -ni c"), 0);
+    run("deleteUI -m c");
+    EXPECT_THAT(errorOf("menuItem late"), HasSubstr("no current menu"));
+}
+
+TEST_F(Menus, WindowsHaveMenuBarsAndControlsPopups) {
+    run("window -menuBar true -wh 200 100 -tlc 20 500 win; menu -label Own own; menuItem first;"
+        "paneLayout; modelPanel panel; global string $popped; $popped = \"\";"
+        "popupMenu -p panel -pmc \"$popped += \\\"post\\\"\" -pmo on pop; menuItem inPop; "
+        "showWindow win");
+    EXPECT_EQ(runString("menu -q -label own"), "Own");
+    EXPECT_EQ(runInt("menuItem -exists \"win|own|first\""), 1);
+    host::ModelPanel* panel = host::ModelPanel::find("panel");
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(panel->window()));
+    auto* menu =
+        qobject_cast<QMenu*>(host::Elements::instance().find("pop", host::ElementKind::menu));
+    for (int times = 0; times < 2; ++times) {
+        moveTo(panel->viewWidget(), {30, 20});
+        press(Qt::RightButton);
+        EXPECT_TRUE(menu->isVisible());
+        release(Qt::RightButton);
+        menu->close();
+        uitest::settle();
+    }
+    EXPECT_EQ(runString("$popped"), "post") << "once";
+    run("deleteUI win");
+    EXPECT_EQ(runInt("menu -exists pop") + runInt("menu -exists own"), 0);
+}

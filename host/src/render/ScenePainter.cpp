@@ -6,6 +6,7 @@
 #include "render/GlState.h"
 #include "render/PrimitiveMesh.h"
 
+#include <maya/MBoundingBox.h>
 #include <maya/MFn.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MGlobal.h>
@@ -25,6 +26,7 @@ bool gradient = true;
 
 constexpr float selectedColour[3] = {0.263f, 1.0f, 0.639f};
 constexpr float gridColour[3] = {0.42f, 0.42f, 0.42f};
+constexpr float wireColour[3] = {0.0f, 0.016f, 0.376f};
 constexpr int gridExtent = 12;
 
 bool boolOf(const MObject& node, const char* name) {
@@ -55,6 +57,17 @@ void emitQuads(const PrimitiveMesh& mesh) {
         glVertex3d(v.position.x, v.position.y, v.position.z);
     }
     glEnd();
+}
+
+/// The box around some faces, along the axes of the object.
+PrimitiveMesh boxAround(const PrimitiveMesh& mesh) {
+    MBoundingBox bounds;
+    for (const PrimitiveMesh::Vertex& vertex : mesh.quads)
+        bounds.expand(vertex.position);
+    PrimitiveMesh box = boxMesh(bounds.width(), bounds.height(), bounds.depth());
+    for (PrimitiveMesh::Vertex& vertex : box.quads)
+        vertex.position = vertex.position + MVector(bounds.center());
+    return box;
 }
 
 } // namespace
@@ -212,42 +225,73 @@ void ScenePainter::shape(const MDagPath& path) {
         cross(path, selected(path));
 }
 
-void ScenePainter::mesh(const MDagPath& path, bool isSelected) const {
-    const PrimitiveMesh faces = meshOf(path);
-    if (faces.quads.empty())
-        return;
-    const GlState state;
-    const bool wire = templated(path);
-    glMatrixMode(GL_MODELVIEW);
+void ScenePainter::meshFaces(const PrimitiveMesh& faces) const {
+    const ViewDisplay& display = view_.display();
     // One light beside the eye, as views have until the scene has lights of its own.
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
     glLoadIdentity();
     const GLfloat position[4] = {0.15f, 0.3f, 1, 0};
     const GLfloat ambient[4] = {0.25f, 0.25f, 0.25f, 1};
     glLightfv(GL_LIGHT0, GL_POSITION, position);
     glLightModelfv(GL_LIGHT_MODEL_AMBIENT, ambient);
-    glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, GL_TRUE);
+    glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, display.twoSidedLighting ? GL_TRUE : GL_FALSE);
+    glPopMatrix();
+    glEnable(GL_LIGHTING);
+    (display.lights == "default" ? glEnable : glDisable)(GL_LIGHT0);
+    glEnable(GL_NORMALIZE);
+    glEnable(GL_COLOR_MATERIAL);
+    glShadeModel(display.style == M3dView::kFlatShaded ? GL_FLAT : GL_SMOOTH);
+    glEnable(GL_POLYGON_OFFSET_FILL);
+    glPolygonOffset(1, 1);
+    (display.backfaceCulling ? glEnable : glDisable)(GL_CULL_FACE);
+    if (display.xray) {
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        glDepthMask(GL_FALSE);
+    }
+    glColor4f(0.5f, 0.5f, 0.5f, display.xray ? 0.3f : 1);
+    emitQuads(faces);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_POLYGON_OFFSET_FILL);
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_BLEND);
+    glDepthMask(GL_TRUE);
+}
+
+void ScenePainter::mesh(const MDagPath& path, bool isSelected) const {
+    const ViewDisplay& display = view_.display();
+    PrimitiveMesh faces = meshOf(path);
+    if (faces.quads.empty() || !display.shows("polymeshes"))
+        return;
+    if (display.style == M3dView::kBoundingBox)
+        faces = boxAround(faces);
+    const GlState state;
+    glMatrixMode(GL_MODELVIEW);
     loadMatrix(path.inclusiveMatrix() * frame_->view);
-    if (!wire) {
-        glEnable(GL_LIGHTING);
-        glEnable(GL_LIGHT0);
-        glEnable(GL_NORMALIZE);
-        glEnable(GL_COLOR_MATERIAL);
-        glShadeModel(GL_SMOOTH);
-        glEnable(GL_POLYGON_OFFSET_FILL);
-        glPolygonOffset(1, 1);
-        glColor3f(0.5f, 0.5f, 0.5f);
-        emitQuads(faces);
+    glLineWidth(static_cast<GLfloat>(display.lineWidth));
+    glDisable(GL_LIGHTING);
+    const bool isTemplate = templated(path);
+    const bool shaded = !isTemplate && (display.style == M3dView::kGouraudShaded ||
+                                        display.style == M3dView::kFlatShaded);
+    if (shaded)
+        meshFaces(faces);
+    const bool highlighted = isSelected && display.selectionHighlight;
+    if (shaded && !highlighted && !display.wireframeOnShaded)
+        return;
+    if (display.smoothLines) {
+        glEnable(GL_LINE_SMOOTH);
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     }
-    if (wire || isSelected) {
-        glDisable(GL_LIGHTING);
-        glDisable(GL_POLYGON_OFFSET_FILL);
-        glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
-        if (wire)
-            glColor3f(0.47f, 0.47f, 0.47f);
-        else
-            glColor3fv(selectedColour);
-        emitQuads(faces);
-    }
+    glPolygonMode(GL_FRONT_AND_BACK, display.style == M3dView::kPoints ? GL_POINT : GL_LINE);
+    if (isTemplate)
+        glColor3f(0.47f, 0.47f, 0.47f);
+    else if (highlighted)
+        glColor3fv(selectedColour);
+    else
+        glColor3fv(wireColour);
+    emitQuads(faces);
 }
 
 void ScenePainter::cross(const MDagPath& path, bool isSelected) const {
@@ -255,7 +299,7 @@ void ScenePainter::cross(const MDagPath& path, bool isSelected) const {
     glMatrixMode(GL_MODELVIEW);
     loadMatrix(path.inclusiveMatrix() * frame_->view);
     glDisable(GL_LIGHTING);
-    if (isSelected)
+    if (isSelected && view_.display().selectionHighlight)
         glColor3fv(selectedColour);
     else
         glColor3f(0, 0, 0);
@@ -292,7 +336,7 @@ void ScenePainter::drawLocator(const Locator& locator) {
     glMatrixMode(GL_MODELVIEW);
     loadMatrix(locator.path.inclusiveMatrix() * frame_->view);
     glDisable(GL_LIGHTING);
-    locator.node->draw(handle, locator.path, M3dView::kGouraudShaded, status);
+    locator.node->draw(handle, locator.path, view_.display().style, status);
     if (!state.restore())
         report::warning(std::string(locator.path.partialPathName().asChar()) +
                         ": draw left the OpenGL stacks unbalanced.");

@@ -2,6 +2,7 @@
 
 #include "render/DrawManager.h"
 #include "render/Frame.h"
+#include "render/PrimitiveMesh.h"
 #include "render/View.h"
 
 #include <maya/MDagPath.h>
@@ -35,6 +36,7 @@ private:
     void filmGate() const;
     void shape(const MDagPath& path);
     void mesh(const MDagPath& path, bool selected) const;
+    void meshFaces(const PrimitiveMesh& faces) const;
     void cross(const MDagPath& path, bool selected) const;
     void pluginLocators();
     void drawLocator(const Locator& locator);

@@ -95,7 +95,8 @@ std::shared_ptr<const Frame> View::frame() const {
     frame->width = width_;
     frame->height = height_;
     frame->camera = camera();
-    const CameraLens lens = readLens(frame->camera);
+    CameraLens lens = readLens(frame->camera);
+    lens.panZoom = lens.panZoom && !display_.ignorePanZoom;
     frame->projection = projectionMatrix(lens, double(width_) / height_);
     if (frame->camera.isValid())
         frame->view = viewMatrix(frame->camera);

@@ -3,6 +3,7 @@
 #include "render/DrawManager.h"
 #include "render/Frame.h"
 #include "render/Renderer.h"
+#include "render/ViewDisplay.h"
 
 #include <maya/M3dView.h>
 #include <maya/MDagPath.h>
@@ -64,6 +65,8 @@ public:
     /// Whether locators that let themselves be excluded are drawn.
     bool locatorsShown() const { return locators_; }
     void setLocatorsShown(bool shown) { locators_ = shown; }
+    const ViewDisplay& display() const { return display_; }
+    void setDisplay(ViewDisplay display) { display_ = std::move(display); }
     /// Film gate outline in the view.
     bool filmGateShown() const { return filmGate_; }
     void setFilmGateShown(bool shown) { filmGate_ = shown; }
@@ -116,6 +119,7 @@ private:
     bool grid_ = true;
     bool filmGate_ = false;
     bool locators_ = true;
+    ViewDisplay display_;
     std::function<void(DrawManager&, const MHWRender::MFrameContext&)> feedback_;
     DrawList toolDrawables_;
     int painting_ = 0;         ///< Depth of paint calls: a context is current.

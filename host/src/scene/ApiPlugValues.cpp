@@ -1,4 +1,5 @@
 // Values of MPlug.
+#include "foundation/Faults.h"
 #include "scene/ApiStatus.h"
 #include "scene/Data.h"
 #include "scene/Scene.h"
@@ -241,7 +242,7 @@ MStatus MPlug::setMObject(const MObject& value) {
 
 MStatus MPlug::setMPxData(MPxData* value) {
     auto data = std::make_shared<host::PluginData>(value);
-    if (!value)
+    if (!value || host::faults::due("setMPxData"))
         return MS::kFailure;
     return setMObject(Access::make(data));
 }

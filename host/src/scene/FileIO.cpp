@@ -5,6 +5,7 @@
 #include "scene/BinaryWriter.h"
 #include "scene/Events.h"
 #include "scene/KeptStatements.h"
+#include "scene/PluginTypes.h"
 #include "scene/Scene.h"
 #include "scene/SceneBuilder.h"
 #include "scene/SceneReaders.h"
@@ -17,8 +18,11 @@
 #include <maya/MDistance.h>
 #include <maya/MTime.h>
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
 
 #if defined(__GLIBC__)
 #include <malloc.h>
@@ -206,6 +210,30 @@ ReadResult FileIO::import(const std::string& path) {
     events::emit("SceneImported");
     giveMemoryBack();
     return result;
+}
+
+QByteArray FileIO::takeNodes(const std::vector<std::string>& types) {
+    QBuffer text;
+    if (std::none_of(types.begin(), types.end(), nodesOfTypeExist))
+        return {};
+    text.open(QIODevice::WriteOnly);
+    {
+        const Flag flag(writing_);
+        AsciiWriter writer(text);
+        writeNodes(writer, types);
+    }
+    for (const std::string& type : types)
+        deleteNodesOfType(type);
+    return text.data();
+}
+
+void FileIO::putBack(QByteArray nodes) {
+    if (nodes.isEmpty())
+        return;
+    QBuffer text(&nodes);
+    text.open(QIODevice::ReadOnly);
+    const Flag flag(importing_);
+    read("nodes of a plug-in", text, false);
 }
 
 void FileIO::save(bool force) {

@@ -46,6 +46,12 @@ public:
     void save(bool force = false);
     void exportAll(const std::string& path, FileFormat format, bool force = false);
 
+    // For a plug-in that goes while the scene has nodes of its types: these leave the scene, as
+    // text, and are put back afterwards; without their types, as unknown nodes, which are saved
+    // as what they were.
+    QByteArray takeNodes(const std::vector<std::string>& types);
+    void putBack(QByteArray nodes);
+
     // Full path, "" while untitled.
     const std::string& sceneName() const { return sceneName_; }
     void setSceneName(const std::string& path);

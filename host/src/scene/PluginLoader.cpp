@@ -1,6 +1,7 @@
 #include "scene/PluginLoader.h"
 
 #include "foundation/Report.h"
+#include "scene/FileIO.h"
 #include "scene/PluginObject.h"
 #include "scene/PluginServices.h"
 #include "scene/PluginTypes.h"
@@ -206,19 +207,25 @@ bool PluginLoader::unload(const std::string& name, bool force, std::string& erro
     for (const PluginRecord::Tool& tool : plugin->tools)
         if (pluginServices().leaveToolsOf)
             pluginServices().leaveToolsOf(tool.contextCommand);
-    for (const std::string& type : plugin->nodeTypes)
-        deleteNodesOfType(type);
+    const Requirement requirement{plugin->name, plugin->version, plugin->nodeTypes,
+                                  plugin->dataTypes};
+    const QByteArray nodes = fileIO().takeNodes(plugin->nodeTypes);
     // Deleted nodes and finished commands on the queue are objects of the plug-in's code.
     undoQueue().flush();
     if (pluginServices().beforeUnload)
         pluginServices().beforeUnload(plugin->name);
-    if (!runUninitialize(*plugin, error))
-        return false;
-    dropLeftovers(*plugin);
-    plugin->library->unload();
-    plugins_.erase(std::find_if(plugins_.begin(), plugins_.end(),
-                                [plugin](const auto& each) { return each.get() == plugin; }));
-    return true;
+    const bool gone = runUninitialize(*plugin, error);
+    if (gone) {
+        dropLeftovers(*plugin);
+        plugin->library->unload();
+        plugins_.erase(std::find_if(plugins_.begin(), plugins_.end(),
+                                    [plugin](const auto& each) { return each.get() == plugin; }));
+    }
+    const auto& types = requirement.nodeTypes;
+    if (!nodes.isEmpty() && !std::all_of(types.begin(), types.end(), nodeTypeKnown))
+        fileIO().memory().missingPlugins.push_back(requirement);
+    fileIO().putBack(nodes);
+    return gone;
 }
 
 bool PluginLoader::runUninitialize(PluginRecord& plugin, std::string& error) {

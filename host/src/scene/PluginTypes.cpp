@@ -4,6 +4,10 @@
 #include "scene/Scene.h"
 #include "scene/TypeRegistry.h"
 
+#include <maya/MDGModifier.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MPlugArray.h>
+
 #include <algorithm>
 
 namespace host {
@@ -26,6 +30,17 @@ std::vector<NodePtr> nodesOfType(const std::string& type) {
         if (node->typeName() == type)
             result.push_back(node);
     return result;
+}
+
+// What feeds a node, such as its animation curves, would go with it.
+void disconnectSources(const MObject& node) {
+    MPlugArray plugs;
+    MFnDependencyNode(node).getConnections(plugs);
+    MDGModifier modifier;
+    for (unsigned i = 0; i < plugs.length(); ++i)
+        if (plugs[i].isDestination())
+            modifier.disconnect(plugs[i].source(), plugs[i]);
+    modifier.doIt();
 }
 
 } // namespace
@@ -105,9 +120,12 @@ bool nodesOfTypeExist(const std::string& type) {
 }
 
 void deleteNodesOfType(const std::string& type) {
-    for (const NodePtr& node : nodesOfType(type))
-        if (node->inScene())
-            scene().remove(node);
+    for (const NodePtr& node : nodesOfType(type)) {
+        if (!node->inScene())
+            continue;
+        disconnectSources(Access::make(node));
+        scene().remove(node);
+    }
 }
 
 } // namespace host

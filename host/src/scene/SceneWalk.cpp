@@ -66,8 +66,7 @@ public:
         collect();
         sink_.begin(fileName);
         writeRequirements();
-        sink_.units({linearName(MDistance::uiUnit()), angleName(MAngle::uiUnit()),
-                     timeName(MTime::uiUnit())});
+        writeUnits();
         for (const auto& [key, value] : memory_.fileInfo)
             sink_.fileInfo(key, value);
         for (WrittenNode& node : nodes_)
@@ -79,7 +78,32 @@ public:
         return {};
     }
 
+    void writeOnly(const std::vector<std::string>& types) {
+        collect();
+        const auto isOther = [&types](const WrittenNode& written) {
+            return !isOneOf(types, written.node);
+        };
+        nodes_.erase(std::remove_if(nodes_.begin(), nodes_.end(), isOther), nodes_.end());
+        sink_.begin({});
+        writeUnits();
+        for (WrittenNode& node : nodes_)
+            writeNode(node);
+        for (const WrittenNode& written : nodes_)
+            writeConnectionsOf(written.node, types);
+        sink_.end({});
+    }
+
 private:
+    static bool isOneOf(const std::vector<std::string>& types, const MObject& node) {
+        const std::string type = MFnDependencyNode(node).typeName().asChar();
+        return std::find(types.begin(), types.end(), type) != types.end();
+    }
+
+    void writeUnits() {
+        sink_.units({linearName(MDistance::uiUnit()), angleName(MAngle::uiUnit()),
+                     timeName(MTime::uiUnit())});
+    }
+
     void collect() {
         for (const MObject& node : nodesInOrder()) {
             const MFnDependencyNode function(node);
@@ -259,6 +283,21 @@ private:
                           nodePath(kept.destination.object()) + kept.destinationPlug);
     }
 
+    // Those among nodes of the types stand with their destination.
+    void writeConnectionsOf(const MObject& node, const std::vector<std::string>& types) {
+        MPlugArray plugs;
+        MFnDependencyNode(node).getConnections(plugs);
+        for (unsigned i = 0; i < plugs.length(); ++i) {
+            if (plugs[i].isDestination())
+                sink_.connect(plugPath(plugs[i].source()), plugPath(plugs[i]));
+            MPlugArray fed;
+            plugs[i].destinations(fed);
+            for (unsigned k = 0; k < fed.length(); ++k)
+                if (!isOneOf(types, fed[k].node()))
+                    sink_.connect(plugPath(plugs[i]), plugPath(fed[k]));
+        }
+    }
+
     static std::string plugPath(const MPlug& plug) {
         return nodePath(plug.node()) + "." + plug.partialName().asChar();
     }
@@ -276,6 +315,10 @@ std::string nodePath(const MObject& node) {
     if (!node.hasFn(MFn::kDagNode))
         return MFnDependencyNode(node).name().asChar();
     return MFnDagNode(node).partialPathName().asChar();
+}
+
+void writeNodes(SceneSink& sink, const std::vector<std::string>& types) {
+    Writer(sink, SceneMemory(), {}).writeOnly(types);
 }
 
 std::string writeScene(SceneSink& sink, const std::string& fileName, const SceneMemory& memory,

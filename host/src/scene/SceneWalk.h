@@ -6,6 +6,7 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 // Goes through the scene and writes it to a sink.
 namespace host {
@@ -15,6 +16,10 @@ namespace host {
 // themselves, after which the sink's file is not usable, or "". Throws FileError.
 std::string writeScene(SceneSink& sink, const std::string& fileName, const SceneMemory& memory,
                        const std::set<std::string>& without);
+
+// Only the nodes of exactly these types, with what they are connected to. Data that fail to write
+// themselves are left out.
+void writeNodes(SceneSink& sink, const std::vector<std::string>& types);
 
 // The shortest path that names the node alone.
 std::string nodePath(const MObject& node);

@@ -76,6 +76,12 @@ void UndoQueue::push(std::unique_ptr<UndoStep> step) {
     done_.push_back(std::move(step));
     if (limit_ > 0 && done_.size() > limit_)
         done_.erase(done_.begin(), done_.end() - static_cast<std::ptrdiff_t>(limit_));
+    changed();
+}
+
+void UndoQueue::changed() const {
+    if (listener_)
+        listener_();
 }
 
 void UndoQueue::openChunk(const std::string& label) {
@@ -106,6 +112,7 @@ bool UndoQueue::undo() {
     }
     // What a step that fails holds may exist nowhere else.
     (ok ? undone_ : done_).push_back(std::move(step));
+    changed();
     if (ok)
         events::emit("Undo");
     return ok;
@@ -122,6 +129,7 @@ bool UndoQueue::redo() {
         ok = step->redo();
     }
     (ok ? done_ : undone_).push_back(std::move(step));
+    changed();
     if (ok)
         events::emit("Redo");
     return ok;
@@ -141,6 +149,7 @@ void UndoQueue::flush() {
     done_.clear();
     undone_.clear();
     chunk_.clear();
+    changed();
 }
 
 void UndoQueue::setLimit(std::size_t limit) {

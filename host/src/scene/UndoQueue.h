@@ -1,6 +1,7 @@
 // The undo queue of the process: steps that were done, and those undone that may be redone.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -47,10 +48,14 @@ public:
     void setLimit(std::size_t limit);
     std::size_t limit() const { return limit_; }
 
+    /// One listener, called after anything that may change canUndo or canRedo.
+    void setListener(std::function<void()> listener) { listener_ = std::move(listener); }
+
 private:
     using Steps = std::vector<std::unique_ptr<UndoStep>>;
 
     void push(std::unique_ptr<UndoStep> step);
+    void changed() const;
 
     Steps done_;
     Steps undone_;
@@ -61,6 +66,7 @@ private:
     bool enabled_ = true;
     bool undoing_ = false;
     bool redoing_ = false;
+    std::function<void()> listener_;
 };
 
 UndoQueue& undoQueue();

@@ -1,12 +1,16 @@
 #include "script/ScriptJobs.h"
 
-#include "foundation/Idle.h"
 #include "scene/Events.h"
+#include "scene/UndoQueue.h"
 #include "script/CallHelpers.h"
 #include "script/Conditions.h"
 #include "script/CoreCommands.h"
 #include "script/Flags.h"
 #include "script/Interpreter.h"
+#include "script/JobTable.h"
+
+#include <maya/MGlobal.h>
+#include <maya/MSelectionList.h>
 
 #include <map>
 
@@ -14,133 +18,20 @@ namespace host::script {
 
 namespace {
 
-struct Job {
-    std::string trigger; ///< long flag name without dash: event, conditionChange, …
-    std::string name;    ///< of the event, condition or control
-    std::string script;
-    std::string parent;
-    bool runOnce = false, isProtected = false, permanent = false, killWithScene = false;
-    bool pending = false;
-};
+ElementPath& elementPath() {
+    static ElementPath path;
+    return path;
+}
 
-class JobTable {
-public:
-    static JobTable& instance() {
-        static JobTable table;
-        return table;
-    }
-
-    int add(Job job, bool replacePrevious) {
-        if (replacePrevious)
-            for (auto it = jobs_.begin(); it != jobs_.end();)
-                it = it->second.parent == job.parent ? jobs_.erase(it) : std::next(it);
-        listen();
-        const int number = next_++;
-        jobs_[number] = std::move(job);
-        return number;
-    }
-
-    bool contains(int number) const { return jobs_.count(number) > 0; }
-
-    // False when the job is protected and not forced, or cannot be killed at all.
-    bool kill(int number, bool force) {
-        const auto it = jobs_.find(number);
-        if (it == jobs_.end())
-            return true;
-        if (it->second.permanent || (it->second.isProtected && !force))
-            return false;
-        jobs_.erase(it);
-        return true;
-    }
-
-    void killAll(bool force, bool permanentToo) {
-        for (auto it = jobs_.begin(); it != jobs_.end();) {
-            const Job& job = it->second;
-            const bool stays = (job.permanent && !permanentToo) || (job.isProtected && !force);
-            it = stays ? std::next(it) : jobs_.erase(it);
-        }
-    }
-
-    Strings list() const {
-        Strings lines;
-        for (const auto& [number, job] : jobs_) {
-            std::string line = std::to_string(number) + ": \"-" + job.trigger + "\" ";
-            if (!job.name.empty())
-                line += quoted(job.name) + " ";
-            lines.push_back(line + quoted(job.script));
-        }
-        return lines;
-    }
-
-    void trigger(const std::string& kind, const std::string& name) {
-        for (auto& [number, job] : jobs_)
-            if (job.trigger == kind && job.name == name)
-                job.pending = true;
-        schedule();
-    }
-
-    void parentGone(const std::string& name) {
-        for (auto it = jobs_.begin(); it != jobs_.end();)
-            it = it->second.parent == name ? jobs_.erase(it) : std::next(it);
-        trigger("uiDeleted", name);
-    }
-
-private:
-    void listen() {
-        if (listening_)
-            return;
-        listening_ = true;
-        events::listen([this](const std::string& name) { happened(name); });
-        conditions::addListener([this](const std::string& name, bool state) {
-            trigger("conditionChange", name);
-            trigger(state ? "conditionTrue" : "conditionFalse", name);
-        });
-    }
-
-    void happened(const std::string& name) {
-        if (name == "NewSceneOpened" || name == "SceneOpened")
-            for (auto it = jobs_.begin(); it != jobs_.end();)
-                it = it->second.killWithScene ? jobs_.erase(it) : std::next(it);
-        if (conditions::state("playingBack"))
-            return;
-        trigger("event", name);
-        if (name == "timeChanged")
-            trigger("timeChange", "");
-    }
-
-    void schedule() {
-        if (scheduled_)
-            return;
-        for (const auto& [number, job] : jobs_)
-            scheduled_ = scheduled_ || job.pending;
-        if (scheduled_)
-            idle::post([this] { runPending(); });
-    }
-
-    // A job may end itself or others, and trigger any: those wait for the next idle.
-    void runPending() {
-        scheduled_ = false;
-        std::vector<int> due;
-        for (auto& [number, job] : jobs_) {
-            if (job.pending)
-                due.push_back(number);
-            job.pending = false;
-        }
-        for (const int number : due) {
-            const auto it = jobs_.find(number);
-            if (it == jobs_.end())
-                continue;
-            const std::string script = it->second.script;
-            if (it->second.runOnce)
-                jobs_.erase(it);
-            run(script);
-        }
-    }
-
-    std::map<int, Job> jobs_;
-    int next_ = 1;
-    bool listening_ = false, scheduled_ = false;
-};
+/// Which flag makes a job look at nodes, and at what.
+const std::map<std::string, NodeWatch::Kind>& nodeTriggers() {
+    using Kind = NodeWatch::Kind;
+    static const std::map<std::string, Kind> kinds = {
+        {"attributeChange", Kind::attributeChange},   {"attributeAdded", Kind::attributeAdded},
+        {"attributeDeleted", Kind::attributeDeleted}, {"connectionChange", Kind::connectionChange},
+        {"nodeNameChanged", Kind::nodeNameChanged},   {"nodeDeleted", Kind::nodeDeleted}};
+    return kinds;
+}
 
 const Flags& jobFlags() {
     using K = ArgKind;
@@ -150,6 +41,15 @@ const Flags& jobFlags() {
                                    .flag("-ct", "-conditionTrue", {K::String, K::String})
                                    .flag("-cf", "-conditionFalse", {K::String, K::String})
                                    .flag("-uid", "-uiDeleted", {K::String, K::String})
+                                   .flag("-ac", "-attributeChange", {K::String, K::String})
+                                   .flag("-aa", "-attributeAdded", {K::String, K::String})
+                                   .flag("-ad", "-attributeDeleted", {K::String, K::String})
+                                   .flag("-con", "-connectionChange", {K::String, K::String})
+                                   .flag("-nd", "-nodeDeleted", {K::String, K::String})
+                                   .flag("-nnc", "-nodeNameChanged", {K::String, K::String})
+                                   .flag("-ie", "-idleEvent", {K::String})
+                                   .flag("-alc", "-allChildren")
+                                   .flag("-di", "-disregardIndex")
                                    .flag("-tc", "-timeChange", {K::String})
                                    .flag("-ro", "-runOnce", {K::Boolean})
                                    .flag("-p", "-parent", {K::String})
@@ -159,6 +59,7 @@ const Flags& jobFlags() {
                                    .flag("-pro", "-protected")
                                    .flag("-per", "-permanent")
                                    .flag("-k", "-kill", {K::Int})
+                                   .multiUse("-k")
                                    .flag("-ka", "-killAll")
                                    .flag("-f", "-force")
                                    .flag("-ex", "-exists", {K::Int})
@@ -168,19 +69,30 @@ const Flags& jobFlags() {
     return flags;
 }
 
-Value addJob(const ParsedFlags& parsed) {
-    Job job;
-    for (const char* kind :
-         {"event", "conditionChange", "conditionTrue", "conditionFalse", "uiDeleted"}) {
+std::string existingElement(const std::string& name) {
+    if (!elementPath())
+        return name;
+    const std::string path = elementPath()(name);
+    if (path.empty())
+        throw ScriptError("Object '" + name + "' not found.");
+    return path;
+}
+
+/// What sets the job off: exactly one of the flags.
+void setTrigger(const ParsedFlags& parsed, ScriptJob& job) {
+    Strings kinds = {"event",      "conditionChange", "conditionTrue", "conditionFalse",
+                     "timeChange", "idleEvent",       "uiDeleted"};
+    for (const auto& [name, kind] : nodeTriggers())
+        kinds.push_back(name);
+    for (const std::string& kind : kinds) {
         if (!parsed.isSet(kind))
             continue;
+        if (!job.trigger.empty())
+            throw ScriptError("scriptJob takes one of -" + job.trigger + " and -" + kind + ".");
         job.trigger = kind;
-        job.name = parsed.getString(kind);
-        job.script = parsed.getString(kind, {}, 1);
-    }
-    if (parsed.isSet("timeChange")) {
-        job.trigger = "timeChange";
-        job.script = parsed.getString("timeChange");
+        const bool named = kind != "timeChange" && kind != "idleEvent";
+        job.name = named ? parsed.getString(kind) : std::string();
+        job.script = parsed.getString(kind, {}, named ? 1 : 0);
     }
     if (job.trigger.empty())
         throw ScriptError("scriptJob needs an event or a condition.");
@@ -188,12 +100,28 @@ Value addJob(const ParsedFlags& parsed) {
         throw ScriptError("Unknown event \"" + job.name + "\".");
     if (job.trigger.compare(0, 9, "condition") == 0 && !conditions::exists(job.name))
         throw ScriptError("Unknown condition \"" + job.name + "\".");
-    job.parent = parsed.getString("parent");
+    if (job.trigger == "uiDeleted")
+        job.name = existingElement(job.name);
+    const auto node = nodeTriggers().find(job.trigger);
+    if (node != nodeTriggers().end())
+        job.watch.emplace(node->second, job.name);
+}
+
+Value addJob(const ParsedFlags& parsed) {
+    ScriptJob job;
+    setTrigger(parsed, job);
+    if (parsed.isSet("parent"))
+        job.parent = existingElement(parsed.getString("parent"));
+    else if (parsed.isSet("replacePrevious"))
+        throw ScriptError("scriptJob: -replacePrevious needs -parent.");
     job.runOnce = parsed.getBool("runOnce");
     job.isProtected = parsed.isSet("protected");
     job.permanent = parsed.isSet("permanent");
     job.killWithScene = parsed.isSet("killWithScene");
-    return JobTable::instance().add(std::move(job), parsed.isSet("replacePrevious"));
+    JobTable& jobs = JobTable::instance();
+    if (parsed.isSet("replacePrevious"))
+        jobs.killChildrenOf(job.parent, parsed.isSet("force"));
+    return jobs.add(std::move(job));
 }
 
 Value scriptJob(const CommandCall& call) {
@@ -210,9 +138,8 @@ Value scriptJob(const CommandCall& call) {
     if (batchMode())
         return 0;
     if (parsed.isSet("kill")) {
-        if (!jobs.kill(parsed.getInt("kill"), parsed.isSet("force")))
-            throw ScriptError("Script job " + std::to_string(parsed.getInt("kill")) +
-                              " is protected.");
+        for (int use = 0; use < parsed.uses("kill"); ++use)
+            jobs.kill(parsed.getInt("kill", 0, 0, use), parsed.isSet("force"));
         return {};
     }
     if (parsed.isSet("killAll")) {
@@ -220,6 +147,27 @@ Value scriptJob(const CommandCall& call) {
         return {};
     }
     return addJob(parsed);
+}
+
+/// Keeps the conditions that follow from the state of the scene up to date.
+void followScene() {
+    static bool following = false;
+    if (following)
+        return;
+    following = true;
+    for (const char* name : {"SomethingSelected", "UndoAvailable", "RedoAvailable"})
+        conditions::declare(name);
+    const auto selection = [] {
+        MSelectionList list;
+        MGlobal::getActiveSelectionList(list);
+        conditions::set("SomethingSelected", list.length() > 0);
+    };
+    for (const char* event : {"SelectionChanged", "NewSceneOpened", "SceneOpened"})
+        events::listen(event, selection);
+    undoQueue().setListener([] {
+        conditions::set("UndoAvailable", undoQueue().canUndo());
+        conditions::set("RedoAvailable", undoQueue().canRedo());
+    });
 }
 
 Value isTrue(const CommandCall& call) {
@@ -252,8 +200,12 @@ Value condition(const CommandCall& call) {
 
 } // namespace
 
-void uiDeleted(const std::string& name) {
-    JobTable::instance().parentGone(name);
+void setElementPath(ElementPath path) {
+    elementPath() = std::move(path);
+}
+
+void uiDeleted(const std::string& path) {
+    JobTable::instance().elementDeleted(path);
 }
 
 void killAllScriptJobs() {
@@ -262,7 +214,7 @@ void killAllScriptJobs() {
 
 void registerScriptJobCommands() {
     conditions::declare("playingBack");
-    conditions::declare("SomethingSelected");
+    followScene();
     registerCommand("scriptJob", scriptJob);
     registerCommand("isTrue", isTrue);
     registerCommand("condition", condition);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 /// Script jobs: scripts that run at idle after an event, or after a condition changed. A job runs
@@ -7,9 +8,14 @@
 /// (not conditions) are not forwarded while the condition "playingBack" holds.
 namespace host::script {
 
-/// To be called when a control or window is gone: ends the jobs that have it as parent and runs
-/// the ones that wait for its deletion.
-void uiDeleted(const std::string& name);
+/// Gives the full path of a control or window, "" when there is none of that name.
+using ElementPath = std::function<std::string(const std::string& name)>;
+/// The interface sets this; without it the names that jobs are given stand for themselves.
+void setElementPath(ElementPath path);
+
+/// To be called when a control or window is gone, with its full path: ends the jobs that have it
+/// as parent and runs the ones that wait for its deletion.
+void uiDeleted(const std::string& path);
 
 /// Ends all jobs, protected ones included; at shutdown and in tests.
 void killAllScriptJobs();

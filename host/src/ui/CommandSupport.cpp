@@ -35,11 +35,11 @@ void requireNewName(const std::string& name, ElementKind kind) {
         throw script::ScriptError("Object's name '" + name + "' is not unique.");
 }
 
-void runElementScript(const QString& text) {
+void runElementScript(const QString& text, bool echo) {
     if (text.isEmpty())
         return;
     script::RunOptions options;
-    options.echo = true;
+    options.echo = echo;
     ++runningElementScripts;
     script::run(text.toStdString(), nullptr, options);
     --runningElementScripts;

@@ -33,8 +33,8 @@ template <class T> T* findAs(const std::string& name, ElementKind kind) {
 /// Throws ScriptError `Object's name 'NAME' is not unique.` when the name is taken.
 void requireNewName(const std::string& name, ElementKind kind);
 
-/// Runs a script given to an interface element, as the top level does.
-void runElementScript(const QString& text);
+/// Runs a script given to an interface element, as the top level does; `echo` shows it.
+void runElementScript(const QString& text, bool echo = true);
 
 /// Deletes an element and what is in it: now, or when the script of an element that is running
 /// has returned, as that may be the element's own.

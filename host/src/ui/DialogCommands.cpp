@@ -1,6 +1,7 @@
 // confirmDialog and the host's own hostContactSheet.
 #include "script/Commands.h"
 #include "script/Flags.h"
+#include "script/ScriptJobs.h"
 #include "ui/CommandSupport.h"
 #include "ui/ContactSheet.h"
 #include "ui/MainWindow.h"
@@ -96,10 +97,22 @@ void registerDialogCommands() {
 void registerUiCommands() {
     registerToolCommands();
     registerWindowCommands();
+    registerControlCommands();
     registerMenuCommands();
+    registerMenuItemCommands();
+    registerMenuSetCommands();
     registerPanelCommands();
+    registerModelEditorCommand();
     registerTimeControlCommands();
     registerDialogCommands();
+    // Script jobs live and die with the elements they were given.
+    script::setElementPath([](const std::string& name) {
+        const Elements& elements = Elements::instance();
+        return elements.pathOf(elements.findAny(command::text(name))).toStdString();
+    });
+    Elements::instance().onRemoved = [](const QString& path) {
+        script::uiDeleted(path.toStdString());
+    };
 }
 
 } // namespace host

@@ -27,11 +27,25 @@ Elements& Elements::instance() {
 void Elements::add(QObject* object, const QString& name, ElementKind kind, const QObject* parent) {
     object->setObjectName(name);
     entries_.push_back({object, name, kind, parent});
-    connect(object, &QObject::destroyed, this, [this](QObject* gone) {
-        entries_.erase(std::remove_if(entries_.begin(), entries_.end(),
-                                      [gone](const Entry& entry) { return entry.object == gone; }),
-                       entries_.end());
-    });
+    connect(object, &QObject::destroyed, this, [this](QObject* gone) { remove(gone); });
+}
+
+void Elements::remove(const QObject* object) {
+    if (!find(object))
+        return;
+    const QString path = pathOf(object);
+    // What waits for its deletion no longer takes new elements.
+    if (currentLayout == object)
+        currentLayout.clear();
+    if (currentMenu == object)
+        currentMenu.clear();
+    if (currentCollection == object)
+        currentCollection.clear();
+    entries_.erase(std::remove_if(entries_.begin(), entries_.end(),
+                                  [object](const Entry& entry) { return entry.object == object; }),
+                   entries_.end());
+    if (onRemoved)
+        onRemoved(path);
 }
 
 const Elements::Entry* Elements::find(const QObject* object) const {
@@ -103,9 +117,7 @@ QList<QObject*> Elements::childrenOf(const QObject* object) const {
 void Elements::forget(QObject* object) {
     for (QObject* child : childrenOf(object))
         forget(child);
-    entries_.erase(std::remove_if(entries_.begin(), entries_.end(),
-                                  [object](const Entry& entry) { return entry.object == object; }),
-                   entries_.end());
+    remove(object);
 }
 
 QString Elements::uniqueName(const QString& stem) const {

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 class QWidget;
@@ -13,6 +14,9 @@ namespace host {
 
 /// What scripts call an interface element. Several kinds may share one name.
 enum class ElementKind { window, layout, control, panel, menu, menuItem, collection };
+
+/// Dynamic property of elements that the program cannot do without: scripts cannot delete them.
+constexpr const char* builtIn = "builtIn";
 
 /// Names of the interface elements that scripts and plug-ins can ask for: windows, layouts,
 /// controls, panels, menus and their items. An element is a QObject that lives elsewhere; it
@@ -41,6 +45,9 @@ public:
     /// Takes an element and those below it out of the register.
     void forget(QObject* object);
 
+    /// Called with the full path of every element that leaves the register.
+    std::function<void(const QString& path)> onRemoved;
+
     /// `stem` followed by the first number that gives a new name.
     QString uniqueName(const QString& stem) const;
 
@@ -57,6 +64,7 @@ private:
         QPointer<const QObject> parent;
     };
     const Entry* find(const QObject* object) const;
+    void remove(const QObject* object);
 
     std::vector<Entry> entries_;
 };

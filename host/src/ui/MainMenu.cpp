@@ -98,12 +98,18 @@ void MainWindow::buildMenuSetChooser() {
     auto* chooser = new QComboBox(menuBar());
     chooser->setObjectName(QStringLiteral("menuSetChooser"));
     chooser->setFocusPolicy(Qt::NoFocus);
-    for (const QString& set : sets.names())
-        chooser->addItem(sets.labelOf(set), set);
     const auto showCurrent = [chooser] {
         chooser->setCurrentIndex(chooser->findData(MenuSets::instance().current()));
     };
-    showCurrent();
+    const auto fill = [chooser, showCurrent] {
+        const MenuSets& all = MenuSets::instance();
+        chooser->clear();
+        for (const QString& set : all.names())
+            chooser->addItem(all.labelOf(set), set);
+        showCurrent();
+    };
+    fill();
+    connect(&sets, &MenuSets::setsChanged, chooser, fill);
     connect(&sets, &MenuSets::currentChanged, chooser, showCurrent);
     connect(chooser, QOverload<int>::of(&QComboBox::activated), chooser, [chooser](int index) {
         MenuSets::instance().setCurrent(chooser->itemData(index).toString());

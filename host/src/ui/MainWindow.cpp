@@ -95,6 +95,9 @@ void MainWindow::buildCentre() {
     timeSlider_ = new TimeSlider(centre);
     elements.add(timeSlider_, QStringLiteral("timeControl1"), ElementKind::control, centre);
     layout->addWidget(timeSlider_);
+    for (QObject* element : {static_cast<QObject*>(centre), static_cast<QObject*>(panes),
+                             static_cast<QObject*>(panel_), static_cast<QObject*>(timeSlider_)})
+        element->setProperty(builtIn, true);
     timeBar_ = new TimeBar(centre);
     layout->addWidget(timeBar_);
     scriptLine_ = new ScriptLine(centre);

@@ -1,23 +1,19 @@
-// menu, menuItem, radioMenuItemCollection, menuSet, setMenuMode.
+// menu, popupMenu.
 #include "script/Commands.h"
 #include "script/Flags.h"
-#include "script/Interpreter.h"
 #include "ui/CommandSupport.h"
 #include "ui/Elements.h"
 #include "ui/MainWindow.h"
-#include "ui/MenuSets.h"
+#include "ui/MenuSupport.h"
+#include "ui/ModelPanel.h"
+#include "ui/OptionMenu.h"
 #include "ui/UiCommands.h"
 
-#include <QAction>
-#include <QActionGroup>
-#include <QFont>
-#include <QMenu>
+#include <QLayout>
 #include <QMenuBar>
-#include <memory>
+#include <QMouseEvent>
 
 namespace host {
-
-namespace {
 
 using script::ArgKind;
 using script::CommandCall;
@@ -26,16 +22,28 @@ using script::ParsedFlags;
 using script::ScriptError;
 using script::Value;
 
+namespace {
+
 Elements& elements() {
     return Elements::instance();
 }
 
-/// A menu, or the sub-menu that a menu item is; null when there is none of that name.
+QMenu* asMenu(QObject* object) {
+    auto* option = qobject_cast<OptionMenu*>(object);
+    return option ? &option->menu() : qobject_cast<QMenu*>(object);
+}
+
+} // namespace
+
+namespace command {
+
 QMenu* findMenu(const std::string& name) {
-    QObject* object = elements().find(command::text(name), ElementKind::menu);
-    if (!object)
-        object = elements().find(command::text(name), ElementKind::menuItem);
-    return qobject_cast<QMenu*>(object);
+    for (const ElementKind kind :
+         {ElementKind::menu, ElementKind::menuItem, ElementKind::control}) {
+        if (QMenu* menu = asMenu(elements().find(text(name), kind)))
+            return menu;
+    }
+    return nullptr;
 }
 
 QMenu& menuNamed(const std::string& name) {
@@ -44,14 +52,40 @@ QMenu& menuNamed(const std::string& name) {
     throw ScriptError("Object '" + name + "' not found.");
 }
 
-QMenu* menuParent(const ParsedFlags& flags) {
+QMenu& menuParent(const ParsedFlags& flags, const std::string& commandName) {
     if (flags.isSet("-parent"))
-        return &menuNamed(flags.getString("-parent"));
-    auto* menu = qobject_cast<QMenu*>(elements().currentMenu.data());
-    if (!menu)
-        throw ScriptError("menuItem: there is no current menu to put the item in.");
-    return menu;
+        return menuNamed(flags.getString("-parent"));
+    if (QMenu* menu = asMenu(elements().currentMenu))
+        return *menu;
+    throw ScriptError(commandName + ": there is no current menu to put it in.");
 }
+
+QObject* ownerOf(QMenu& menu) {
+    if (elements().contains(&menu))
+        return &menu;
+    return qobject_cast<OptionMenu*>(menu.parent());
+}
+
+void setPostCommand(QMenu& menu, const ParsedFlags& flags) {
+    if (flags.isSet("-postMenuCommandOnce"))
+        menu.setProperty("postMenuCommandOnce", flags.getBool("-postMenuCommandOnce"));
+    if (!flags.isSet("-postMenuCommand"))
+        return;
+    const bool first = !menu.property("postMenuCommand").isValid();
+    menu.setProperty("postMenuCommand", text(flags.getString("-postMenuCommand")));
+    if (!first)
+        return;
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu] {
+        const QString script = menu.property("postMenuCommand").toString();
+        if (menu.property("postMenuCommandOnce").toBool())
+            menu.setProperty("postMenuCommand", QString());
+        runElementScript(script);
+    });
+}
+
+} // namespace command
+
+namespace {
 
 void setMenuFlags(QMenu& menu, const ParsedFlags& flags) {
     if (flags.isSet("-label"))
@@ -62,10 +96,24 @@ void setMenuFlags(QMenu& menu, const ParsedFlags& flags) {
         menu.setEnabled(flags.getBool("-enable"));
     if (flags.isSet("-visible"))
         menu.menuAction()->setVisible(flags.getBool("-visible"));
-    if (flags.isSet("-deleteAllItems")) {
-        for (QObject* item : elements().childrenOf(&menu))
-            command::destroy(item);
+    if (flags.isSet("-docTag"))
+        menu.setProperty("docTag", command::text(flags.getString("-docTag")));
+    command::setPostCommand(menu, flags);
+}
+
+void deleteItems(QMenu& menu) {
+    for (QObject* item : elements().childrenOf(command::ownerOf(menu)))
+        command::destroy(item);
+}
+
+/// The items and collections of a menu; scripts ask for the items.
+QList<QObject*> itemsOf(QMenu& menu) {
+    QList<QObject*> items;
+    for (QObject* child : elements().childrenOf(command::ownerOf(menu))) {
+        if (elements().kindOf(child) == ElementKind::menuItem)
+            items.append(child);
     }
+    return items;
 }
 
 Value queryMenu(QMenu& menu, const ParsedFlags& flags) {
@@ -77,7 +125,15 @@ Value queryMenu(QMenu& menu, const ParsedFlags& flags) {
         return Value(menu.isEnabled());
     if (flags.isSet("-visible"))
         return Value(menu.menuAction()->isVisible());
-    const QList<QObject*> items = elements().childrenOf(&menu);
+    if (flags.isSet("-allowOptionBoxes"))
+        return Value(true);
+    for (const char* flag : {"-postMenuCommand", "-docTag"}) {
+        if (flags.isSet(flag))
+            return Value(menu.property(flag + 1).toString().toStdString());
+    }
+    if (flags.isSet("-postMenuCommandOnce"))
+        return Value(menu.property("postMenuCommandOnce").toBool());
+    const QList<QObject*> items = itemsOf(menu);
     if (flags.isSet("-numberOfItems"))
         return Value(int(items.size()));
     if (flags.isSet("-itemArray")) {
@@ -89,317 +145,162 @@ Value queryMenu(QMenu& menu, const ParsedFlags& flags) {
     throw ScriptError("menu: a flag to query is needed.");
 }
 
-Value menuCommand(const CommandCall& call) {
-    static const Flags syntax = Flags()
-                                    .flag("-p", "-parent", {ArgKind::String})
-                                    .flag("-l", "-label", {ArgKind::String})
-                                    .flag("-to", "-tearOff", {ArgKind::Boolean})
-                                    .flag("-en", "-enable", {ArgKind::Boolean})
-                                    .flag("-vis", "-visible", {ArgKind::Boolean})
-                                    .flag("-pmc", "-postMenuCommand", {ArgKind::String})
-                                    .flag("-ni", "-numberOfItems")
-                                    .flag("-ia", "-itemArray")
-                                    .flag("-dai", "-deleteAllItems")
-                                    .flag("-aob", "-allowOptionBoxes", {ArgKind::Boolean})
-                                    .flag("-ex", "-exists")
-                                    .query()
-                                    .edit()
-                                    .objects(0, 1);
-    const ParsedFlags flags = syntax.parse(call);
+Flags commonFlags() {
+    return Flags()
+        .flag("-p", "-parent", {ArgKind::String})
+        .flag("-pmc", "-postMenuCommand", {ArgKind::String})
+        .flag("-pmo", "-postMenuCommandOnce", {ArgKind::Boolean})
+        .flag("-ni", "-numberOfItems")
+        .flag("-ia", "-itemArray")
+        .flag("-dai", "-deleteAllItems")
+        .flag("-aob", "-allowOptionBoxes", {ArgKind::Boolean})
+        .flag("-l", "-label", {ArgKind::String})
+        .flag("-to", "-tearOff", {ArgKind::Boolean})
+        .flag("-en", "-enable", {ArgKind::Boolean})
+        .flag("-vis", "-visible", {ArgKind::Boolean})
+        .flag("-dtg", "-docTag", {ArgKind::String})
+        .flag("-ex", "-exists")
+        .query()
+        .edit()
+        .objects(0, 1);
+}
+
+/// Existence, queries and edits of menus that are there; nothing when one is to be made.
+std::optional<Value> existingMenu(const ParsedFlags& flags, const std::string& commandName) {
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
-        return Value(findMenu(name) != nullptr);
-    command::requireInterface("menu");
+        return Value(command::findMenu(name) != nullptr);
+    command::requireInterface(commandName);
     if (flags.isQuery())
-        return queryMenu(menuNamed(name), flags);
+        return queryMenu(command::menuNamed(name), flags);
     if (flags.isEdit()) {
-        setMenuFlags(menuNamed(name), flags);
-        return {};
+        QMenu& menu = command::menuNamed(name);
+        if (flags.isSet("-deleteAllItems"))
+            deleteItems(menu);
+        setMenuFlags(menu, flags);
+        return Value();
     }
-    auto* window = MainWindow::instance();
-    if (flags.isSet("-parent") &&
-        command::find(flags.getString("-parent"), ElementKind::window) != window)
-        throw ScriptError("menu: only the main window has a menu bar here.");
     if (!name.empty())
         command::requireNewName(name, ElementKind::menu);
-    QMenu* menu = window->menuBar()->addMenu(QString());
-    elements().add(menu, name.empty() ? elements().uniqueName("menu") : command::text(name),
-                   ElementKind::menu, window);
-    setMenuFlags(*menu, flags);
-    if (flags.isSet("-postMenuCommand")) {
-        const QString text = command::text(flags.getString("-postMenuCommand"));
-        QObject::connect(menu, &QMenu::aboutToShow, menu,
-                         [text] { command::runElementScript(text); });
-    }
-    elements().currentMenu = menu;
+    return std::nullopt;
+}
+
+Value finishMenu(QMenu& menu, QObject* parent, const ParsedFlags& flags, const char* stem) {
+    const std::string name = flags.object();
+    elements().add(&menu, name.empty() ? elements().uniqueName(stem) : command::text(name),
+                   ElementKind::menu, parent);
+    setMenuFlags(menu, flags);
+    elements().currentMenu = &menu;
     elements().currentCollection = nullptr;
-    return command::path(menu);
+    return command::path(&menu);
 }
 
-/// Items of a radio collection are a QActionGroup; without a collection those of one menu are.
-QActionGroup* radioGroup(QMenu& menu, const ParsedFlags& flags) {
-    if (flags.isSet("-collection"))
-        return command::findAs<QActionGroup>(flags.getString("-collection"),
-                                             ElementKind::collection);
-    if (auto* group = qobject_cast<QActionGroup*>(elements().currentCollection.data()))
-        return group;
-    const QString name = QStringLiteral("ownRadioItems");
-    auto* group = menu.findChild<QActionGroup*>(name, Qt::FindDirectChildrenOnly);
-    if (!group) {
-        group = new QActionGroup(&menu);
-        group->setObjectName(name);
+/// The menu bar of a window: the main window has one, others get one with their first menu.
+QMenuBar& menuBarOf(QWidget& window) {
+    if (auto* main = qobject_cast<QMainWindow*>(&window))
+        return *main->menuBar();
+    QLayout* layout = window.layout();
+    if (!layout)
+        throw ScriptError("menu: the window has no menu bar.");
+    if (!layout->menuBar()) {
+        auto* bar = new QMenuBar(&window);
+        bar->setNativeMenuBar(false);
+        layout->setMenuBar(bar);
     }
-    return group;
+    return *qobject_cast<QMenuBar*>(layout->menuBar());
 }
 
-void setItemFlags(QAction& action, const ParsedFlags& flags) {
-    if (flags.isSet("-label"))
-        action.setText(command::text(flags.getString("-label")));
-    if (flags.isSet("-annotation"))
-        action.setStatusTip(command::text(flags.getString("-annotation")));
-    if (flags.isSet("-enable"))
-        action.setEnabled(flags.getBool("-enable"));
-    if (flags.isSet("-command"))
-        action.setProperty("command", command::text(flags.getString("-command")));
-    for (const char* kind : {"-checkBox", "-radioButton"}) {
-        if (flags.isSet(kind) && action.isCheckable())
-            action.setChecked(flags.getBool(kind));
-    }
-    if (flags.isSet("-visible"))
-        action.setVisible(flags.getBool("-visible"));
-    if (flags.isSet("-data"))
-        action.setData(flags.getInt("-data"));
-    if (flags.isSet("-dividerLabel"))
-        action.setText(command::text(flags.getString("-dividerLabel")));
-    if (flags.isSet("-boldFont") || flags.isSet("-italicized")) {
-        QFont font = action.font();
-        font.setBold(flags.getBool("-boldFont", font.bold()));
-        font.setItalic(flags.getBool("-italicized", font.italic()));
-        action.setFont(font);
-    }
+QWidget& menuWindow(const ParsedFlags& flags) {
+    if (flags.isSet("-parent"))
+        return *command::findAs<QWidget>(flags.getString("-parent"), ElementKind::window);
+    // Menus of a window with a menu bar come right after the window.
+    QWidget* current = elements().currentLayout;
+    if (current && current->window()->layout() && current->window()->layout()->menuBar())
+        return *current->window();
+    return *MainWindow::instance();
 }
 
-Value queryItem(QObject* object, const ParsedFlags& flags) {
-    auto* menu = qobject_cast<QMenu*>(object);
-    QAction* action = menu ? menu->menuAction() : qobject_cast<QAction*>(object);
-    if (!action)
-        throw ScriptError("menuItem: not a menu item.");
-    if (flags.isSet("-label"))
-        return Value(action->text().toStdString());
-    if (flags.isSet("-annotation"))
-        return Value(action->statusTip().toStdString());
-    if (flags.isSet("-enable"))
-        return Value(action->isEnabled());
-    if (flags.isSet("-command"))
-        return Value(action->property("command").toString().toStdString());
-    if (flags.isSet("-checkBox") || flags.isSet("-radioButton"))
-        return Value(action->isChecked());
-    if (flags.isSet("-subMenu"))
-        return Value(menu != nullptr);
-    if (flags.isSet("-divider"))
-        return Value(action->isSeparator());
-    if (flags.isSet("-dividerLabel"))
-        return Value(action->text().toStdString());
-    if (flags.isSet("-visible"))
-        return Value(action->isVisible());
-    if (flags.isSet("-data"))
-        return Value(action->data().toInt());
-    if (flags.isSet("-isOptionBox") || flags.isSet("-optionBox"))
-        return Value(action->property("optionBox").toBool());
-    if (flags.isSet("-isRadioButton"))
-        return Value(action->isCheckable() && action->actionGroup());
-    if (flags.isSet("-isCheckBox"))
-        return Value(action->isCheckable() && !action->actionGroup());
-    if (flags.isSet("-boldFont"))
-        return Value(action->font().bold());
-    if (flags.isSet("-italicized"))
-        return Value(action->font().italic());
-    throw ScriptError("menuItem: a flag to query is needed.");
-}
-
-/// What makes a plain action a radio or check item and runs its script.
-QAction* finishItem(QMenu& menu, const ParsedFlags& flags, QAction* action) {
-    if (flags.isSet("-radioButton")) {
-        action->setCheckable(true);
-        radioGroup(menu, flags)->addAction(action);
-    } else if (flags.isSet("-checkBox")) {
-        action->setCheckable(true);
-    }
-    QObject::connect(action, &QAction::triggered, action, [action](bool checked) {
-        QString text = action->property("command").toString();
-        text.replace(QLatin1String("#1"), QString::number(checked ? 1 : 0));
-        command::runElementScript(text);
-    });
-    return action;
-}
-
-/// The action that a new item goes before: behind -insertAfter ("" puts it first), else none.
-QAction* placeOf(const QMenu& menu, const ParsedFlags& flags) {
-    if (!flags.isSet("-insertAfter"))
-        return nullptr;
-    const QList<QAction*> actions = menu.actions();
-    const std::string name = flags.getString("-insertAfter");
-    if (name.empty())
-        return actions.value(0);
-    QObject* item = command::find(name, ElementKind::menuItem);
-    auto* sub = qobject_cast<QMenu*>(item);
-    const int index = actions.indexOf(sub ? sub->menuAction() : qobject_cast<QAction*>(item));
-    if (index < 0)
-        throw ScriptError("menuItem: '" + name + "' is not in this menu.");
-    return actions.value(index + 1);
-}
-
-/// An option box belongs to the item above it, whose label it repeats.
-void makeOptionBox(const QMenu& menu, QAction& box) {
-    const QList<QAction*> actions = menu.actions();
-    const QAction* item = actions.value(actions.indexOf(&box) - 1);
-    if (!item || item->isSeparator() || item->property("optionBox").toBool())
-        throw ScriptError("menuItem: an option box needs an item before it.");
-    box.setProperty("optionBox", true);
-    box.setText(item->text() + QString::fromUtf8(" \xE2\x96\xA1"));
-}
-
-QObject* makeItem(QMenu& menu, const ParsedFlags& flags) {
-    QAction* before = placeOf(menu, flags);
-    if (flags.getBool("-subMenu")) {
-        auto* sub = new QMenu(&menu);
-        menu.insertMenu(before, sub);
-        sub->setTearOffEnabled(flags.getBool("-tearOff"));
-        return sub;
-    }
-    auto action = std::make_unique<QAction>(&menu);
-    action->setSeparator(flags.getBool("-divider"));
-    menu.insertAction(before, action.get());
-    if (flags.getBool("-optionBox"))
-        makeOptionBox(menu, *action);
-    return finishItem(menu, flags, action.release());
-}
-
-Value menuItemCommand(const CommandCall& call) {
-    static const Flags syntax = Flags()
-                                    .flag("-p", "-parent", {ArgKind::String})
-                                    .flag("-l", "-label", {ArgKind::String})
-                                    .flag("-c", "-command", {ArgKind::String})
-                                    .flag("-ann", "-annotation", {ArgKind::String})
-                                    .flag("-sm", "-subMenu", {ArgKind::Boolean})
-                                    .flag("-to", "-tearOff", {ArgKind::Boolean})
-                                    .flag("-d", "-divider", {ArgKind::Boolean})
-                                    .flag("-cb", "-checkBox", {ArgKind::Boolean})
-                                    .flag("-rb", "-radioButton", {ArgKind::Boolean})
-                                    .flag("-cl", "-collection", {ArgKind::String})
-                                    .flag("-en", "-enable", {ArgKind::Boolean})
-                                    .flag("-ec", "-echoCommand", {ArgKind::Boolean})
-                                    .flag("-ob", "-optionBox", {ArgKind::Boolean})
-                                    .flag("-ia", "-insertAfter", {ArgKind::String})
-                                    .flag("-dl", "-dividerLabel", {ArgKind::String})
-                                    .flag("-vis", "-visible", {ArgKind::Boolean})
-                                    .flag("-da", "-data", {ArgKind::Int})
-                                    .flag("-bld", "-boldFont", {ArgKind::Boolean})
-                                    .flag("-itl", "-italicized", {ArgKind::Boolean})
-                                    .flag("-icb", "-isCheckBox")
-                                    .flag("-irb", "-isRadioButton")
-                                    .flag("-iob", "-isOptionBox")
-                                    .flag("-aob", "-allowOptionBoxes", {ArgKind::Boolean})
-                                    .flag("-ex", "-exists")
-                                    .query()
-                                    .edit()
-                                    .objects(0, 1);
+Value menuCommand(const CommandCall& call) {
+    static const Flags syntax = commonFlags()
+                                    .flag("-hm", "-helpMenu", {ArgKind::Boolean})
+                                    .flag("-mn", "-mnemonic", {ArgKind::String})
+                                    .flag("-fi", "-familyImage", {ArgKind::String})
+                                    .flag("-ver", "-version", {ArgKind::String});
     const ParsedFlags flags = syntax.parse(call);
-    const std::string name = flags.object();
-    if (flags.isSet("-exists"))
-        return Value(elements().find(command::text(name), ElementKind::menuItem) != nullptr);
-    command::requireInterface("menuItem");
-    if (flags.isQuery())
-        return queryItem(command::find(name, ElementKind::menuItem), flags);
-    if (flags.isEdit()) {
-        QObject* item = command::find(name, ElementKind::menuItem);
-        auto* menu = qobject_cast<QMenu*>(item);
-        setItemFlags(menu ? *menu->menuAction() : *qobject_cast<QAction*>(item), flags);
-        return {};
-    }
-    if (!name.empty())
-        command::requireNewName(name, ElementKind::menuItem);
-    QMenu* menu = menuParent(flags);
-    QObject* item = makeItem(*menu, flags);
-    elements().add(item, name.empty() ? elements().uniqueName("menuItem") : command::text(name),
-                   ElementKind::menuItem, menu);
-    auto* sub = qobject_cast<QMenu*>(item);
-    setItemFlags(sub ? *sub->menuAction() : *qobject_cast<QAction*>(item), flags);
-    if (sub) {
-        elements().currentMenu = sub;
-        elements().currentCollection = nullptr;
-    }
-    return command::path(item);
+    if (std::optional<Value> done = existingMenu(flags, "menu"))
+        return *done;
+    QWidget& window = menuWindow(flags);
+    QMenu* menu = menuBarOf(window).addMenu(QString());
+    const Value result = finishMenu(*menu, &window, flags, "menu");
+    if (!flags.isSet("-label"))
+        menu->setTitle(elements().nameOf(menu));
+    return result;
 }
 
-Value radioCollectionCommand(const CommandCall& call) {
-    static const Flags syntax =
-        Flags().flag("-p", "-parent", {ArgKind::String}).flag("-ex", "-exists").objects(0, 1);
-    const ParsedFlags flags = syntax.parse(call);
-    const std::string name = flags.object();
-    if (flags.isSet("-exists"))
-        return Value(elements().find(command::text(name), ElementKind::collection) != nullptr);
-    command::requireInterface("radioMenuItemCollection");
-    if (!name.empty())
-        command::requireNewName(name, ElementKind::collection);
-    QMenu* menu = menuParent(flags);
-    auto* group = new QActionGroup(menu);
-    elements().add(group,
-                   name.empty() ? elements().uniqueName("radioMenuItemCollection")
-                                : command::text(name),
-                   ElementKind::collection, menu);
-    elements().currentCollection = group;
-    return command::path(group);
-}
-
-Value menuSetCommand(const CommandCall& call) {
-    static const Flags syntax = Flags()
-                                    .flag("-cms", "-currentMenuSet", {ArgKind::String})
-                                    .flag("-am", "-addMenu", {ArgKind::String})
-                                    .flag("-rm", "-removeMenu", {ArgKind::String})
-                                    .flag("-ams", "-allMenuSets")
-                                    .flag("-ex", "-exists", {ArgKind::String})
-                                    .query();
-    const ParsedFlags flags = syntax.parse(call);
-    command::requireInterface("menuSet");
-    MenuSets& sets = MenuSets::instance();
-    if (flags.isQuery()) {
-        if (flags.isSet("-allMenuSets")) {
-            script::Strings names;
-            for (const QString& set : sets.names())
-                names.push_back(set.toStdString());
-            return Value(names);
-        }
-        return Value(sets.current().toStdString());
+/// Opens a menu when its button is pressed over a control.
+class PopupOpener : public QObject {
+public:
+    PopupOpener(QMenu& menu, QWidget& target, Qt::MouseButton button,
+                Qt::KeyboardModifiers modifiers)
+        : QObject(&menu), menu_(menu), button_(button), modifiers_(modifiers) {
+        target.installEventFilter(this);
     }
-    if (flags.isSet("-exists"))
-        return Value(sets.names().contains(command::text(flags.getString("-exists"))));
-    const std::string set = flags.getString("-currentMenuSet");
-    if (flags.isSet("-currentMenuSet") && !sets.setCurrent(command::text(set)))
-        throw ScriptError("menuSet: there is no menu set '" + set + "'.");
-    if (flags.isSet("-addMenu"))
-        sets.add(command::findAs<QMenu>(flags.getString("-addMenu"), ElementKind::menu));
-    if (flags.isSet("-removeMenu"))
-        sets.remove(command::findAs<QMenu>(flags.getString("-removeMenu"), ElementKind::menu));
-    return Value(sets.current().toStdString());
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        // The second press of two quick ones is a double click.
+        if (event->type() != QEvent::MouseButtonPress &&
+            event->type() != QEvent::MouseButtonDblClick)
+            return QObject::eventFilter(watched, event);
+        auto* press = static_cast<QMouseEvent*>(event);
+        const Qt::KeyboardModifiers relevant =
+            press->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
+        if (press->button() != button_ || relevant != modifiers_)
+            return QObject::eventFilter(watched, event);
+        auto* widget = static_cast<QWidget*>(watched);
+        menu_.popup(widget->mapToGlobal(press->pos()));
+        return true;
+    }
+
+private:
+    QMenu& menu_;
+    Qt::MouseButton button_;
+    Qt::KeyboardModifiers modifiers_;
+};
+
+Value popupMenuCommand(const CommandCall& call) {
+    static const Flags syntax = commonFlags()
+                                    .flag("-b", "-button", {ArgKind::Int})
+                                    .flag("-sh", "-shiftModifier", {ArgKind::Boolean})
+                                    .flag("-ctl", "-ctrlModifier", {ArgKind::Boolean})
+                                    .flag("-alt", "-altModifier", {ArgKind::Boolean});
+    const ParsedFlags flags = syntax.parse(call);
+    if (std::optional<Value> done = existingMenu(flags, "popupMenu"))
+        return *done;
+    QWidget* parent = elements().currentLayout;
+    if (flags.isSet("-parent"))
+        parent = command::findAs<QWidget>(flags.getString("-parent"), ElementKind::control);
+    if (!parent)
+        throw ScriptError("popupMenu: there is no control to attach it to.");
+    const int number = flags.getInt("-button", 3);
+    if (number < 1 || number > 3)
+        throw ScriptError("popupMenu: there is no mouse button " + std::to_string(number) + ".");
+    const Qt::MouseButton buttons[] = {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton};
+    Qt::KeyboardModifiers modifiers = Qt::NoModifier;
+    modifiers.setFlag(Qt::ShiftModifier, flags.getBool("-shiftModifier"));
+    modifiers.setFlag(Qt::ControlModifier, flags.getBool("-ctrlModifier"));
+    modifiers.setFlag(Qt::AltModifier, flags.getBool("-altModifier"));
+    auto* menu = new QMenu(parent);
+    auto* panel = qobject_cast<ModelPanel*>(parent);
+    new PopupOpener(*menu, panel ? panel->viewWidget() : *parent, buttons[number - 1], modifiers);
+    return finishMenu(*menu, parent, flags, "popupMenu");
 }
 
 } // namespace
 
 void registerMenuCommands() {
     script::registerCommand("menu", menuCommand);
-    script::registerCommand("menuItem", menuItemCommand);
-    script::registerCommand("radioMenuItemCollection", radioCollectionCommand);
-    script::registerCommand("menuSet", menuSetCommand);
-    script::defineProcedure(
-        "setMenuMode", {script::Type::String}, [](const std::vector<Value>& arguments) {
-            MenuSets& sets = MenuSets::instance();
-            const std::string previous = sets.current().toStdString();
-            const std::string wanted = arguments.at(0).toString();
-            if (!wanted.empty() && !sets.setCurrent(command::text(wanted)))
-                throw ScriptError("setMenuMode: there is no menu set '" + wanted + "'.");
-            return Value(previous);
-        });
+    script::registerCommand("popupMenu", popupMenuCommand);
 }
 
 } // namespace host

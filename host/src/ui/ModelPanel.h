@@ -21,6 +21,7 @@ public:
 
     ViewWidget& viewWidget() { return *view_; }
     View& view() { return view_->view(); }
+    QMenuBar& menuBar() { return *menuBar_; }
     QString name() const { return objectName(); }
 
     /// False, and nothing changes, when `camera` names no camera (transform or shape).

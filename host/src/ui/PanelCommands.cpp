@@ -1,17 +1,16 @@
-// modelPanel, modelEditor, getPanel, setFocus, lookThroughModelPanel.
-#include "render/Renderer.h"
+// modelPanel, panel, getPanel, setFocus, lookThroughModelPanel.
 #include "render/Views.h"
 #include "script/Commands.h"
 #include "script/Flags.h"
 #include "script/Interpreter.h"
 #include "ui/CommandSupport.h"
+#include "ui/ControlFlags.h"
 #include "ui/Elements.h"
-#include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
 #include "ui/UiCommands.h"
 
-#include <QLayout>
-#include <QSplitter>
+#include <QMenuBar>
+#include <memory>
 
 namespace host {
 
@@ -36,119 +35,71 @@ void lookThrough(ModelPanel& panel, const std::string& camera) {
         throw ScriptError("No camera '" + camera + "' to look through.");
 }
 
-Value modelPanelCommand(const CommandCall& call) {
+const Flags& panelFlags() {
     static const Flags syntax = Flags()
                                     .flag("-p", "-parent", {ArgKind::String})
                                     .flag("-cam", "-camera", {ArgKind::String})
                                     .flag("-l", "-label", {ArgKind::String})
+                                    .flag("-mbv", "-menuBarVisible", {ArgKind::Boolean})
                                     .flag("-me", "-modelEditor")
+                                    .flag("-ctl", "-control")
                                     .flag("-ex", "-exists")
                                     .query()
                                     .edit()
                                     .objects(0, 1);
-    const ParsedFlags flags = syntax.parse(call);
+    return syntax;
+}
+
+void setPanel(ModelPanel& panel, const ParsedFlags& flags) {
+    if (flags.isSet("-camera"))
+        lookThrough(panel, flags.getString("-camera"));
+    if (flags.isSet("-label"))
+        panel.setWindowTitle(command::text(flags.getString("-label")));
+    if (flags.isSet("-menuBarVisible"))
+        panel.menuBar().setVisible(flags.getBool("-menuBarVisible"));
+}
+
+Value queryPanel(ModelPanel& panel, const ParsedFlags& flags) {
+    if (flags.isSet("-camera"))
+        return Value(panel.cameraName().toStdString());
+    if (flags.isSet("-modelEditor"))
+        return Value(panel.name().toStdString());
+    if (flags.isSet("-label"))
+        return Value(panel.windowTitle().toStdString());
+    if (flags.isSet("-menuBarVisible"))
+        return Value(!panel.menuBar().isHidden());
+    const std::string full = Elements::instance().pathOf(&panel).toStdString();
+    if (flags.isSet("-control"))
+        return Value(full);
+    if (flags.isSet("-parent"))
+        return Value(full.substr(0, full.rfind('|')));
+    throw ScriptError("modelPanel: a flag to query is needed.");
+}
+
+Value modelPanelCommand(const CommandCall& call) {
+    const ParsedFlags flags = panelFlags().parse(call);
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
         return Value(ModelPanel::find(command::text(name)) != nullptr);
-    command::requireInterface("modelPanel");
-    if (flags.isQuery()) {
-        ModelPanel& panel = panelNamed(name);
-        if (flags.isSet("-camera"))
-            return Value(panel.cameraName().toStdString());
-        if (flags.isSet("-modelEditor"))
-            return Value(panel.name().toStdString());
-        if (flags.isSet("-label"))
-            return Value(panel.windowTitle().toStdString());
-        throw ScriptError("modelPanel: a flag to query is needed.");
-    }
+    command::requireInterface(call.name);
+    if (flags.isQuery())
+        return queryPanel(panelNamed(name), flags);
     if (flags.isEdit()) {
-        ModelPanel& panel = panelNamed(name);
-        if (flags.isSet("-camera"))
-            lookThrough(panel, flags.getString("-camera"));
-        if (flags.isSet("-label"))
-            panel.setWindowTitle(command::text(flags.getString("-label")));
+        setPanel(panelNamed(name), flags);
         return {};
     }
+    if (call.name == "panel")
+        throw ScriptError("panel: panels are made by the commands of their types.");
     Elements& elements = Elements::instance();
     if (!name.empty())
         command::requireNewName(name, ElementKind::panel);
-    QWidget* parent = elements.currentLayout;
-    if (flags.isSet("-parent"))
-        parent = command::findAs<QWidget>(flags.getString("-parent"), ElementKind::layout);
-    if (!parent)
-        throw ScriptError("modelPanel: there is no current layout to put it in.");
+    QWidget& parent = command::layoutParent(flags, "modelPanel");
     const QString panelName =
         name.empty() ? elements.uniqueName(QStringLiteral("modelPanel")) : command::text(name);
-    auto* panel = new ModelPanel(panelName, parent);
-    elements.add(panel, panelName, ElementKind::panel, parent);
-    if (auto* splitter = qobject_cast<QSplitter*>(parent))
-        splitter->addWidget(panel);
-    else if (parent->layout())
-        parent->layout()->addWidget(panel);
-    panel->setVisible(true);
-    if (flags.isSet("-camera"))
-        lookThrough(*panel, flags.getString("-camera"));
-    if (flags.isSet("-label"))
-        panel->setWindowTitle(command::text(flags.getString("-label")));
+    auto panel = std::make_unique<ModelPanel>(panelName);
+    setPanel(*panel, flags); // without such a camera there is no panel
+    command::place(*panel.release(), parent, panelName.toStdString(), {}, ElementKind::panel);
     return Value(panelName.toStdString());
-}
-
-Value queryEditor(ModelPanel& panel, const ParsedFlags& flags) {
-    View& view = panel.view();
-    if (flags.isSet("-camera"))
-        return Value(panel.cameraName().toStdString());
-    if (flags.isSet("-rendererName"))
-        return Value(rendererName(view.renderer()));
-    if (flags.isSet("-rendererList"))
-        return Value(
-            script::Strings{rendererName(Renderer::viewport2), rendererName(Renderer::legacy)});
-    if (flags.isSet("-grid"))
-        return Value(view.gridShown());
-    if (flags.isSet("-activeView"))
-        return Value(Views::instance().active() == &view);
-    if (flags.isSet("-panel"))
-        return Value(panel.name().toStdString());
-    throw ScriptError("modelEditor: a flag to query is needed.");
-}
-
-Value modelEditorCommand(const CommandCall& call) {
-    static const Flags syntax = Flags()
-                                    .flag("-cam", "-camera", {ArgKind::String})
-                                    .flag("-rnm", "-rendererName", {ArgKind::String})
-                                    .flag("-rls", "-rendererList")
-                                    .flag("-gr", "-grid", {ArgKind::Boolean})
-                                    .flag("-av", "-activeView", {ArgKind::Boolean})
-                                    .flag("-pnl", "-panel")
-                                    .flag("-ex", "-exists")
-                                    .query()
-                                    .edit()
-                                    .objects(0, 1);
-    const ParsedFlags flags = syntax.parse(call);
-    const std::string name = flags.object();
-    if (flags.isSet("-exists"))
-        return Value(ModelPanel::find(command::text(name)) != nullptr);
-    command::requireInterface("modelEditor");
-    if (flags.isCreate())
-        throw ScriptError("modelEditor: editors come with a modelPanel here.");
-    ModelPanel& panel = panelNamed(name);
-    if (flags.isQuery())
-        return queryEditor(panel, flags);
-    if (flags.isSet("-camera"))
-        lookThrough(panel, flags.getString("-camera"));
-    if (flags.isSet("-rendererName")) {
-        Renderer renderer = panel.view().renderer();
-        const std::string wanted = flags.getString("-rendererName");
-        if (!rendererFromName(wanted, renderer))
-            throw ScriptError("modelEditor: there is no renderer '" + wanted + "'.");
-        panel.view().setRenderer(renderer);
-    }
-    if (flags.isSet("-grid"))
-        panel.view().setGridShown(flags.getBool("-grid"));
-    if (flags.getBool("-activeView"))
-        Views::instance().setActive(&panel.view());
-    panel.updateLabels();
-    panel.view().refresh();
-    return {};
 }
 
 Value getPanelCommand(const CommandCall& call) {
@@ -158,12 +109,17 @@ Value getPanelCommand(const CommandCall& call) {
                                     .flag("-to", "-typeOf", {ArgKind::String})
                                     .flag("-wf", "-withFocus")
                                     .flag("-up", "-underPointer")
-                                    .flag("-vis", "-visiblePanels");
+                                    .flag("-vis", "-visiblePanels")
+                                    .flag("-inv", "-invisiblePanels")
+                                    .flag("-wl", "-withLabel", {ArgKind::String})
+                                    .flag("-at", "-allTypes");
     const ParsedFlags flags = syntax.parse(call);
     if (flags.isSet("-withFocus")) {
         const ModelPanel* panel = ModelPanel::of(Views::instance().active());
         return Value(panel ? panel->name().toStdString() : std::string());
     }
+    if (flags.isSet("-allTypes"))
+        return Value(script::Strings{"modelPanel"});
     if (flags.isSet("-typeOf"))
         return Value(ModelPanel::find(command::text(flags.getString("-typeOf"))) ? "modelPanel"
                                                                                  : "");
@@ -172,8 +128,14 @@ Value getPanelCommand(const CommandCall& call) {
     script::Strings names;
     for (const View* view : Views::instance().all()) {
         const ModelPanel* panel = ModelPanel::of(view);
-        if (!panel || (flags.isSet("-visiblePanels") && !panel->isVisible()))
+        if (!panel || (flags.isSet("-visiblePanels") && !panel->isVisible()) ||
+            (flags.isSet("-invisiblePanels") && panel->isVisible()))
             continue;
+        if (flags.isSet("-withLabel")) {
+            if (panel->windowTitle() == command::text(flags.getString("-withLabel")))
+                return Value(panel->name().toStdString());
+            continue;
+        }
         if (flags.isSet("-underPointer")) {
             if (panel->underMouse())
                 return Value(panel->name().toStdString());
@@ -181,7 +143,8 @@ Value getPanelCommand(const CommandCall& call) {
         }
         names.push_back(panel->name().toStdString());
     }
-    return flags.isSet("-underPointer") ? Value("") : Value(names);
+    const bool wantsOne = flags.isSet("-underPointer") || flags.isSet("-withLabel");
+    return wantsOne ? Value("") : Value(names);
 }
 
 Value setFocusCommand(const CommandCall& call) {
@@ -202,7 +165,7 @@ Value setFocusCommand(const CommandCall& call) {
 
 void registerPanelCommands() {
     script::registerCommand("modelPanel", modelPanelCommand);
-    script::registerCommand("modelEditor", modelEditorCommand);
+    script::registerCommand("panel", modelPanelCommand);
     script::registerCommand("getPanel", getPanelCommand);
     script::registerCommand("setFocus", setFocusCommand);
     script::defineProcedure("lookThroughModelPanel", {script::Type::String, script::Type::String},

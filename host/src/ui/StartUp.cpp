@@ -8,6 +8,7 @@
 #include "scene/TimeState.h"
 #include "script/Commands.h"
 #include "script/Interpreter.h"
+#include "script/ScriptJobs.h"
 #include "ui/MainWindow.h"
 #include "ui/Playback.h"
 #include "ui/Tools.h"
@@ -16,6 +17,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QMetaObject>
+#include <QTimer>
 
 #include <clocale>
 
@@ -25,11 +27,14 @@ namespace {
 
 bool started = false;
 
-// Work posted for later, from any thread, runs from the event loop.
+// Work posted for later, from any thread, runs from the event loop. It goes through a timer:
+// work that always posts more must not keep the loop among its posted events for ever.
 void wakeIdle() {
     if (QCoreApplication* application = QCoreApplication::instance())
         QMetaObject::invokeMethod(
-            application, [] { idle::drain(); }, Qt::QueuedConnection);
+            application,
+            [application] { QTimer::singleShot(0, application, [] { idle::drain(); }); },
+            Qt::QueuedConnection);
 }
 
 } // namespace
@@ -73,6 +78,7 @@ void shutDown() {
         return;
     events::emit("quitApplication");
     timeline::play(0);
+    script::killAllScriptJobs();
     Tools::instance().clear();
     idle::setWakeUp({});
     started = false;

@@ -9,8 +9,12 @@ void registerUiCommands();
 // The parts of it, by subject.
 void registerToolCommands();
 void registerWindowCommands();
+void registerControlCommands();
 void registerMenuCommands();
+void registerMenuItemCommands();
+void registerMenuSetCommands();
 void registerPanelCommands();
+void registerModelEditorCommand();
 void registerTimeControlCommands();
 void registerDialogCommands();
 

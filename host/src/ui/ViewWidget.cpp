@@ -176,6 +176,11 @@ void ViewWidget::mousePressEvent(QMouseEvent* event) {
     makeActive();
     setFocus(Qt::MouseFocusReason);
     lastPosition_ = qt::windowPosition(*event);
+    // A release that went elsewhere, e.g. to a menu, is noticed now.
+    if (event->button() == toolButton_ || !(event->buttons() & toolButton_))
+        toolButton_ = Qt::NoButton;
+    if (event->buttons() == event->button())
+        navigation_.reset();
     if (toolButton_ != Qt::NoButton || navigation_)
         return; // a second button changes nothing while one is in use
     if (event->modifiers() & Qt::AltModifier) {

@@ -1,16 +1,20 @@
-// window, showWindow, paneLayout, layout, control, setParent, deleteUI.
+// window, showWindow, paneLayout, setParent, deleteUI.
 #include "script/Commands.h"
 #include "script/Flags.h"
 #include "ui/CommandSupport.h"
+#include "ui/ControlFlags.h"
 #include "ui/Elements.h"
 #include "ui/MainWindow.h"
+#include "ui/Tools.h"
 #include "ui/UiCommands.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QMenu>
+#include <QMenuBar>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <memory>
 
 namespace host {
 
@@ -153,6 +157,18 @@ Value queryWindow(const QWidget& window, const ParsedFlags& flags) {
         return Value(window.minimumSize() != window.maximumSize());
     if (flags.isSet("-iconName"))
         return Value(window.windowIconText().toStdString());
+    script::Strings menus;
+    for (const QObject* child : elements().childrenOf(&window)) {
+        if (elements().kindOf(child) == ElementKind::menu)
+            menus.push_back(elements().nameOf(child).toStdString());
+    }
+    if (flags.isSet("-menuArray"))
+        return Value(menus);
+    if (flags.isSet("-numberOfMenus"))
+        return Value(int(menus.size()));
+    if (flags.isSet("-menuBar"))
+        return Value(qobject_cast<const QMainWindow*>(&window) ||
+                     (window.layout() && window.layout()->menuBar()));
     throw ScriptError("window: a flag to query is needed.");
 }
 
@@ -174,6 +190,9 @@ Value windowCommand(const CommandCall& call) {
                                     .flag("-tlb", "-toolbox", {ArgKind::Boolean})
                                     .flag("-cc", "-closeCommand", {ArgKind::String})
                                     .flag("-ret", "-retain")
+                                    .flag("-mb", "-menuBar", {ArgKind::Boolean})
+                                    .flag("-nm", "-numberOfMenus")
+                                    .flag("-ma", "-menuArray")
                                     .flag("-vis", "-visible", {ArgKind::Boolean})
                                     .flag("-ex", "-exists")
                                     .query()
@@ -197,6 +216,11 @@ Value windowCommand(const CommandCall& call) {
     elements().add(window, name.empty() ? elements().uniqueName("window") : command::text(name),
                    ElementKind::window, nullptr);
     window->resize(300, 280);
+    if (flags.getBool("-menuBar")) {
+        auto* bar = new QMenuBar(window);
+        bar->setNativeMenuBar(false);
+        window->layout()->setMenuBar(bar);
+    }
     setWindowFlags(*window, flags);
     elements().currentLayout = window;
     return command::path(window);
@@ -214,101 +238,83 @@ Value showWindowCommand(const CommandCall& call) {
     return {};
 }
 
-/// Where a new layout or panel goes: -parent, or the current layout.
-QWidget* layoutParent(const ParsedFlags& flags, const std::string& commandName) {
-    if (flags.isSet("-parent")) {
-        const std::string name = flags.getString("-parent");
-        for (const ElementKind kind : {ElementKind::layout, ElementKind::window}) {
-            if (auto* widget = qobject_cast<QWidget*>(elements().find(command::text(name), kind)))
-                return widget;
-        }
-        throw ScriptError("Object '" + name + "' not found.");
+/// In which direction the panes of a configuration lie beside each other.
+Qt::Orientation orientationOf(const std::string& configuration) {
+    for (const char* name : {"single", "vertical2", "vertical3", "vertical4"}) {
+        if (configuration == name)
+            return Qt::Horizontal;
     }
-    if (!elements().currentLayout)
-        throw ScriptError(commandName + ": there is no current layout to put it in.");
-    return elements().currentLayout;
+    for (const char* name : {"horizontal2", "horizontal3", "horizontal4"}) {
+        if (configuration == name)
+            return Qt::Vertical;
+    }
+    throw ScriptError("paneLayout: the configuration '" + configuration +
+                      "' is not available here.");
+}
+
+void setPaneLayout(QSplitter& splitter, const ParsedFlags& flags) {
+    if (flags.isSet("-configuration")) {
+        const std::string configuration = flags.getString("-configuration");
+        splitter.setOrientation(orientationOf(configuration));
+        splitter.setProperty("configuration", command::text(configuration));
+    }
+    command::setControl(splitter, flags);
+}
+
+Value queryPaneLayout(const QSplitter& splitter, const ParsedFlags& flags) {
+    if (flags.isSet("-configuration"))
+        return Value(splitter.property("configuration").toString().toStdString());
+    script::Strings names;
+    for (int i = 0; i < splitter.count(); ++i) {
+        const QWidget* pane = splitter.widget(i);
+        if (elements().contains(pane))
+            names.push_back(elements().nameOf(pane).toStdString());
+    }
+    if (flags.isSet("-childArray"))
+        return Value(names);
+    if (flags.isSet("-numberOfChildren"))
+        return Value(int(names.size()));
+    if (std::optional<Value> answer = command::queryControl(splitter, flags))
+        return *answer;
+    throw ScriptError("paneLayout: a flag to query is needed.");
+}
+
+Flags paneLayoutFlags() {
+    Flags flags;
+    command::addControlFlags(flags);
+    return flags.flag("-cn", "-configuration", {ArgKind::String})
+        .flag("-nch", "-numberOfChildren")
+        .flag("-ca", "-childArray")
+        .query()
+        .edit()
+        .objects(0, 1);
 }
 
 Value paneLayoutCommand(const CommandCall& call) {
-    static const Flags syntax = Flags()
-                                    .flag("-cn", "-configuration", {ArgKind::String})
-                                    .flag("-p", "-parent", {ArgKind::String})
-                                    .flag("-ex", "-exists")
-                                    .query()
-                                    .edit()
-                                    .objects(0, 1);
+    static const Flags syntax = paneLayoutFlags();
     const ParsedFlags flags = syntax.parse(call);
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
         return Value(elements().find(command::text(name), ElementKind::layout) != nullptr);
     command::requireInterface("paneLayout");
-    const std::string configuration = flags.getString("-configuration", "single");
-    const bool vertical = configuration == "vertical2" || configuration == "single";
-    if (!vertical && configuration != "horizontal2")
-        throw ScriptError("paneLayout: the configuration '" + configuration +
-                          "' is not available here.");
-    if (flags.isQuery()) {
+    if (!flags.isCreate()) {
         auto* splitter = command::findAs<QSplitter>(name, ElementKind::layout);
-        return Value(splitter->property("configuration").toString().toStdString());
-    }
-    const Qt::Orientation orientation = vertical ? Qt::Horizontal : Qt::Vertical;
-    if (flags.isEdit()) {
-        auto* splitter = command::findAs<QSplitter>(name, ElementKind::layout);
-        splitter->setOrientation(orientation);
-        splitter->setProperty("configuration", command::text(configuration));
+        if (flags.isQuery())
+            return queryPaneLayout(*splitter, flags);
+        setPaneLayout(*splitter, flags);
         return {};
     }
     if (!name.empty())
         command::requireNewName(name, ElementKind::layout);
-    QWidget* parent = layoutParent(flags, "paneLayout");
-    auto* splitter = new QSplitter(orientation, parent);
+    QWidget& parent = command::layoutParent(flags, "paneLayout");
+    const std::string configuration = flags.getString("-configuration", "single");
+    auto splitter = std::make_unique<QSplitter>(orientationOf(configuration));
     splitter->setProperty("configuration", command::text(configuration));
-    elements().add(splitter,
-                   name.empty() ? elements().uniqueName("paneLayout") : command::text(name),
-                   ElementKind::layout, parent);
-    if (parent->layout())
-        parent->layout()->addWidget(splitter);
-    splitter->setVisible(true);
-    elements().currentLayout = splitter;
-    return command::path(splitter);
-}
-
-/// `control` and `layout`: questions about any control or layout.
-Value elementCommand(const CommandCall& call, ElementKind kind) {
-    static const Flags syntax = Flags()
-                                    .flag("-ex", "-exists")
-                                    .flag("-vis", "-visible", {ArgKind::Boolean})
-                                    .flag("-en", "-enable", {ArgKind::Boolean})
-                                    .flag("-w", "-width", {ArgKind::Int})
-                                    .flag("-h", "-height", {ArgKind::Int})
-                                    .query()
-                                    .edit()
-                                    .objects(1, 1);
-    const ParsedFlags flags = syntax.parse(call);
-    const std::string name = flags.object();
-    if (flags.isSet("-exists"))
-        return Value(elements().find(command::text(name), kind) != nullptr);
-    auto* widget = command::findAs<QWidget>(name, kind);
-    if (flags.isQuery()) {
-        if (flags.isSet("-visible"))
-            return Value(widget->isVisible());
-        if (flags.isSet("-enable"))
-            return Value(widget->isEnabled());
-        if (flags.isSet("-width"))
-            return Value(widget->width());
-        if (flags.isSet("-height"))
-            return Value(widget->height());
-        throw ScriptError(call.name + ": a flag to query is needed.");
-    }
-    if (flags.isSet("-visible"))
-        widget->setVisible(flags.getBool("-visible"));
-    if (flags.isSet("-enable"))
-        widget->setEnabled(flags.getBool("-enable"));
-    if (flags.isSet("-width"))
-        widget->setFixedWidth(flags.getInt("-width"));
-    if (flags.isSet("-height"))
-        widget->setFixedHeight(flags.getInt("-height"));
-    return {};
+    QSplitter* made = splitter.release();
+    command::place(*made, parent, name, QStringLiteral("paneLayout"), ElementKind::layout);
+    command::setControl(*made, flags);
+    elements().currentLayout = made;
+    return command::path(made);
 }
 
 /// The menu or layout one level up; null at the top.
@@ -335,10 +341,14 @@ Value setParentMenu(const std::string& name) {
 }
 
 Value setParentCommand(const CommandCall& call) {
-    static const Flags syntax =
-        Flags().flag("-m", "-menu").flag("-top", "-topLevel").query().objects(0, 1);
+    static const Flags syntax = Flags()
+                                    .flag("-m", "-menu")
+                                    .flag("-top", "-topLevel")
+                                    .flag("-u", "-upLevel")
+                                    .query()
+                                    .objects(0, 1);
     const ParsedFlags flags = syntax.parse(call);
-    const std::string name = flags.object();
+    const std::string name = flags.isSet("-upLevel") ? ".." : flags.object();
     if (flags.isQuery())
         return flags.isSet("-menu") ? command::path(elements().currentMenu)
                                     : command::path(elements().currentLayout);
@@ -367,21 +377,34 @@ Value deleteUiCommand(const CommandCall& call) {
                                     .flag("-ctl", "-control")
                                     .flag("-lay", "-layout")
                                     .flag("-pnl", "-panel")
+                                    .flag("-ed", "-editor")
+                                    .flag("-rmc", "-radioMenuItemCollection")
+                                    .flag("-tc", "-toolContext")
                                     .objects(1, -1);
     const ParsedFlags flags = syntax.parse(call);
     const struct {
         const char* flag;
         ElementKind kind;
-    } kinds[] = {{"-window", ElementKind::window},     {"-menu", ElementKind::menu},
-                 {"-menuItem", ElementKind::menuItem}, {"-control", ElementKind::control},
-                 {"-layout", ElementKind::layout},     {"-panel", ElementKind::panel}};
+    } kinds[] = {{"-window", ElementKind::window},
+                 {"-menu", ElementKind::menu},
+                 {"-menuItem", ElementKind::menuItem},
+                 {"-control", ElementKind::control},
+                 {"-layout", ElementKind::layout},
+                 {"-panel", ElementKind::panel},
+                 {"-editor", ElementKind::panel},
+                 {"-radioMenuItemCollection", ElementKind::collection}};
     for (const std::string& name : flags.objectNames()) {
+        if (flags.isSet("-toolContext")) {
+            if (!Tools::instance().remove(name))
+                throw ScriptError("Object '" + name + "' not found.");
+            continue;
+        }
         QObject* object = nullptr;
         bool kindGiven = false;
         for (const auto& kind : kinds) {
             if (flags.isSet(kind.flag)) {
                 kindGiven = true;
-                object = elements().find(command::text(name), kind.kind);
+                object = object ? object : elements().find(command::text(name), kind.kind);
             }
         }
         if (!kindGiven)
@@ -390,6 +413,8 @@ Value deleteUiCommand(const CommandCall& call) {
             throw ScriptError("Object '" + name + "' not found.");
         if (object == MainWindow::instance())
             throw ScriptError("deleteUI: the main window cannot be deleted.");
+        if (object->property(builtIn).toBool())
+            throw ScriptError("deleteUI: '" + name + "' is part of the main window.");
         command::destroy(object);
     }
     return {};
@@ -403,12 +428,6 @@ void registerWindowCommands() {
     script::registerCommand("paneLayout", paneLayoutCommand);
     script::registerCommand("setParent", setParentCommand);
     script::registerCommand("deleteUI", deleteUiCommand);
-    script::registerCommand("control", [](const CommandCall& call) {
-        return elementCommand(call, ElementKind::control);
-    });
-    script::registerCommand("layout", [](const CommandCall& call) {
-        return elementCommand(call, ElementKind::layout);
-    });
 }
 
 } // namespace host

@@ -1,0 +1,155 @@
+#include "ui/ColorSliderGroup.h"
+
+#include "ui/CommandSupport.h"
+
+#include <QColorDialog>
+#include <QEvent>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <algorithm>
+#include <cmath>
+
+namespace host {
+
+namespace {
+
+constexpr int sliderSteps = 1000;
+
+QColor toColor(const ColorSliderGroup::Components& rgb) {
+    const auto part = [](double value) { return std::clamp(value, 0.0, 1.0); };
+    return QColor::fromRgbF(part(rgb[0]), part(rgb[1]), part(rgb[2]));
+}
+
+} // namespace
+
+ColorSliderGroup::ColorSliderGroup(QWidget* parent)
+    : QWidget(parent), label_(new QLabel(this)), port_(new QFrame(this)),
+      slider_(new QSlider(Qt::Horizontal, this)) {
+    port_->setObjectName(QStringLiteral("port"));
+    port_->setAutoFillBackground(true);
+    port_->setMinimumSize(40, 16);
+    port_->installEventFilter(this);
+    slider_->setObjectName(QStringLiteral("slider"));
+    slider_->setRange(0, sliderSteps);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(2, 1, 2, 1);
+    layout->addWidget(label_);
+    layout->addWidget(port_);
+    layout->addWidget(slider_, 1);
+    connect(slider_, &QSlider::valueChanged, this, &ColorSliderGroup::dragged);
+    connect(slider_, &QSlider::sliderReleased, this, &ColorSliderGroup::moved);
+    show(rgb_);
+}
+
+ColorSliderGroup::Components ColorSliderGroup::hsv() const {
+    return {hue_, saturation_, std::max({rgb_[0], rgb_[1], rgb_[2]})};
+}
+
+void ColorSliderGroup::setRgb(const Components& rgb) {
+    rgb_ = rgb;
+    const auto [least, most] = std::minmax({rgb[0], rgb[1], rgb[2]});
+    const double spread = most - least;
+    if (most > 0)
+        saturation_ = spread / most;
+    if (spread > 0) {
+        const double sixth = most == rgb[0]   ? (rgb[1] - rgb[2]) / spread
+                             : most == rgb[1] ? (rgb[2] - rgb[0]) / spread + 2
+                                              : (rgb[0] - rgb[1]) / spread + 4;
+        hue_ = sixth * 60 + (sixth < 0 ? 360 : 0);
+    }
+    show(rgb_);
+}
+
+void ColorSliderGroup::setHsv(const Components& hsv) {
+    const auto part = [&hsv](double shift) {
+        // The usual unrolled hexagon: each component falls off around its own hue.
+        const double k = std::fmod(shift + hsv[0] / 60, 6);
+        return hsv[2] * (1 - hsv[1] * std::max(0.0, std::min({k, 4 - k, 1.0})));
+    };
+    const double hue = hsv[0];
+    const double saturation = hsv[1];
+    setRgb({part(5), part(3), part(1)});
+    hue_ = hue;
+    saturation_ = saturation;
+}
+
+QString ColorSliderGroup::label() const {
+    return label_->text();
+}
+
+void ColorSliderGroup::setLabel(const QString& text) {
+    label_->setText(text);
+}
+
+bool ColorSliderGroup::setColumnWidth(int column, int width) {
+    QWidget* const columns[] = {label_, port_, slider_};
+    if (column < 1 || column > 3 || width < 0)
+        return false;
+    columns[column - 1]->setFixedWidth(width);
+    return true;
+}
+
+void ColorSliderGroup::show(const Components& rgb) {
+    QPalette palette = port_->palette();
+    palette.setColor(port_->backgroundRole(), toColor(rgb));
+    port_->setPalette(palette);
+    const QSignalBlocker quiet(slider_);
+    slider_->setValue(qRound(hsv()[2] * sliderSteps));
+}
+
+void ColorSliderGroup::dragged(int position) {
+    setHsv({hue_, saturation_, double(position) / sliderSteps});
+    changed_ = true;
+    if (slider_->isSliderDown())
+        command::runElementScript(dragCommand);
+    else
+        moved(); // by a key, the wheel, or a click beside the handle
+}
+
+void ColorSliderGroup::moved() {
+    if (!changed_)
+        return;
+    changed_ = false;
+    command::runElementScript(changeCommand);
+}
+
+void ColorSliderGroup::pick() {
+    if (!dialog_) {
+        dialog_ = new QColorDialog(this);
+        dialog_->setObjectName(QStringLiteral("colorDialog"));
+        dialog_->setOption(QColorDialog::DontUseNativeDialog);
+        connect(dialog_, &QColorDialog::currentColorChanged, this, [this](const QColor& color) {
+            if (!dialog_->isVisible() || color == toColor(rgb_))
+                return;
+            setRgb({color.redF(), color.greenF(), color.blueF()});
+            command::runElementScript(dragCommand);
+        });
+        connect(dialog_, &QColorDialog::colorSelected, this,
+                [this] { command::runElementScript(changeCommand); });
+    }
+    const Components before = rgb_;
+    dialog_->setCurrentColor(toColor(rgb_));
+    disconnect(dialog_, &QDialog::rejected, this, nullptr);
+    connect(dialog_, &QDialog::rejected, this, [this, before] {
+        if (rgb_ == before)
+            return;
+        setRgb(before);
+        command::runElementScript(changeCommand);
+    });
+    dialog_->open();
+}
+
+bool ColorSliderGroup::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == port_ && event->type() == QEvent::MouseButtonRelease && isEnabled() &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+        pick();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace host

@@ -1,5 +1,6 @@
 #include "document/CameraComposite.h"
 
+#include "document/ColorFringe.h"
 #include "document/PixelRows.h"
 #include "tools/raster/Stroke.h"
 #include "tools/raster/StrokeImage.h"
@@ -143,8 +144,10 @@ void CameraComposite::paint(const QRect& rectangle, const std::vector<CompositeL
         painter.paint(image_.scanLine(y), y, part.left(), part.right() + 1);
     }
 
+    const QRect changed = colorFringe(image_, part);
+
     version_ = nextVersion();
-    history_.push_back({version_, part});
+    history_.push_back({version_, changed});
     if (history_.size() > kHistory) {
         history_.pop_front();
     }

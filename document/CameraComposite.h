@@ -26,8 +26,9 @@ struct CompositeLayer {
 
 class CameraComposite {
 public:
-    /// 1024 x 1024, Format_RGBA8888, straight alpha; null before the first paint(): a document may
-    /// name more cameras than are ever looked through.
+    /// 1024 x 1024, Format_RGBA8888, straight alpha, transparent pixels coloured as ColorFringe.h
+    /// says; null before the first paint(): a document may name more cameras than are ever looked
+    /// through.
     const QImage& image() const { return image_; }
     GhostCanvas& ghosts() { return ghosts_; }
 

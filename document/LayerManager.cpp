@@ -125,10 +125,7 @@ int LayerManager::insertLayer(const QString& camera, int index, std::unique_ptr<
     target.layers.insert(target.layers.begin() + at, std::move(layer));
     if (count == 0) {
         target.composite = std::make_unique<CameraComposite>();
-        const bool firstOfDocument =
-            std::all_of(cameras_.begin(), cameras_.end(), [&target](const auto& entry) {
-                return &entry.second == &target || entry.second.layers.empty();
-            });
+        const bool firstOfDocument = cameras_.size() == 1;
         if (firstOfDocument) {
             setActiveLayer(camera, 0, true);
         } else {
@@ -149,12 +146,12 @@ std::unique_ptr<Layer> LayerManager::takeLayer(const QString& camera, int index)
     std::vector<std::unique_ptr<Layer>>& layers = find(camera)->layers;
     auto taken = std::move(layers[static_cast<std::size_t>(index)]);
     layers.erase(layers.begin() + index);
+    markCameraModified(camera);
     if (layers.empty()) {
-        find(camera)->composite.reset();
+        cameras_.erase(camera);
     } else if (active == index) {
         setActiveLayer(camera, std::max(active - 1, 0), false);
     }
-    markCameraModified(camera);
     changeStep();
     return taken;
 }
@@ -168,9 +165,8 @@ void LayerManager::deleteAllLayers(const QString& camera,
     for (auto& one : found->layers) {
         out.push_back(std::move(one));
     }
-    found->layers.clear();
-    found->composite.reset();
     markCameraModified(camera);
+    cameras_.erase(camera);
     changeStep();
 }
 
@@ -218,6 +214,13 @@ void LayerManager::renameLayer(const QString& camera, int index, const QString& 
     Layer* found = layer(camera, index);
     if (found && found->name() != name) {
         found->setName(uniqueLayerName(name));
+        changeStep();
+    }
+}
+
+void LayerManager::restoreLayerName(const QString& camera, int index, const QString& name) {
+    if (Layer* found = layer(camera, index)) {
+        found->setName(name);
         changeStep();
     }
 }

@@ -37,7 +37,7 @@ public:
 
     // --- Layers -------------------------------------------------------------------------------
 
-    QStringList cameras() const; ///< ascending; a camera that lost its layers stays listed
+    QStringList cameras() const; ///< those with layers, ascending
     int cameraLayerCount(const QString& camera) const;
     int totalLayerCount() const;
     bool isValidLayer(const QString& camera, int index) const;
@@ -63,6 +63,7 @@ public:
                           int newIndex); ///< index in the new camera or -1
 
     void renameLayer(const QString& camera, int index, const QString& name);
+    void restoreLayerName(const QString& camera, int index, const QString& name); ///< for undo
     void setLayerOpacity(const QString& camera, int index, float opacity);
     void setLayerState(const QString& camera, int index, int state); ///< ignored outside 0..2
     void setLayerVisible(const QString& camera, int index, bool visible);
@@ -116,6 +117,15 @@ public:
     /// image for the tool (tools/raster/ToolNumber.h). A stroke still in progress is discarded.
     /// Null when the layer is missing or locked or has no frame to draw on now.
     Stroke* beginStroke(const QString& camera, int tool, const QColor& color);
+
+    /// Begins a region transform there in the same way: a stroke of the tool kTransform whose
+    /// `region` the caller changes from then on, marking the stroke dirty. With `state.copy` the
+    /// clipboard gets the region's pixels, with `state.paste` they float.
+    Stroke* beginTransform(const QString& camera, const RegionTransform& state);
+
+    /// The pixels last copied or cut by a region transform; null before.
+    const QImage& clipboardImage() const { return clipboardImage_; }
+
     Stroke* currentStroke() { return stroke_ ? &stroke_->stroke() : nullptr; }
     const QString& strokeCamera() const { return strokeCamera_; }
 
@@ -181,6 +191,7 @@ private:
     void changeStep();
     bool reportInvalidLayer(const QString& camera, int index) const;
     const StrokeSession* strokeOn(const QString& camera, const Layer& layer) const;
+    Stroke* begin(const QString& camera, int tool, const QColor& color);
     void endStroke();
     bool updateGhosts(Camera& camera);
     QRect collectChanges(const QString& name, Camera& camera);
@@ -199,6 +210,7 @@ private:
 
     std::unique_ptr<StrokeSession> stroke_;
     QString strokeCamera_;
+    QImage clipboardImage_;
     QImage strokeCanvas_;       ///< reused from stroke to stroke
     QStringList recentCameras_; ///< whose pictures are taken to be on display, latest first
     std::set<QString> fullRedrawCameras_; ///< a stroke was discarded and the picture still shows it

@@ -13,11 +13,32 @@ constexpr int kCamerasOnDisplay = 4;
 } // namespace
 
 Stroke* LayerManager::beginStroke(const QString& camera, int tool, const QColor& color) {
+    if (tool < tool::kPencil || tool > tool::kRectangle) {
+        discardStroke();
+        return nullptr;
+    }
+    return begin(camera, tool, color);
+}
+
+Stroke* LayerManager::beginTransform(const QString& camera, const RegionTransform& state) {
+    Stroke* stroke = begin(camera, tool::kTransform, QColor());
+    if (!stroke) {
+        return nullptr;
+    }
+    const QImage image = currentFrame(camera)->image();
+    if (state.copy) {
+        clipboardImage_ = image.copy(state.region);
+    }
+    stroke->region = state;
+    stroke_->lift(image, clipboardImage_);
+    return stroke;
+}
+
+Stroke* LayerManager::begin(const QString& camera, int tool, const QColor& color) {
     discardStroke();
     const Layer* active = activeLayer(camera);
-    const bool drawable = tool >= tool::kPencil && tool <= tool::kRectangle;
-    if (!drawable || !active || active->state() == layer_state::kLocked ||
-        !active->hasFrameAtCurrentTime() || !active->currentFrame()) {
+    if (!active || active->state() == layer_state::kLocked || !active->hasFrameAtCurrentTime() ||
+        !active->currentFrame()) {
         return nullptr;
     }
     // While the stroke is drawn the ghosts stay as they are, so they have to be right now.
@@ -37,7 +58,11 @@ bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
     if (!stroke_ || strokeCamera_ != camera || !frame || active->state() == layer_state::kLocked) {
         return false;
     }
-    // The eraser's picture is the whole frame: as it is, it would overwrite another one.
+    // A region of one frame means nothing in another.
+    if (stroke_->stroke().tool == tool::kTransform && !stroke_->isFrom(*frame)) {
+        return false;
+    }
+    // The stroke's picture is the whole frame: as it is, it would overwrite another one.
     if (stroke_->replacesFrame() && !stroke_->isOn(*frame)) {
         stroke_->moveTo(*frame);
     }
@@ -113,6 +138,12 @@ QRect LayerManager::collectChanges(const QString& name, Camera& camera) {
         changed = Layer::wholeCanvas();
     }
     const bool strokeHere = stroke_ && strokeCamera_ == name;
+    if (strokeHere && stroke_->stroke().tool == tool::kTransform) {
+        const Frame* frame = currentFrame(name);
+        if (frame && stroke_->isFrom(*frame) && !stroke_->isOn(*frame)) {
+            stroke_->moveTo(*frame);
+        }
+    }
     for (const auto& one : camera.layers) {
         const QRect part = one->takeUndisplayed();
         changed |= part;

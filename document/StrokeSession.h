@@ -19,6 +19,10 @@ public:
     const Stroke& stroke() const { return stroke_; }
     bool isDirty() const { return stroke_.dirty; }
 
+    /// Region transform: lifts stroke().region out of the frame the session is on. `clipboard` is
+    /// what a paste lets float.
+    void lift(const QImage& frameImage, const QImage& clipboard);
+
     /// Paints what the stroke gained. Returns the rectangle whose picture changed.
     QRect update();
 
@@ -30,10 +34,13 @@ public:
     /// The stroke image is the whole frame (eraser) rather than something painted over it.
     bool replacesFrame() const;
 
+    /// The frame it was begun on, whatever its picture is now.
+    bool isFrom(const Frame& frame) const { return hold_ == frame.hold(); }
+
     /// True while the frame still has the picture the stroke works on.
     bool isOn(const Frame& frame) const { return frame.revision() == baseRevision_; }
 
-    /// Does the whole stroke again on this frame's picture. Freehand only.
+    /// Does the whole stroke again on this frame's picture. Freehand and region transform only.
     void moveTo(const Frame& frame);
 
     /// The frame's picture with the finished stroke in it. The session is over then.
@@ -43,10 +50,14 @@ public:
     QImage takeCanvas();
 
 private:
+    QRect updateTransform();
+
     Stroke stroke_;
     QImage image_;
     QRect touched_;
     QRect lastShape_; ///< shapes are painted anew: what the previous update left
+    QImage base_;     ///< region transform: the frame without what was lifted out of it
+    QImage floating_; ///< region transform: what floats, null for nothing
     quint64 baseRevision_;
     Frame::Hold hold_;
 };

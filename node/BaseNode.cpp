@@ -23,6 +23,7 @@
 #include <maya/MFnPluginData.h>
 #include <maya/MFnTypedAttribute.h>
 #include <maya/MPlug.h>
+#include <utility>
 
 namespace vellum {
 
@@ -146,9 +147,12 @@ std::shared_ptr<LayerManager> BaseNode::layerManager() const {
     }
     MObject object;
     if (plug.getValue(object) != MS::kSuccess) {
-        report::error(QStringLiteral("Failed to get layer data plug as object"));
+        // Every view asks at every refresh.
+        if (!std::exchange(missingDataReported_, true))
+            report::error(QStringLiteral("Failed to get layer data plug as object"));
         return {};
     }
+    missingDataReported_ = false;
     MStatus status;
     const MFnPluginData holder(object, &status);
     if (status != MS::kSuccess)
@@ -181,6 +185,13 @@ void BaseNode::forceRedraw() {
         script::execute(command::markSceneModified(false));
 }
 
+void BaseNode::clearTransformDisplay() {
+    if (!transformDisplay_)
+        return;
+    transformDisplay_.reset();
+    forceRedraw();
+}
+
 void BaseNode::drawingChanged() {
     if (!MFileIO::isReadingFile())
         script::execute(command::markSceneModified(true));
@@ -194,7 +205,10 @@ void BaseNode::draw(M3dView& view, const MDagPath&, M3dView::DisplayStyle, M3dVi
     const QImage* image = frameImageForCamera(cameraNameOfPath(camera));
     if (!image || !fitForView(view, fit_))
         return;
-    legacy_.draw(view, fit_, *image, opacity());
+    const auto& outline = transformDisplay_;
+    const bool outlined =
+        outline && outline->isFor(cameraNameOfPath(camera), fit_.portWidth, fit_.portHeight);
+    legacy_.draw(view, fit_, *image, opacity(), outlined ? &outline->corners : nullptr);
 }
 
 } // namespace vellum

@@ -5,12 +5,14 @@
 #include "document/FrameClipboard.h"
 #include "node/GateFit.h"
 #include "node/LegacyDraw.h"
+#include "node/TransformDisplay.h"
 
 #include <QImage>
 #include <QString>
 #include <maya/MPxLocatorNode.h>
 #include <maya/MTypeId.h>
 #include <memory>
+#include <optional>
 
 namespace vellum {
 
@@ -43,7 +45,8 @@ public:
     bool isTransparent() const override;
     bool drawLast() const override;
 
-    /// The document; empty when the node has none. Callers then do nothing.
+    /// The document; empty when the node has none, as after a scene file without its data, which
+    /// is reported once. Callers then do nothing.
     std::shared_ptr<LayerManager> layerManager() const;
 
     /// Gives the node a fresh document.
@@ -71,6 +74,11 @@ public:
     const GateFit& gateFit() const { return fit_; }
     void setGateFit(const GateFit& fit) { fit_ = fit; }
 
+    /// Outline of what the transform tool works on.
+    const std::optional<TransformDisplay>& transformDisplay() const { return transformDisplay_; }
+    void setTransformDisplay(const TransformDisplay& display) { transformDisplay_ = display; }
+    void clearTransformDisplay();
+
     static MObject layerDataAttribute;
     static MObject opacityAttribute;
 
@@ -79,7 +87,9 @@ private:
 
     FrameClipboard clipboard_;
     GateFit fit_;
+    std::optional<TransformDisplay> transformDisplay_;
     LegacyDraw legacy_;
+    mutable bool missingDataReported_ = false;
 };
 
 } // namespace vellum

@@ -109,7 +109,10 @@ MUserData* BaseNodeDrawOverride::prepareForDraw(const MDagPath& objPath, const M
     data->opacity = node->opacity();
     data->centre = MPoint(fit.originX, fit.originY);
     data->halfSize = fit.halfSize;
-    data->showOutline = false;
+    const auto& outline = node->transformDisplay();
+    data->showOutline = outline && outline->isFor(data->camera, width, height);
+    for (std::size_t i = 0; data->showOutline && i < data->outline.size(); ++i)
+        data->outline[i] = MPoint(outline->corners[i].x(), outline->corners[i].y());
     return data;
 }
 

@@ -35,6 +35,15 @@ void drawQuad(const GateFit& fit) {
     glEnd();
 }
 
+void drawOutline(const LegacyDraw::Outline& outline) {
+    glDisable(GL_TEXTURE_2D);
+    glColor4f(1.0F, 1.0F, 0.0F, 1.0F);
+    glBegin(GL_LINE_LOOP);
+    for (const QPoint& corner : outline)
+        glVertex2i(corner.x(), corner.y());
+    glEnd();
+}
+
 } // namespace
 
 void LegacyDraw::createTexture() {
@@ -48,7 +57,8 @@ void LegacyDraw::createTexture() {
     created_ = true;
 }
 
-void LegacyDraw::draw(M3dView& view, const GateFit& fit, const QImage& image, float opacity) {
+void LegacyDraw::draw(M3dView& view, const GateFit& fit, const QImage& image, float opacity,
+                      const Outline* outline) {
     view.beginGL();
     if (!created_)
         createTexture();
@@ -75,6 +85,8 @@ void LegacyDraw::draw(M3dView& view, const GateFit& fit, const QImage& image, fl
                     image.constBits());
     glColor4f(1.0F, 1.0F, 1.0F, opacity);
     drawQuad(fit);
+    if (outline)
+        drawOutline(*outline);
 
     glPopMatrix();
     glMatrixMode(GL_PROJECTION);

@@ -4,6 +4,8 @@
 #include "node/GateFit.h"
 
 #include <QImage>
+#include <QPoint>
+#include <array>
 
 class M3dView;
 
@@ -13,8 +15,12 @@ namespace vellum {
 /// Main thread only.
 class LegacyDraw {
 public:
-    /// `image`: 1024 x 1024 RGBA8888, straight alpha.
-    void draw(M3dView& view, const GateFit& fit, const QImage& image, float opacity);
+    /// A closed line of view pixels.
+    using Outline = std::array<QPoint, 4>;
+
+    /// `image`: 1024 x 1024 RGBA8888, straight alpha. `outline` may be null.
+    void draw(M3dView& view, const GateFit& fit, const QImage& image, float opacity,
+              const Outline* outline = nullptr);
 
 private:
     void createTexture();

@@ -195,6 +195,10 @@ QString drawDeferred() {
     return deferred(util(QStringLiteral("-draw")));
 }
 
+QString transformDeferred() {
+    return deferred(util(QStringLiteral("-transform")));
+}
+
 QString refreshLayerManagerDeferred() {
     return deferred(util(QStringLiteral("-rlm")));
 }
@@ -278,6 +282,10 @@ QString timelineFrameDisplay(int mode) {
 
 QString isBatch() {
     return QStringLiteral("about -batch");
+}
+
+QString commandExists(const QString& name) {
+    return join({QStringLiteral("exists"), quote(name)});
 }
 
 QString preferencesDirectory() {

@@ -47,6 +47,7 @@ QString setLayerVisible(bool visible, int index, const QString& camera);
 QString util(const QString& arguments); ///< `arguments` is script: fixed text, never typed text
 QString chooseTool(int tool);           ///< empty for a number that is no tool
 QString drawDeferred();                 ///< activates the draw tool after the current event
+QString transformDeferred();            ///< the transform tool in the same way
 QString refreshLayerManagerDeferred();
 QString drawColor(const QColor& color);
 QString pencilOptions(int size, int opacity, bool tablet);
@@ -65,6 +66,7 @@ QString timelineFrameDisplay(int mode);
 
 // Maya's own commands
 QString isBatch();
+QString commandExists(const QString& name);
 QString preferencesDirectory();
 QString contextExists(const QString& name);
 QString setToolTo(const QString& context);

@@ -53,6 +53,10 @@ const OptionFields& findOrPencil(int tool) {
 
 } // namespace
 
+bool isTool(int tool) {
+    return find(tool) != nullptr;
+}
+
 int toolSize(int tool) {
     return settings().*findOrPencil(tool).size;
 }

@@ -4,6 +4,9 @@
 
 namespace vellum {
 
+/// False, after reporting, for a number that is no tool.
+bool isTool(int tool);
+
 /// Image pixels: 1..100, for line, arrow, ellipse and rectangle 1..50. The setter clamps.
 int toolSize(int tool);
 void setToolSize(int tool, int size);

@@ -45,6 +45,18 @@ int markOf(const QImage& image) {
     return found;
 }
 
+QImage withoutFringe(QImage image) {
+    for (int y = 0; y < image.height(); ++y) {
+        uchar* row = image.scanLine(y);
+        for (int x = 0; x < image.width(); ++x) {
+            if (row[4 * x + 3] == 0) {
+                std::memset(row + 4 * x, 0, 3);
+            }
+        }
+    }
+    return image;
+}
+
 QImage scribble(unsigned seed) {
     std::mt19937 random(seed);
     const auto upTo = [&](int limit) { return static_cast<int>(random() % unsigned(limit)); };

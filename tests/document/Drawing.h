@@ -17,6 +17,9 @@ QImage marked(int id);
 /// The id of a marked canvas; 0 for a blank one, -1 for anything else.
 int markOf(const QImage& image);
 
+/// The image with black in every transparent pixel, as frames have it and composites do not.
+QImage withoutFringe(QImage image);
+
 /// A canvas with soft, hard and opaque parts, different for each seed.
 QImage scribble(unsigned seed);
 

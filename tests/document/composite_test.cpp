@@ -378,7 +378,7 @@ TEST(Composite, DrawingTouchesOnlyWhatTheStrokeTouches) {
     addPoint(manager, 540, 500, 40, 1.0F);
     manager.compositeCamera(kCamera);
     const QRect changed = manager.compositeChangedSince(kCamera, version);
-    EXPECT_TRUE(QRect(480, 470, 100, 60).contains(changed)) << changed.width();
+    EXPECT_TRUE(QRect(472, 462, 116, 76).contains(changed)) << changed.width();
     EXPECT_EQ(manager.compositeChangedSince(kCamera, version + 1000), Layer::wholeCanvas());
     EXPECT_EQ(manager.compositeChangedSince(kCamera, 0), Layer::wholeCanvas());
 }

@@ -99,7 +99,12 @@ TEST(LayerManager, TheLayerBelowTheDeletedActiveOneBecomesActive) {
     ASSERT_TRUE(manager.takeLayer("cam", 0));
     EXPECT_EQ(manager.activeLayerIndex("cam"), -1);
     EXPECT_EQ(manager.compositeCamera("cam"), nullptr);
-    EXPECT_EQ(manager.cameras(), QStringList{"cam"});
+    EXPECT_TRUE(manager.cameras().isEmpty());
+    manager.addLayer("cam", -1, "");
+    std::vector<std::unique_ptr<Layer>> taken;
+    manager.deleteAllLayers("cam", taken);
+    EXPECT_EQ(taken.size(), 1U);
+    EXPECT_TRUE(manager.cameras().isEmpty()) << "saved as if it had never been";
 }
 
 TEST(LayerManager, RefusalsSayWhyAndChangeNothing) {

@@ -121,11 +121,12 @@ void stepped(QImage& image, const StrokePoint& a, const StrokePoint& b, bool era
     }
 }
 
-void softDab(QImage& image, int x, int y, int width, float opacity, float weight) {
+void brushDab(QImage& image, int x, int y, int width, float opacity, float weight, bool hard) {
     const float r = static_cast<float>(width) * 0.5F;
-    const auto make = [](float radius, float o) { return softTable(radius, o); };
-    const Table& table =
-        width < 20 ? lastTable(r + 1.0F, 0.4F * opacity, make) : lastTable(r, opacity, make);
+    const float radius = width < 20 ? r + 1.0F : r;
+    const float peak = width < 20 ? 0.4F * opacity : opacity;
+    const auto soft = [](float size, float o) { return softTable(size, o); };
+    const Table& table = hard ? hardTable(radius, peak) : lastTable(radius, peak, soft);
     const int ceiling = cut(opacity * 255);
     const auto below = [&](int at, float distance) {
         return static_cast<int>(std::floor(static_cast<float>(at) + distance));
@@ -188,7 +189,7 @@ void thin(QImage& image, const StrokePoint& a, const StrokePoint& b) {
 
 void soft(QImage& image, const StrokePoint& a, const StrokePoint& b, bool start) {
     if (start)
-        softDab(image, a.x, a.y, a.width, a.opacity, a.opacity);
+        brushDab(image, a.x, a.y, a.width, a.opacity, a.opacity, true);
     float length = 0;
     wuSteps(a, b, [&](int, int, int, int, float, float, float d) { length = std::max(length, d); });
     wuSteps(a, b, [&](int x, int y, int x2, int y2, float near, float far, float d) {
@@ -196,8 +197,8 @@ void soft(QImage& image, const StrokePoint& a, const StrokePoint& b, bool start)
         if (length > 0 && a.opacity != b.opacity)
             opacity =
                 std::min(std::max(a.opacity + (b.opacity - a.opacity) * d / length, 0.0F), 1.0F);
-        softDab(image, x, y, a.width, opacity, near);
-        softDab(image, x2, y2, a.width, opacity, far);
+        brushDab(image, x, y, a.width, opacity, near, false);
+        brushDab(image, x2, y2, a.width, opacity, far, false);
     });
 }
 

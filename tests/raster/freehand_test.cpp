@@ -8,6 +8,7 @@
 
 #include <QImage>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 
 using namespace vellum;
@@ -168,17 +169,48 @@ TEST(Freehand, HardDabByHand) {
 }
 
 TEST(Freehand, SoftDabByHand) {
-    // Width 4: stamp of radius 3 at 0.4, covering 2 to either side: 102 in the centre, just below
-    // 68 beside it and 34 two away, so 67 and 33. The dab counts once whole at the start point and
-    // twice by half at the ends of a line without length.
+    // Width 4: stamps of radius 3 at 0.4, covering 2 to either side. First a hard one, 102
+    // throughout but for the corners, where sqrt(9 - 4) reaches 2.236: 102 as well. Then a soft one
+    // twice by half at the ends of a line without length: 102 in the centre, just below 68 beside
+    // it and 34 two away, so 67 and 33, and in the corners 1 - sqrt(8) / 3 = 0.057 of 102.
     QImage image = canvas(16);
     drawFreehandSegments(image, {point(8, 8, 4), point(8, 8, 4)}, 0, tool::kBrush);
     EXPECT_EQ(alpha(image, 8, 8), 204);
     EXPECT_EQ(alpha(image, 9, 8), alpha(image, 8, 7));
-    EXPECT_EQ(alpha(image, 9, 8), 67 + 33 + 33);
-    EXPECT_EQ(alpha(image, 10, 8), 33 + 16 + 16);
+    EXPECT_EQ(alpha(image, 9, 8), 102 + 33 + 33);
+    EXPECT_EQ(alpha(image, 10, 8), 102 + 16 + 16);
+    EXPECT_EQ(alpha(image, 10, 10), 102 + 2 + 2);
     EXPECT_EQ(alpha(image, 11, 8), 0);
     EXPECT_EQ(image.pixelColor(8, 8).green(), 200); // colour stays
+}
+
+// Its weight is its opacity: 0.5 of 127 is 63, then half of it twice at the ends of the line.
+// Beside radius 10 the rim of the disc is cut, and nothing is drawn beyond the ceiling.
+TEST(Freehand, ABrushStrokeBeginsWithAFullDab) {
+    QImage image = canvas(64);
+    const StrokePoint here = point(32, 32, 20, 0.5F);
+    drawFreehandSegments(image, {here, here}, 0, tool::kBrush);
+    EXPECT_EQ(alpha(image, 32, 32), 127);
+    EXPECT_EQ(alpha(image, 41, 32), 63 + 6 + 6); // 1 - 9/10 of 127 is 12
+    EXPECT_EQ(alpha(image, 42, 32), 63);
+    EXPECT_EQ(alpha(image, 43, 32), 0);
+    QImage border = canvas(64);
+    drawFreehandSegments(border, {point(-9, 40, 20), point(-9, 40, 20)}, 0, tool::kBrush);
+    // Five rows up the disc reaches sqrt(100 - 25) = 8.66: 0.66 (0xa8) of the column 9 away.
+    EXPECT_EQ(map(border, QRect(0, 34, 2, 4)), (Rows{" . .", " a8 .", " ff 2a", " ff 89"}));
+}
+
+TEST(Freehand, WhatIsNoNumberDrawsNothing) {
+    const float none = std::numeric_limits<float>::quiet_NaN();
+    for (const int width : {1, 8, 40}) {
+        for (const int tool : {tool::kPencil, tool::kBrush, tool::kEraser}) {
+            QImage image = canvas(64, tool == tool::kEraser && width > 1 ? 200 : 0);
+            const QImage before = image.copy();
+            drawFreehandSegments(image, {point(20, 20, width, none), point(40, 30, width, none)}, 0,
+                                 tool);
+            EXPECT_EQ(difference(before, image), QRect()) << width << ", tool " << tool;
+        }
+    }
 }
 
 TEST(Freehand, ThinLineByHand) {
@@ -276,10 +308,10 @@ TEST(BrushStamp, ThinBrushesAreBuiltWiderAndFainter) {
     // The outermost cell inside the covered square tells the radius: 1 - 9/10.5 against 1 - 9/10.
     for (const auto& [width, expected] : {std::pair(19, 0.4F / 10.5F * 1.5F), {20, 0.1F}}) {
         QImage image = canvas(64);
-        const int ends = 2; // half a dab each
-        drawFreehandSegments(image, {point(32, 32, width), point(32, 32, width)}, 1 - 1,
-                             tool::kBrush);
+        const int ends = 2; // half a dab each; without the dab that begins a stroke
+        const StrokePoint here = point(32, 32, width);
+        drawFreehandSegments(image, {here, here, here}, 1, tool::kBrush);
         const int once = static_cast<int>(expected * 255.0F);
-        EXPECT_EQ(alpha(image, 32, 41), once + ends * (once / 2)) << width;
+        EXPECT_EQ(alpha(image, 32, 41), ends * (once / 2)) << width;
     }
 }

@@ -5,6 +5,7 @@
 #include "tools/raster/StrokeImage.h"
 
 #include <QBuffer>
+#include <QGuiApplication>
 #include <QPainter>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -60,6 +61,13 @@ TEST(Shapes, ArrowHeadLengthAndAngle) {
         }
         EXPECT_NE(head.left, head.right);
     }
+    const ArrowHead full = arrowHead(QPoint(0, 0), QPoint(300, 0)); // 40 by 32.36 and 23.51
+    EXPECT_TRUE(QRect(268, -24, 1, 49).contains(full.left));
+    EXPECT_EQ(std::abs(full.left.y()), 24);
+    EXPECT_EQ(full.left.y(), -full.right.y());
+    const ArrowHead smaller = arrowHead(QPoint(0, 175), QPoint(0, 0)); // 35: 28.32 and 20.57
+    EXPECT_EQ(smaller.left.y(), 28);
+    EXPECT_EQ(std::abs(smaller.right.x()), 21);
     const ArrowHead none = arrowHead(QPoint(3, 3), QPoint(3, 3));
     EXPECT_EQ(none.left, QPoint(3, 3));
 }
@@ -96,6 +104,15 @@ TEST(Shapes, PenOpacityIsCutToAByte) {
     EXPECT_NEAR(image.pixelColor(500, 500).red(), 200, 1); // painted premultiplied
 }
 
+TEST(Shapes, LinesAndArrowsEndRound) {
+    for (const int tool : {tool::kLine, tool::kArrow}) {
+        QImage image = blankCanvas();
+        drawShape(image, shape(tool, {100, 100}, {300, 100}, 20), true);
+        EXPECT_EQ(alpha(image, 91, 100), 255) << tool;
+        EXPECT_EQ(alpha(image, 91, 91), 0) << tool << ": beyond the circle around the end";
+    }
+}
+
 TEST(Shapes, TooFewPointsOnlyClear) {
     QImage image = blankCanvas();
     image.fill(Qt::red);
@@ -125,12 +142,50 @@ TEST(Shapes, TextFrameStandsUnevenlyAroundTheText) {
     EXPECT_EQ(inked(framed), frame.adjusted(-1, -1, 1, 1));
 }
 
-TEST(Shapes, EmptyTextShowsItsFrameOnlyWhileEditing) {
+TEST(Shapes, EmptyTextShowsOnlyItsFrameAndFamiliesDiffer) {
     QImage image = blankCanvas();
     drawShape(image, text(QString()), true);
     EXPECT_FALSE(inked(image).isEmpty());
     drawShape(image, text(QString()), false);
     EXPECT_TRUE(inked(image).isEmpty());
+
+    Stroke wide = text(QStringLiteral("iii"));
+    drawShape(image, wide, false);
+    const QRect narrow = inked(image);
+    wide.fontFamily = QStringLiteral("DejaVu Sans Mono");
+    drawShape(image, wide, false);
+    EXPECT_GT(inked(image).width(), narrow.width() + 10) << "another family";
+}
+
+// Neither the language of the user interface nor the resolution that a frame's file names.
+TEST(Shapes, TextIsTheSameWhateverTheSurroundings) {
+    QImage expected = blankCanvas();
+    drawShape(expected, text(QStringLiteral("Hxg\nab")), false);
+    ASSERT_FALSE(inked(expected).isEmpty());
+    EXPECT_NEAR(inked(expected).left(), 100, 8);
+
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    QImage mirrored = blankCanvas();
+    drawShape(mirrored, text(QStringLiteral("Hxg\nab")), false);
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+    EXPECT_EQ(mirrored, expected);
+
+    QImage frame = blankCanvas();
+    frame.setDotsPerMeterX(12000);
+    frame.setDotsPerMeterY(12000);
+    QImage canvas;
+    Stroke eraser = shape(tool::kEraser, {10, 10}, {20, 20});
+    prepareStrokeImage(canvas, eraser, frame);
+    drawShape(canvas, eraser, false); // no longer shares the frame's pixels
+    Stroke written = text(QStringLiteral("Hxg\nab"));
+    prepareStrokeImage(canvas, written, frame);
+    drawShape(canvas, written, false);
+    EXPECT_EQ(inked(canvas), inked(expected));
+
+    Stroke faint = shape(tool::kLine, {100, 500}, {900, 500});
+    faint.points[0].opacity = std::nanf("");
+    drawShape(canvas, faint, true);
+    EXPECT_TRUE(inked(canvas).isEmpty());
 }
 
 TEST(StrokeImage, IsPreparedByTool) {

@@ -219,15 +219,6 @@ public:
         sweep();
     }
 
-    void drawOne(const SoftStep& step) {
-        toFar_ = StampField::kStride;
-        push(step, false);
-        stepX_ = 1.0;
-        startX_ = step.major;
-        startY_ = step.minor;
-        sweep();
-    }
-
 private:
     static constexpr int kMostSteps = kCanvasSize + 2 * 54;
 
@@ -383,11 +374,6 @@ const StampField& fieldFor(int width, float opacity) {
 
 void drawEvenLine(const AlphaPlane& plane, const SoftWalk& walk, int width, float opacity) {
     EvenLine(plane, fieldFor(width, opacity), opacity).draw(walk);
-}
-
-void drawStartDab(const AlphaPlane& plane, const StrokePoint& point) {
-    EvenLine(plane, fieldFor(point.width, point.opacity), point.opacity)
-        .drawOne({point.x, point.y, point.opacity, 0.0F, point.opacity});
 }
 
 } // namespace vellum

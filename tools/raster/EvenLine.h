@@ -13,7 +13,4 @@ namespace vellum {
 /// All steps of the walk; `width` is the brush's, 2 or more, `opacity` 0..1.
 void drawEvenLine(const AlphaPlane& plane, const SoftWalk& walk, int width, float opacity);
 
-/// A single dab with its opacity as weight, as a stroke begins.
-void drawStartDab(const AlphaPlane& plane, const StrokePoint& point);
-
 } // namespace vellum

@@ -143,7 +143,8 @@ void drawThinLine(const AlphaPlane& plane, const StrokePoint& from, const Stroke
 
 StrokePoint bounded(StrokePoint point) {
     point.width = std::clamp(point.width, 1, kLargestWidth);
-    point.opacity = std::clamp(point.opacity, 0.0F, 1.0F);
+    // What is not a number fails every comparison.
+    point.opacity = point.opacity > 0.0F ? std::min(point.opacity, 1.0F) : 0.0F;
     point.x = std::clamp(point.x, -kFar, kFar);
     point.y = std::clamp(point.y, -kFar, kFar);
     return point;

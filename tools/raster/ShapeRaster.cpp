@@ -31,7 +31,8 @@ QRect around(const QPoint& a, const QPoint& b) {
 QPen shapePen(const Stroke& stroke) {
     const StrokePoint& first = stroke.points.front();
     QColor color = stroke.color;
-    color.setAlpha(static_cast<int>(std::clamp(first.opacity, 0.0F, 1.0F) * 255.0F));
+    const float opacity = first.opacity > 0.0F ? std::min(first.opacity, 1.0F) : 0.0F; // or NaN
+    color.setAlpha(static_cast<int>(opacity * 255.0F));
     QPen pen;
     pen.setWidth(std::clamp(first.width, 1, 100));
     pen.setColor(color);
@@ -53,6 +54,8 @@ QRect paintText(QPainter& painter, const Stroke& stroke, QPen pen, bool showText
     font.setPointSize(std::clamp(first.width, 1, 100));
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.setFont(font);
+    // Not as the user interface runs: left stays left.
+    painter.setLayoutDirection(Qt::LeftToRight);
     const QString text = stroke.text.isEmpty() ? QStringLiteral(" ") : stroke.text;
     QRect bounds;
     painter.drawText(QRect(first.x, first.y, kCanvasSize, kCanvasSize), Qt::AlignLeft, text,

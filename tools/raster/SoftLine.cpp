@@ -363,6 +363,28 @@ private:
     std::uint16_t factors_[2] = {};
 };
 
+// Hard, so that a stroke begins as round and full as its line, whose dabs add up, goes on.
+void drawStartDab(const AlphaPlane& plane, const StrokePoint& point) {
+    static BrushStamp stamp;
+    const SoftStampSize size = softStampSize(point.width, point.opacity);
+    stamp.build(BrushStamp::Mode::Hard, size.radius, size.opacity);
+    const std::uint8_t ceiling = toByte(point.opacity);
+    const float radius = static_cast<float>(point.width) * 0.5F;
+    const int low = static_cast<int>(std::floor(-radius));
+    const int high = static_cast<int>(std::floor(radius));
+    for (int row = low; row <= high; ++row) {
+        for (int column = low; column <= high; ++column) {
+            const int x = point.x + column;
+            const int y = point.y + row;
+            if (!plane.contains(x, y))
+                continue;
+            const std::uint8_t cell = stamp.at(column + stamp.center(), row + stamp.center());
+            std::uint8_t& alpha = plane.at(x, y);
+            alpha = raised(alpha, weighted(cell, point.opacity), ceiling);
+        }
+    }
+}
+
 } // namespace
 
 SoftStampSize softStampSize(int width, float opacity) {

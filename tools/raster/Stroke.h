@@ -2,6 +2,7 @@
 // pixels live in a stroke image beside it (StrokeImage.h says how that image is prepared).
 #pragma once
 
+#include "tools/raster/RegionTransform.h"
 #include "tools/raster/StrokePoint.h"
 #include "tools/raster/ToolNumber.h"
 
@@ -19,9 +20,10 @@ struct Stroke {
     int tool = tool::kBrush; ///< ToolNumber.h
     QColor color;            ///< flat colour of the whole stroke; its alpha is not used
     std::vector<StrokePoint> points;
-    QString fontFamily; ///< text only
-    QString text;       ///< text only
-    bool dirty = false; ///< changed since the stroke image was last brought up to date
+    QString fontFamily;     ///< text only
+    QString text;           ///< text only
+    RegionTransform region; ///< region transform only; it has no points
+    bool dirty = false;     ///< changed since the stroke image was last brought up to date
 
     /// Freehand: index of the last point already in the stroke image.
     int lastDrawnIndex = 0;

@@ -29,6 +29,10 @@ void prepareStrokeImage(QImage& strokeImage, Stroke& stroke, const QImage& frame
     }
     if (strokeImage.isNull() || !strokeImage.isDetached())
         strokeImage = QImage(kCanvasSize, kCanvasSize, QImage::Format_RGBA8888);
+    // A canvas that was a copy of a frame has the resolution its file names, which scales text.
+    const QImage usual(1, 1, QImage::Format_RGBA8888);
+    strokeImage.setDotsPerMeterX(usual.dotsPerMeterX());
+    strokeImage.setDotsPerMeterY(usual.dotsPerMeterY());
     QColor color(Qt::transparent);
     if (stroke.tool != tool::kTransform && stroke.tool != tool::kEraser) {
         color = stroke.color;
@@ -51,7 +55,7 @@ QRect updateStrokeImage(QImage& strokeImage, Stroke& stroke) {
 }
 
 bool strokeReplacesFrame(const Stroke& stroke) {
-    return stroke.tool == tool::kEraser;
+    return stroke.tool == tool::kEraser || stroke.tool == tool::kTransform;
 }
 
 } // namespace vellum

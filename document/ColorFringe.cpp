@@ -1,0 +1,182 @@
+#include "document/ColorFringe.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+// One body, compiled for the compiler's own target and for AVX2 where the compiler can.
+#if defined(__GNUC__) || defined(__clang__)
+#define VELLUM_INLINE [[gnu::always_inline]] inline
+#if defined(__x86_64__) || defined(__i386__)
+#define VELLUM_AVX2 [[gnu::target("avx2")]]
+#endif
+#else
+#define VELLUM_INLINE inline
+#endif
+
+namespace vellum {
+
+namespace {
+
+// A pixel as a number: its colour, and above it how near a visible pixel is, from kSeen for one
+// that is visible itself down to 1. The greatest of several is the nearest. 0 is nothing at all; a
+// number with a colour and no nearness, or below 0, is nothing either and never the greatest again.
+using Number = std::int32_t;
+constexpr int kNearness = 24; // its lowest bit
+constexpr Number kStep = Number{1} << kNearness;
+constexpr Number kSeen = (kFringe + 1) * kStep;
+constexpr Number kColor = kStep - 1;
+
+constexpr int kTile = 112;
+constexpr int kSide = kTile + 2 * kFringe;
+
+// Distances of 1, 2, 4 and 1 add up to every distance up to kFringe.
+constexpr int kLeaps[] = {1, 2, 4, 1};
+constexpr int kLongestLeap = 4;
+static_assert(kLeaps[0] + kLeaps[1] + kLeaps[2] + kLeaps[3] == kFringe);
+
+using Numbers = std::array<Number, kSide>;
+
+// A square of the picture with what lies around it.
+class Tile {
+public:
+    Tile(QImage& image, const QRect& inside)
+        : first_(image.bits()), line_(image.bytesPerLine()), inside_(inside),
+          around_(inside.adjusted(-kFringe, -kFringe, kFringe, kFringe) & image.rect()),
+          width_(static_cast<std::size_t>(around_.width())) {}
+
+    VELLUM_INLINE void color() {
+        if (!hasTransparent())
+            return;
+        if (!read()) {
+            const auto bytes = static_cast<std::size_t>(4 * inside_.width());
+            for (int y = inside_.top(); y <= inside_.bottom(); ++y)
+                std::memset(at(inside_.left(), y), 0, bytes);
+            return;
+        }
+        spreadUpAndDown();
+        for (int y = inside_.top(); y <= inside_.bottom(); ++y) {
+            spreadAcross(row(y));
+            write(y);
+        }
+    }
+
+private:
+    VELLUM_INLINE std::uint8_t* at(int x, int y) const {
+        return first_ + static_cast<std::ptrdiff_t>(y) * line_ + 4 * x;
+    }
+    VELLUM_INLINE Numbers& row(int y) { return rows_[static_cast<std::size_t>(y - around_.top())]; }
+
+    VELLUM_INLINE bool hasTransparent() const {
+        for (int y = inside_.top(); y <= inside_.bottom(); ++y) {
+            const std::uint8_t* alpha = at(inside_.left(), y) + 3;
+            std::uint8_t least = 255;
+            for (int i = 0; i < inside_.width(); ++i)
+                least = std::min(least, alpha[4 * i]);
+            if (least == 0)
+                return true;
+        }
+        return false;
+    }
+
+    // False when nothing is visible.
+    VELLUM_INLINE bool read() {
+        Number any = 0;
+        for (int y = around_.top(); y <= around_.bottom(); ++y) {
+            Numbers& numbers = row(y);
+            const std::uint8_t* pixels = at(around_.left(), y);
+            for (std::size_t i = 0; i < width_; ++i) {
+                std::uint32_t pixel;
+                std::memcpy(&pixel, pixels + 4 * i, sizeof pixel);
+                const Number seen = static_cast<Number>(pixel & kColor) | kSeen;
+                numbers[i] = pixel >> 24 == 0 ? 0 : seen;
+                any |= numbers[i];
+            }
+        }
+        return any != 0;
+    }
+
+    VELLUM_INLINE void keepGreater(Numbers& to, const Numbers& from) const {
+        for (std::size_t i = 0; i < width_; ++i)
+            to[i] = std::max(to[i], from[i] - kStep);
+    }
+
+    VELLUM_INLINE void spreadUpAndDown() {
+        for (int y = around_.top() + 1; y <= around_.bottom(); ++y)
+            keepGreater(row(y), row(y - 1));
+        for (int y = around_.bottom() - 1; y >= around_.top(); --y)
+            keepGreater(row(y), row(y + 1));
+    }
+
+    VELLUM_INLINE void spreadAcross(Numbers& numbers) const {
+        std::array<Number, kSide + 2 * kLongestLeap> before{};
+        for (const int leap : kLeaps) {
+            Number* middle = before.data() + kLongestLeap;
+            std::copy_n(numbers.begin(), width_, middle);
+            const Number* left = middle - leap;
+            const Number* right = middle + leap;
+            for (std::size_t i = 0; i < width_; ++i)
+                numbers[i] = std::max(numbers[i], std::max(left[i], right[i]) - leap * kStep);
+        }
+    }
+
+    VELLUM_INLINE void write(int y) {
+        const Number* numbers = row(y).data() + (inside_.left() - around_.left());
+        std::uint8_t* pixels = at(inside_.left(), y);
+        for (int i = 0; i < inside_.width(); ++i) {
+            std::uint32_t pixel;
+            std::memcpy(&pixel, pixels + 4 * i, sizeof pixel);
+            const Number color = numbers[i] < kStep ? 0 : numbers[i] & kColor;
+            pixel = pixel >> 24 == 0 ? static_cast<std::uint32_t>(color) : pixel;
+            std::memcpy(pixels + 4 * i, &pixel, sizeof pixel);
+        }
+    }
+
+    std::uint8_t* first_;
+    std::ptrdiff_t line_;
+    QRect inside_;
+    QRect around_;
+    std::size_t width_; // of around_
+    std::array<Numbers, kSide> rows_;
+};
+
+void colorPlain(Tile& tile) {
+    tile.color();
+}
+
+#ifdef VELLUM_AVX2
+VELLUM_AVX2 void colorAvx2(Tile& tile) {
+    tile.color();
+}
+#endif
+
+using Color = void (*)(Tile&);
+
+Color fastest() {
+#ifdef VELLUM_AVX2
+    __builtin_cpu_init();
+    if (__builtin_cpu_supports("avx2"))
+        return colorAvx2;
+#endif
+    return colorPlain;
+}
+
+} // namespace
+
+QRect colorFringe(QImage& image, const QRect& changed) {
+    const QRect part = changed & image.rect();
+    if (part.isEmpty())
+        return {};
+    const QRect area = part.adjusted(-kFringe, -kFringe, kFringe, kFringe) & image.rect();
+    static const Color color = fastest();
+    for (int y = area.top(); y <= area.bottom(); y += kTile) {
+        for (int x = area.left(); x <= area.right(); x += kTile) {
+            Tile tile(image, QRect(x, y, kTile, kTile) & area);
+            color(tile);
+        }
+    }
+    return area;
+}
+
+} // namespace vellum

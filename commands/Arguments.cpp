@@ -2,9 +2,13 @@
 
 #include "plugin/leaves/MayaStrings.h"
 #include "plugin/leaves/Report.h"
+#include "plugin/middle/ActiveNode.h"
+#include "plugin/middle/PluginState.h"
 
 #include <algorithm>
 #include <limits>
+#include <maya/MAnimControl.h>
+#include <maya/MTime.h>
 
 namespace vellum {
 
@@ -31,6 +35,15 @@ QString textArgument(const MArgDatabase& args, const char* flag) {
     if (args.isFlagSet(flag))
         args.getFlagArgument(flag, 0, value);
     return fromMaya(value);
+}
+
+std::optional<FrameRange> sliderRange() {
+    if (!pluginState().interactive) {
+        const double now = MAnimControl::currentTime().asUnits(MTime::uiUnit());
+        return frameRange(now, now + 1.0);
+    }
+    const auto range = timeRange();
+    return range ? frameRange(range->first, range->second) : std::nullopt;
 }
 
 } // namespace vellum

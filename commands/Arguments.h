@@ -1,9 +1,12 @@
-// What the layer and the frame command share: arguments out of a parsed command line, refusals.
+// What the commands share: arguments out of a parsed command line, the time range, refusals.
 #pragma once
+
+#include "document/FrameRange.h"
 
 #include <QString>
 #include <maya/MArgDatabase.h>
 #include <maya/MStatus.h>
+#include <optional>
 
 namespace vellum {
 
@@ -21,5 +24,9 @@ int signedArgument(const MArgDatabase& args, const char* flag, unsigned position
 
 /// Empty when the flag is not set.
 QString textArgument(const MArgDatabase& args, const char* flag);
+
+/// The time slider's highlighted range; without a slider (batch mode) the current frame. Empty
+/// after a report.
+std::optional<FrameRange> sliderRange();
 
 } // namespace vellum

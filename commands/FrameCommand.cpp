@@ -7,27 +7,14 @@
 #include "plugin/leaves/MayaStrings.h"
 #include "plugin/leaves/Report.h"
 #include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/PluginState.h"
 #include "plugin/middle/Timeline.h"
 
-#include <maya/MAnimControl.h>
 #include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>
-#include <maya/MTime.h>
 
 namespace vellum {
 
 namespace {
-
-/// The highlighted range; without a time slider the current frame. Empty after a report.
-std::optional<FrameRange> currentRange() {
-    if (!pluginState().interactive) {
-        const double now = MAnimControl::currentTime().asUnits(MTime::uiUnit());
-        return frameRange(now, now + 1.0);
-    }
-    const auto range = timeRange();
-    return range ? frameRange(range->first, range->second) : std::nullopt;
-}
 
 /// The first of these flags that is set decides.
 constexpr const char* kOperations[] = {"-ins", "-dup", "-del", "-cut", "-cp", "-pst",
@@ -97,7 +84,8 @@ MStatus FrameCommand::doIt(const MArgList& args) {
 MStatus FrameCommand::findCamera(const MArgDatabase& args) {
     MStringArray objects;
     args.getObjects(objects);
-    if (objects.length() > 0) {
+    named_ = objects.length() > 0;
+    if (named_) {
         camera_ = fromMaya(objects[0]);
         if (!cameraExists(camera_))
             return refuse(QStringLiteral("Camera does not exist: %1").arg(camera_));
@@ -118,11 +106,12 @@ MStatus FrameCommand::makeOperation(const MArgDatabase& args) {
     } else if (is(flag, "-sb")) {
         operation_ = frame_operation::stepBack();
     } else if (is(flag, "-mv")) {
-        operation_ =
-            frame_operation::move(camera_, signedArgument(args, flag, 0),
-                                  signedArgument(args, flag, 1), signedArgument(args, flag, 2));
+        // Unnamed: what the time slider marks, whatever camera the view looks through.
+        operation_ = frame_operation::move(
+            named_ ? camera_ : document_.lock()->currentCamera(), signedArgument(args, flag, 0),
+            signedArgument(args, flag, 1), signedArgument(args, flag, 2));
     } else {
-        const auto range = currentRange();
+        const auto range = sliderRange();
         if (!range)
             return MS::kFailure;
         operation_ = is(flag, "-ret")

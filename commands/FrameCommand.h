@@ -33,6 +33,7 @@ private:
     void showChange(BaseNode& changed) const;
 
     QString camera_;
+    bool named_ = false; ///< the call names the camera; else it is the active view's
     std::unique_ptr<FrameOperation> operation_;
     /// The drawing it was done on: after a deleted node came back, another may be the active one.
     std::weak_ptr<LayerManager> document_;

@@ -111,7 +111,8 @@ MStatus LayerCommand::run(const MArgDatabase& args) {
 }
 
 MStatus LayerCommand::runInMode(const MArgDatabase& args, const BaseNode* node) {
-    if (!args.isFlagSet("-act"))
+    // In a query the flag has no argument, so that nothing can be edited with it.
+    if (!args.isFlagSet("-act") || (args.isEdit() && args.isQuery()))
         return refuse(args.isEdit() ? QStringLiteral("Invalid edit parameter")
                                     : QStringLiteral("Invalid query parameter"));
     if (!node)

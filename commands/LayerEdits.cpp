@@ -1,10 +1,12 @@
 #include "commands/LayerEdits.h"
 
+#include "document/DocumentObserver.h"
 #include "document/Layer.h"
 #include "document/LayerAddress.h"
 #include "document/LayerManager.h"
 #include "plugin/leaves/Report.h"
 
+#include <deque>
 #include <initializer_list>
 #include <utility>
 #include <vector>
@@ -261,24 +263,24 @@ public:
 
 private:
     bool doFirst(LayerManager& document) override {
-        if (camera_ == target_) {
-            report::error(QStringLiteral("The layers are on that camera already: %1").arg(camera_));
+        if (!documentObserver().cameraExists(target_)) {
+            report::error(QStringLiteral("Camera does not exist: %1").arg(target_));
             return false;
         }
         before_.remember(document, {camera_, target_});
         moved_.clear();
         const LayerManager::ChangeGroup group(document);
         const int active = document.activeLayerIndex(camera_);
-        const int first = document.cameraLayerCount(target_);
-        const int count = document.cameraLayerCount(camera_);
-        for (int i = count - 1; i >= 0; --i) {
-            // Only for want of the camera, and then for every layer.
-            if (document.moveLayerToCamera(camera_, i, target_, first) < 0)
+        // On its own camera every layer is where it shall be.
+        const bool stay = camera_ == target_;
+        const int first = stay ? 0 : document.cameraLayerCount(target_);
+        for (int i = stay ? -1 : document.cameraLayerCount(camera_) - 1; i >= 0; --i) {
+            if (document.moveLayerToCamera(camera_, i, target_, first) < 0) {
+                putAllBack(document);
                 return false;
-        }
-        for (int i = 0; i < count; ++i) {
-            moved_.emplace_back(target_);
-            moved_.back().bind(document, first + i);
+            }
+            moved_.emplace_front(target_);
+            moved_.front().bind(document, first);
         }
         if (active >= 0)
             document.setActiveLayer(target_, first + active, true);
@@ -293,15 +295,20 @@ private:
                 return false;
         }
         const LayerManager::ChangeGroup group(document);
+        putAllBack(document);
+        return true;
+    }
+
+    /// On top of those that did not move: the top ones went first.
+    void putAllBack(LayerManager& document) {
         for (const LayerAddress& layer : moved_)
             putBack(document, camera_, -1, document.takeLayer(target_, layer.index(document)));
         before_.restore(document);
-        return true;
     }
 
     QString camera_;
     QString target_;
-    std::vector<LayerAddress> moved_; ///< bottom first
+    std::deque<LayerAddress> moved_; ///< bottom first
     ActiveLayers before_;
 };
 
@@ -330,6 +337,37 @@ private:
     }
 
     ActiveLayers before_;
+};
+
+/// The name the document made of the wanted one is kept, and names come back as they were, whatever
+/// has taken them meanwhile.
+class RenameEdit : public OneLayerEdit {
+public:
+    RenameEdit(const QString& camera, int index, QString name)
+        : OneLayerEdit(camera, index), name_(std::move(name)) {}
+
+private:
+    bool change(LayerManager& document, int index) override {
+        before_ = document.layerName(camera(), index);
+        if (first_)
+            document.renameLayer(camera(), index, name_);
+        else
+            document.restoreLayerName(camera(), index, name_);
+        first_ = false;
+        name_ = document.layerName(camera(), index);
+        return true;
+    }
+
+    bool takeBack(LayerManager& document) override {
+        const int index = indexNow(document);
+        if (index >= 0)
+            document.restoreLayerName(camera(), index, before_);
+        return index >= 0;
+    }
+
+    QString name_;
+    QString before_;
+    bool first_ = true;
 };
 
 /// Exchanges one property of a layer with a value.
@@ -408,7 +446,7 @@ std::unique_ptr<LayerEdit> activate(const QString& camera, int index) {
 }
 
 std::unique_ptr<LayerEdit> rename(const QString& camera, int index, const QString& name) {
-    return property(camera, index, &LayerManager::layerName, &LayerManager::renameLayer, name);
+    return std::make_unique<RenameEdit>(camera, index, name);
 }
 
 std::unique_ptr<LayerEdit> setVisible(const QString& camera, int index, bool visible) {

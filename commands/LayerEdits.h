@@ -45,7 +45,7 @@ std::unique_ptr<LayerEdit> removeAll(const QString& camera);
 std::unique_ptr<LayerEdit> move(const QString& camera, int from, int to);
 std::unique_ptr<LayerEdit> moveToCamera(const QString& camera, int from, const QString& target,
                                         int to);
-/// Above the target's own layers, in their order; the target becomes current.
+/// Above the target's own layers, in their order; the target becomes current. All of them or none.
 std::unique_ptr<LayerEdit> moveAll(const QString& camera, const QString& target);
 /// Refused when the layer is the active one of the current camera already.
 std::unique_ptr<LayerEdit> activate(const QString& camera, int index);

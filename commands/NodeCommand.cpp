@@ -1,6 +1,6 @@
 #include "commands/NodeCommand.h"
 
-#include "document/FrameRange.h"
+#include "commands/Arguments.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "plugin/leaves/CommandStrings.h"
@@ -194,8 +194,7 @@ void NodeCommand::addFirstLayer() {
         document->setLayerState(camera, layer, layerState_);
     if (!frame_)
         return;
-    const auto slider = timeRange();
-    const auto range = slider ? frameRange(slider->first, slider->second) : std::nullopt;
+    const auto range = sliderRange();
     if (!range || !range->canBeFilled())
         return;
     for (qint64 frame = range->first; frame <= range->last; ++frame)
@@ -227,7 +226,9 @@ MStatus NodeCommand::undoIt() {
     MGlobal::setActiveSelectionList(selectionBefore_);
     propagateCurrentTime();
     refreshTimeline();
-    if (!activeNode())
+    if (const BaseNode* other = activeNode())
+        panels().refreshLayerManager(*other->layerManager());
+    else
         panels().clearLayerManager();
     return MS::kSuccess;
 }

@@ -10,6 +10,22 @@
 
 namespace vellum {
 
+namespace {
+
+/// Null when the flag does nothing in the mode of the call.
+UtilHandler handlerOf(const UtilAction& action, const MArgDatabase& args) {
+    UtilHandler handler = action.create;
+    if (!handler && args.isEdit())
+        handler = action.edit;
+    else if (!handler && args.isQuery())
+        handler = action.query;
+    // In a query no flag has arguments.
+    const bool incomplete = args.isQuery() && !action.arguments.empty();
+    return incomplete && handler != action.query ? nullptr : handler;
+}
+
+} // namespace
+
 void* UtilCommand::creator() {
     return new UtilCommand;
 }
@@ -40,12 +56,7 @@ MStatus UtilCommand::doIt(const MArgList& args) {
     for (const UtilAction& action : utilActions()) {
         if (!parsed.isFlagSet(action.shortName))
             continue;
-        UtilHandler handler = action.create;
-        if (!handler && parsed.isEdit())
-            handler = action.edit;
-        else if (!handler && parsed.isQuery())
-            handler = action.query;
-        if (handler)
+        if (const UtilHandler handler = handlerOf(action, parsed))
             return handler(parsed, action.shortName);
         break;
     }

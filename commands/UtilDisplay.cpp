@@ -44,8 +44,11 @@ MStatus ghostsChanged() {
     return MS::kSuccess;
 }
 
+/// Undoable though this command is not: layers that were moved could never be brought back, and
+/// nothing done to them before could be undone.
 MStatus openFloatingView(const QString& sourceCamera) {
-    return script::execute(command::createFloatingView(sourceCamera)) ? MS::kSuccess : MS::kFailure;
+    return script::execute(command::createFloatingView(sourceCamera), false, true) ? MS::kSuccess
+                                                                                   : MS::kFailure;
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "commands/UtilActions.h"
+#include "node/NodeSearch.h"
 #include "plugin/leaves/CommandStrings.h"
 #include "plugin/leaves/Names.h"
 #include "plugin/leaves/Script.h"
@@ -16,8 +17,8 @@ namespace vellum::util {
 
 namespace {
 
-/// Makes the tool context current; one that was made once is used again until the unload.
-MStatus activate(QString& contextName, const char* creationCommand) {
+/// Makes the tool context; one that was made once is used again until the unload.
+MStatus provide(QString& contextName, const char* creationCommand) {
     // Only whether the query runs counts, not what it answers.
     if (contextName.isEmpty() || !script::execute(command::contextExists(contextName))) {
         contextName =
@@ -25,6 +26,10 @@ MStatus activate(QString& contextName, const char* creationCommand) {
         if (contextName.isEmpty())
             return MS::kFailure;
     }
+    return MS::kSuccess;
+}
+
+MStatus take(const QString& contextName) {
     return script::execute(command::setToolTo(contextName)) ? MS::kSuccess : MS::kFailure;
 }
 
@@ -52,11 +57,20 @@ int optionArgument(const MArgDatabase& args, const char* flag, unsigned index) {
 } // namespace
 
 MStatus activateDraw(const MArgDatabase&, const char*) {
-    return activate(pluginState().drawContextName, kDrawContextCommand);
+    QString& name = pluginState().drawContextName;
+    if (provide(name, kDrawContextCommand) != MS::kSuccess)
+        return MS::kFailure;
+    // The tool makes the node where there is none, but taking a tool is no step to undo and would
+    // hide that one.
+    if (allNodes().empty() && script::executeInt(command::contextExists(name)).value_or(0) != 0)
+        script::execute(command::createNode(), true, true);
+    return take(name);
 }
 
 MStatus activateTransform(const MArgDatabase&, const char*) {
-    return activate(pluginState().transformContextName, kTransformContextCommand);
+    QString& name = pluginState().transformContextName;
+    const MStatus status = provide(name, kTransformContextCommand);
+    return status == MS::kSuccess ? take(name) : status;
 }
 
 MStatus chooseTool(const MArgDatabase& args, const char* flag) {

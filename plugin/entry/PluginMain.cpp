@@ -126,26 +126,33 @@ bool isBatch() {
     return script::executeInt(command::isBatch()).value_or(0) != 0;
 }
 
-/// A menu that fails never stops the loading. False: there is none.
-bool buildMenu() {
+/// A menu that fails never stops the loading.
+void buildMenu() {
     if (!sourceMenuScript()) {
         report::plainError(QStringLiteral("Failed to source scripts"));
-        return false;
+        return;
     }
     if (!pluginState().interactive)
-        return false;
+        return;
+    pluginState().menuSourced = true;
     if (!script::execute(command::createMainMenu(settings().showMainMenuInAnimationSet))) {
         report::plainError(QStringLiteral("Failed to create main menu"));
         script::execute(command::deleteMainMenu()); // the part of it that was made
     }
     if (!updateMainMenu())
         report::plainError(QStringLiteral("Failed to update main menu"));
-    return true;
+}
+
+/// Whether the first command was refused since another copy of the plug-in has it. Menu and
+/// procedures go by the same names, so that the menu just made works that copy.
+bool anotherCopyWorks() {
+    return pluginState().registered == 0 &&
+           script::executeInt(command::commandExists(text(kNodeCommand))).value_or(0) != 0;
 }
 
 /// Maya drops the library of a plug-in that failed to load, so nothing of its interface may stay.
-void abandonLoading(bool menuBuilt) {
-    if (menuBuilt)
+void abandonLoading() {
+    if (pluginState().menuSourced && !anotherCopyWorks())
         script::execute(command::deleteMainMenu());
     delete pluginState().timeline;
     setDocumentObserver(nullptr);
@@ -168,13 +175,13 @@ MStatus initializePlugin(MObject object) {
     setDocumentObserver(documentLink.get());
     pluginState().interactive = !isBatch();
     loadSettings();
-    const bool menuBuilt = buildMenu();
+    buildMenu();
 
     for (const Registration& registration : registrations()) {
         status = registration.add(plugin);
         if (status != MS::kSuccess) {
             showFailure(registration.addMessage, status, registration.withReason);
-            abandonLoading(menuBuilt);
+            abandonLoading();
             return status;
         }
         ++pluginState().registered;

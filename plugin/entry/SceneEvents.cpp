@@ -68,7 +68,9 @@ void onQuit(void*) {
     tearDownInterface();
 }
 
+// A drawing that comes back may have been away while time went on.
 void onUndoOrRedo(void*) {
+    propagateCurrentTime();
     refreshTimeline();
     refreshLayerManager();
 }
@@ -86,8 +88,9 @@ constexpr Event kEvents[] = {
     {"quitApplication", onQuit},
     {"Undo", onUndoOrRedo},
     {"Redo", onUndoOrRedo},
-    // The drawing went with its scene, and Maya may tell so by no other event.
+    // Drawings go with their scene and come with an import, and Maya may tell so by no other event.
     {"NewSceneOpened", onNewScene},
+    {"SceneImported", onSceneOpened},
 };
 
 } // namespace

@@ -1,34 +1,27 @@
 #include "plugin/middle/Panels.h"
 
 #include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Report.h"
 #include "plugin/leaves/Script.h"
 #include "plugin/leaves/Settings.h"
 #include "plugin/middle/PluginState.h"
 
+#include <QComboBox>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <maya/MQtUtil.h>
+
 namespace vellum {
 
-namespace {
-
-/// Nobody sees a window in batch mode, so nothing is missing there.
-bool missing() {
-    if (pluginState().interactive)
-        report::error(QStringLiteral("This window is not available."));
+bool Panels::show(Panel) {
     return false;
 }
 
-} // namespace
-
-bool Panels::show(Panel) {
-    return missing();
-}
-
 bool Panels::open(Dialog) {
-    return missing();
+    return false;
 }
 
 bool Panels::openLayerProperties(const QString&, int) {
-    return missing();
+    return false;
 }
 
 void Panels::refreshToolbox() {
@@ -48,12 +41,39 @@ std::optional<QColor> Panels::toolboxColor() {
     return std::nullopt;
 }
 
-std::optional<QString> Panels::chooseCamera(const QStringList&, const QString&) {
-    return std::nullopt;
+std::optional<QString> Panels::chooseCamera(const QStringList& cameras,
+                                            const QString& preselected) {
+    if (!pluginState().interactive)
+        return std::nullopt;
+    QInputDialog dialog(MQtUtil::mainWindow(), Qt::Tool);
+    dialog.setWindowTitle(QStringLiteral("Move Layers to View"));
+    // The blanks make the window wide enough for its title.
+    dialog.setLabelText(QStringLiteral("Select camera to move layers from:") +
+                        QString(17, QLatin1Char(' ')));
+    dialog.setComboBoxItems(cameras);
+    dialog.setComboBoxEditable(false);
+    auto* list = dialog.findChild<QComboBox*>();
+    list->setCurrentIndex(static_cast<int>(cameras.indexOf(preselected)));
+    if (dialog.exec() != QDialog::Accepted || list->currentIndex() < 0)
+        return std::nullopt;
+    return list->currentText();
 }
 
 bool Panels::resetInterface() {
-    return missing();
+    if (!pluginState().interactive)
+        return false;
+    const auto answer = QMessageBox::question(MQtUtil::mainWindow(), QStringLiteral("Reset UI"),
+                                              QStringLiteral("Reset user interface elements?"),
+                                              QMessageBox::Yes | QMessageBox::No);
+    if (answer != QMessageBox::Yes)
+        return true;
+    closeAll();
+    Settings& stored = settings();
+    for (QByteArray* geometry :
+         {&stored.toolboxGeometry, &stored.toolOptionsGeometry, &stored.layerManagerGeometry,
+          &stored.colorPaletteGeometry, &stored.retimingToolGeometry})
+        geometry->clear();
+    return true;
 }
 
 void Panels::closeAll() {
@@ -70,7 +90,7 @@ void connectPanels(Panels* connected) {
 }
 
 bool updateMainMenu() {
-    if (!pluginState().interactive)
+    if (!pluginState().menuSourced)
         return true;
     const Settings& current = settings();
     return script::execute(command::updateMainMenu(

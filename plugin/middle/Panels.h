@@ -1,6 +1,6 @@
 // The panels and dialogs, as commands and the document drive them. The widgets are made higher up;
-// without an interface (batch mode) there are none and every verb answers that it could not.
-// Main thread only.
+// what is not there (in batch mode: nothing is) answers silently that it could not be had. The
+// questions that need no panel are asked here. Main thread only.
 #pragma once
 
 #include <QColor>
@@ -35,11 +35,12 @@ public:
     /// Colour of the toolbox's picker; empty without toolbox or with an invalid colour.
     virtual std::optional<QColor> toolboxColor();
 
-    /// Asks for one of `cameras`; empty when the user cancels.
+    /// Asks for one of `cameras`; empty when the user cancels or picks none, and in batch mode.
     virtual std::optional<QString> chooseCamera(const QStringList& cameras,
                                                 const QString& preselected);
 
-    /// Asks, then closes every panel and forgets where it was. False without an interface.
+    /// Asks, then closes every panel and forgets where it was. True whatever the answer; false in
+    /// batch mode.
     virtual bool resetInterface();
 
     /// Stores every panel's geometry in the settings and deletes the panels.
@@ -53,8 +54,8 @@ Panels& panels();
 /// Called by the entry only; null disconnects. Not owned.
 void connectPanels(Panels* connected);
 
-/// Brings the radio and check marks of the main menu up to date with the settings. Does nothing in
-/// batch mode.
+/// Brings the radio and check marks of the main menu up to date with the settings. Does nothing
+/// where there is none: in batch mode, and when its script failed.
 bool updateMainMenu();
 
 } // namespace vellum

@@ -23,6 +23,7 @@ public:
 
 struct PluginState {
     bool interactive = false; ///< false in batch mode: no widget is ever made then
+    bool menuSourced = false; ///< Maya knows the main menu's procedures, and there is a menu bar
     MCallbackIdArray callbackIds;
     std::size_t registered = 0; ///< entries of the entry's table that Maya knows
     int playbackJob = -1;       ///< number of the script job, -1 when there is none

@@ -63,9 +63,11 @@ void setDrawToolActive(bool active) {
     if (state.drawToolActive == active)
         return;
     state.drawToolActive = active;
+    // A drag that ends here leaves the markers where it had taken them.
+    const bool dragging = state.timeline && state.timeline->rangeMove();
     if (state.timeline)
         state.timeline->setEnabled(active);
-    if (settings().timelineFrameDisplay == WhileInUse)
+    if (dragging || settings().timelineFrameDisplay == WhileInUse)
         refreshTimeline();
 }
 

@@ -85,13 +85,21 @@ TEST_F(Util, TimelineModeAndMissingModes) {
     for (const char* line : {"rvVellumUtil", "rvVellumUtil -dc 1 2 3", "rvVellumUtil -gp 1"})
         refuses(QString::fromLatin1(line), QStringLiteral("[Vellum2] Invalid command parameters"));
     EXPECT_TRUE(run(QStringLiteral("rvVellumUtil -rtd; rvVellumUtil -rlm; rvVellumUtil -rvi")));
-    for (const char* panel :
-         {"-toolbox", "-layerManager", "-toolOptions", "-cp", "-rtt", "-newLayer"})
-        refuses(QStringLiteral("rvVellumUtil ") + QLatin1String(panel),
-                QStringLiteral("[Vellum2] This window is not available."));
     errors.clear();
     EXPECT_FALSE(run(QStringLiteral("rvVellumUtil -layerProperties"))) << "there is no layer";
     EXPECT_TRUE(errors.filter(QStringLiteral("[Vellum2]")).isEmpty());
+}
+
+TEST_F(Util, TheNodeThatATakenToolMakesIsAStepToUndo) {
+    ASSERT_TRUE(run(QStringLiteral("flushUndo; rvVellumNode; delete vellum")));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -brushTool; rvVellumUtil -pencilTool")));
+    EXPECT_EQ(number(QStringLiteral("$n = size(`ls -type rvVellum`)")), 1);
+    // The deleted drawing must not come back beside it.
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(number(QStringLiteral("$n = size(`ls -type rvVellum`)")), 0);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(text(QStringLiteral("$t = stringArrayToString(`ls -type rvVellum`, \" \")")),
+              QStringLiteral("vellumShape"));
 }
 
 TEST_F(Layers, StructureIsUndoable) {
@@ -157,8 +165,6 @@ TEST_F(Layers, RefusalsChangeNothing) {
             QStringLiteral("[Vellum2] Invalid command parameters"));
     refuses(QStringLiteral("rvVellumLayer -moveAll nobody persp"),
             QStringLiteral("[Vellum2] Camera does not exist: nobody"));
-    refuses(QStringLiteral("rvVellumLayer -moveAll persp persp"),
-            QStringLiteral("[Vellum2] The layers are on that camera already: persp"));
     EXPECT_FALSE(run(QStringLiteral("rvVellumLayer -e -active 1 persp"))) << "already active";
     refuses(QStringLiteral("rvVellumLayer -delete 5 persp"),
             QStringLiteral("[Vellum2] Invalid layer: persp (5)"));

@@ -98,6 +98,44 @@ TEST_P(Override, AFaintStrokeIsNotCutOff) {
               before.red() + before.green() + before.blue());
 }
 
+// Where a picture ends hard, or was erased, what is shown lies between it and what is behind: it has
+// no line that is darker than both. Larger than it is, about its size, a half and a third of it.
+TEST_P(Override, ErasedEdgesHaveNoDarkLine) {
+    const QString camera = QStringLiteral("persp");
+    constexpr int kStrip = 40;
+    for (const int width : {2300, 1024, 560, 300}) {
+        const QSize size(width, kStrip);
+        view_->setPortSize(size.width(), size.height());
+        fill(QRect(0, 0, 1024, 1024), Qt::transparent);
+        const QImage empty = view_->renderToImage(size);
+        fill(QRect(0, 0, 1024, 1024), QColor(230, 220, 240));
+        const QImage full = view_->renderToImage(size);
+        // An upright hole, one aslant and a small one.
+        for (const QPoint way : {QPoint(0, 300), {150, 300}, {1, 0}}) {
+            Stroke* stroke = document()->beginStroke(camera, tool::kEraser, Qt::black);
+            ASSERT_NE(stroke, nullptr);
+            for (const QPoint place : {QPoint(0, 0), way})
+                stroke->points.push_back({11, 1.0F, 1.0F, 300 + way.x() + place.x(),
+                                          512 - way.y() / 2 + place.y()});
+            stroke->dirty = true;
+            QByteArray undo;
+            ASSERT_TRUE(document()->commitStroke(camera, undo));
+        }
+        const QImage erased = view_->renderToImage(size);
+        EXPECT_NE(erased, full);
+        const int border = 1 + width / 1024; // the legacy renderer clamps to a border of its own
+        for (int y = 0; y < kStrip; ++y) {
+            for (int x = border; x < width - border; ++x) {
+                const QColor shown = erased.pixelColor(x, y);
+                const QColor behind = empty.pixelColor(x, y);
+                ASSERT_GE(shown.red() + 2, behind.red()) << width << ": " << x << ", " << y;
+                ASSERT_GE(shown.green() + 2, behind.green()) << width << ": " << x << ", " << y;
+                ASSERT_GE(shown.blue() + 2, behind.blue()) << width << ": " << x << ", " << y;
+            }
+        }
+    }
+}
+
 TEST_P(Override, TwoCamerasShareTheNodeButNotThePicture) {
     const QImage empty = shot();
     fill(QRect(100, 300, 200, 100), Qt::red);

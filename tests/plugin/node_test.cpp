@@ -1,10 +1,16 @@
 // The node and its command, through the script line of a host with the real plug-in.
+#include "support/Hand.h"
 #include "support/Session.h"
 
+#include "foundation/Faults.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 
+#include <QFile>
 #include <QTemporaryDir>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFnNumericAttribute.h>
+#include <maya/MSelectionList.h>
 
 namespace vellum::test {
 namespace {
@@ -122,10 +128,8 @@ TEST_F(Node, ADocumentReadFromAFileIsNotReplaced) {
         EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 0);
 
         errors.clear();
-        errors.clear();
         ASSERT_TRUE(run(QStringLiteral("file -f -open \"%1\"").arg(file)));
-        EXPECT_TRUE(errors.isEmpty()) << errors.join(QStringLiteral(" | ")).toStdString();
-        EXPECT_TRUE(errors.isEmpty()) << errors.join(QStringLiteral(" | ")).toStdString();
+        EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
         EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 2) << type;
         EXPECT_EQ(text(QStringLiteral("rvVellumLayer -qn 0 persp")), QStringLiteral("kept"));
         EXPECT_EQ(text(QStringLiteral("rvVellumLayer -qn 1 persp")),
@@ -134,6 +138,121 @@ TEST_F(Node, ADocumentReadFromAFileIsNotReplaced) {
         ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -ev 0 0 persp")));
         EXPECT_EQ(number(QStringLiteral("file -q -modified")), 1) << "a changed drawing is saved";
     }
+}
+
+TEST_F(Node, ItsAttributesAreWhatFilesAndTheChannelBoxRelyOn) {
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode")));
+    MSelectionList list;
+    ASSERT_TRUE(list.add("vellumShape"));
+    MObject object;
+    list.getDependNode(0, object);
+    const MFnDependencyNode node(object);
+    const MFnAttribute data(node.attribute("layerData"));
+    EXPECT_EQ(data.shortName(), MString("ld"));
+    EXPECT_TRUE(data.isReadable() && data.isWritable() && data.isStorable() && data.isHidden());
+    EXPECT_FALSE(data.isConnectable() || data.isKeyable() || data.isArray());
+    const MFnNumericAttribute opacity(node.attribute("opacity"));
+    EXPECT_EQ(opacity.shortName(), MString("op"));
+    EXPECT_EQ(opacity.unitType(), MFnNumericData::kFloat);
+    EXPECT_TRUE(opacity.isReadable() && opacity.isWritable() && opacity.isStorable());
+    EXPECT_TRUE(opacity.isKeyable() && !opacity.isHidden() && opacity.isConnectable());
+    double least = -1.0;
+    double most = -1.0;
+    float usual = -1.0F;
+    opacity.getMin(least);
+    opacity.getMax(most);
+    opacity.getDefault(usual);
+    EXPECT_EQ(least, 0.0);
+    EXPECT_EQ(most, 1.0);
+    EXPECT_EQ(usual, 1.0F);
+}
+
+TEST_F(Node, OfSeveralActiveOnesTheFirstWorks) {
+    const auto layers = [this] { return number(QStringLiteral("rvVellumLayer -count persp")); };
+    QTemporaryDir directory;
+    const QString file = directory.filePath(QStringLiteral("one.ma"));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp; file -rename \"%1\";"
+                                   "file -f -save; rvVellumLayer -add persp;"
+                                   "file -import \"%1\"")
+                        .arg(file)));
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 2);
+    EXPECT_EQ(layers(), 2) << "the scene's own";
+    ASSERT_TRUE(run(QStringLiteral("delete vellum")));
+    EXPECT_EQ(layers(), 1) << "the imported one";
+    ASSERT_TRUE(run(QStringLiteral("undo; group -n deep vellum; rename deep a")));
+    EXPECT_EQ(layers(), 1) << "the group stands behind the imported one";
+    ASSERT_TRUE(run(QStringLiteral("undo; undo")));
+    EXPECT_EQ(layers(), 2);
+    refuses(QStringLiteral("rvVellumNode"), QStringLiteral("[Vellum2] Node already exists"));
+
+    // One that was never active stays so wherever it goes.
+    ASSERT_TRUE(run(QStringLiteral("file -f -new; rvVellumNode -layer -camera persp;"
+                                   "createNode rvVellum -name second; delete vellum;"
+                                   "file -rename \"%1\"; file -f -save")
+                        .arg(file)));
+    for (const char* way : {"file -f -open", "file -f -new; file -import"}) {
+        ASSERT_TRUE(run(QStringLiteral("%1 \"%2\"").arg(QLatin1String(way), file)));
+        EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 1) << way;
+        EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 0) << way;
+    }
+    errors.clear();
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp")));
+    EXPECT_EQ(layers(), 1);
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+class Documentless : public Node {
+protected:
+    void TearDown() override {
+        host::faults::clear();
+        Node::TearDown();
+    }
+
+    /// What is shown once, and never again by anything that asks for the drawing.
+    void saysOnly(QStringList expected) {
+        support::settle();
+        EXPECT_EQ(errors, expected);
+        errors.clear();
+        EXPECT_TRUE(
+            run(QStringLiteral("currentTime 4; select bare; select -cl; undo; redo;"
+                               "rvVellumNode -layer -camera persp; rvVellumFrame -ins persp;"
+                               "currentTime 9; delete bare; undo")));
+        support::settle();
+        EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+        EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 1);
+    }
+};
+
+TEST_F(Documentless, AFileWithoutItsDataIsSaidOnce) {
+    QTemporaryDir directory;
+    const QString bare = directory.filePath(QStringLiteral("bare.ma"));
+    QFile scene(bare);
+    ASSERT_TRUE(scene.open(QIODevice::WriteOnly));
+    scene.write("//Maya ASCII 2024 scene\nrequires maya \"2024\";\n"
+                "requires -nodeType \"rvVellum\" -dataType \"rvLayerData\" \"vellum2\" \"2.4.1\";\n"
+                "createNode transform -n \"bare\";\n"
+                "createNode rvVellum -n \"bareShape\" -p \"bare\";\n// End of bare.ma\n");
+    scene.close();
+    errors.clear();
+    ASSERT_TRUE(run(QStringLiteral("file -f -open \"%1\"").arg(bare)));
+    saysOnly({QStringLiteral("[Vellum2] Failed to get layer data plug as object")});
+
+    ASSERT_TRUE(run(QStringLiteral("file -rename \"%1\"; file -f -save; file -f -new")
+                        .arg(directory.filePath(QStringLiteral("both.ma")))));
+    ASSERT_TRUE(run(
+        QStringLiteral("file -f -open \"%1\"").arg(directory.filePath(QStringLiteral("both.ma")))));
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 2);
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 1);
+}
+
+TEST_F(Documentless, DataThatCannotBeSetAreSaidAndNothingElseSuffers) {
+    host::faults::arm("setMPxData");
+    errors.clear();
+    ASSERT_TRUE(run(QStringLiteral("createNode transform -n bare; createNode rvVellum -p bare")));
+    host::faults::clear();
+    saysOnly({QStringLiteral("[Vellum2] Failed to set layer data"),
+              QStringLiteral("[Vellum2] Failed to initialize layer manager"),
+              QStringLiteral("[Vellum2] Failed to get layer data plug as object")});
 }
 
 } // namespace

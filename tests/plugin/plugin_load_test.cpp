@@ -151,12 +151,15 @@ TEST_F(Loading, ATakenCommandNameStopsLoadingWithItsMessage) {
     QTemporaryDir directory;
     const QString twin = directory.filePath(QStringLiteral("twin.so"));
     ASSERT_TRUE(QFile::copy(library, twin));
+    const auto before = inventory();
     errors.clear();
     EXPECT_FALSE(run(QStringLiteral("loadPlugin ") + command::quote(twin)));
     EXPECT_TRUE(errors.join(QStringLiteral("\n"))
                     .contains(QStringLiteral("Failed to register 'rvVellumNode' command: ")))
         << errors.join(QStringLiteral(" | ")).toStdString();
     ASSERT_TRUE(run(QStringLiteral("rvVellumNode"))) << "the first one still works";
+    EXPECT_EQ(number(QStringLiteral("menu -exists $gRvVlMainMenu")), 1) << "and has its menu";
+    EXPECT_EQ(inventory(), before);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // Loading and unloading when a step fails: its message, and a program that goes on working.
+#include "journey/LayerData.h"
 #include "support/Hand.h"
 #include "support/HostProgram.h"
 #include "support/Session.h"
@@ -10,6 +11,7 @@
 #include "ui/TimeSlider.h"
 
 #include <QFile>
+#include <QTemporaryDir>
 #include <vector>
 
 namespace vellum::test {
@@ -216,6 +218,68 @@ TEST_F(Registration, WithoutATimeSliderItSaysSoOnceAndWorks) {
                                    "rvVellumUtil -refreshTimelineDisplay; file -f -new")));
 }
 
+TEST_F(Registration, AProgramThatDoesNotSayWhetherItHasAnInterfaceCountsAsHavingOne) {
+    host::faults::arm("command about");
+    ASSERT_TRUE(load()) << allErrors().toStdString();
+    host::faults::clear();
+    EXPECT_EQ(number(QStringLiteral("menu -exists $gRvVlMainMenu")), 1);
+    EXPECT_EQ(window->timeSlider().findChildren<QWidget*>().size(), 1);
+    works();
+}
+
+TEST_F(Registration, AForeignHandInItsJobIsNoReasonToFail) {
+    ASSERT_TRUE(load());
+    ASSERT_TRUE(run(QStringLiteral("scriptJob -killAll -force")));
+    errors.clear();
+    EXPECT_TRUE(unload());
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    EXPECT_FALSE(unload()) << "it is gone";
+    ASSERT_TRUE(load());
+    EXPECT_TRUE(load()) << "a second load is none";
+    EXPECT_EQ(window->timeSlider().findChildren<QWidget*>().size(), 1);
+    EXPECT_EQ(number(QStringLiteral("size(`scriptJob -listJobs`)")), 1);
+}
+
+TEST_F(Registration, AForcedUnloadLeavesTheDrawingsToTheScene) {
+    QTemporaryDir directory;
+    const auto file = [&](const char* name) { return directory.filePath(QLatin1String(name)); };
+    const auto save = [&](const QString& path) {
+        EXPECT_TRUE(run(QStringLiteral("file -rename \"%1\"; file -f -save").arg(path)));
+        QStringList data = layerData(path);
+        for (QString& one : data)
+            one = one.simplified();
+        return data;
+    };
+    ASSERT_TRUE(load());
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp -layerName \"a \\\"b\\\"\";"
+                                   "rvVellumFrame -insert persp; setAttr vellumShape.op 0.5;"
+                                   "setKeyframe vellumShape.opacity")));
+    const QStringList before = save(file("before.ma"));
+    ASSERT_EQ(before.size(), 1);
+    EXPECT_FALSE(unload()) << "the scene uses it";
+
+    host::faults::arm("removeCallbacks");
+    EXPECT_FALSE(run(QStringLiteral("unloadPlugin -force vellum2")));
+    host::faults::clear();
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count persp")), 1) << "nothing was lost";
+    EXPECT_EQ(save(file("failed.ma")), before);
+
+    ASSERT_TRUE(run(QStringLiteral("unloadPlugin -force vellum2")));
+    EXPECT_EQ(text(QStringLiteral("$r = nodeType(\"vellum|vellumShape\")")),
+              QStringLiteral("unknownDag"));
+    EXPECT_EQ(save(file("without.ma")), before);
+    ASSERT_TRUE(load());
+    for (const char* name : {"failed.ma", "without.ma"}) {
+        errors.clear();
+        ASSERT_TRUE(run(QStringLiteral("file -f -open \"%1\"").arg(file(name)))) << name;
+        EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+        EXPECT_EQ(text(QStringLiteral("rvVellumLayer -qn 0 persp")), QStringLiteral("a \"b\""));
+        EXPECT_EQ(text(QStringLiteral("$r = string(`getAttr vellumShape.op`)")),
+                  QStringLiteral("0.5"));
+        EXPECT_EQ(number(QStringLiteral("size(`listConnections vellumShape.op`)")), 1) << name;
+    }
+}
+
 TEST_F(Registration, QuittingSavesAndClosesWhatTheInterfaceHas) {
     const QString file =
         text(QStringLiteral("internalVar -userPrefDir")) + QStringLiteral("/vellum2.ini");
@@ -258,6 +322,23 @@ TEST(BatchMode, AMenuScriptThatFailsStopsNothing) {
     EXPECT_NE(outcome.out.find("nodes 1"), std::string::npos) << outcome.out;
     EXPECT_NE(outcome.err.find("Error: Failed to source scripts"), std::string::npos)
         << outcome.err;
+}
+
+TEST(Window, AMenuScriptThatFailsIsSaidOnceAndNothingAsksForTheMenu) {
+    const QString plugin = QStringLiteral(VELLUM_PLUGIN_PATH);
+    support::HostProgram program(
+        {QStringLiteral("--command"),
+         QStringLiteral("global int $gRvVlMainMenu; loadPlugin \"%1\"; rvVellumNode;"
+                        "rvVellumUtil -brushTool; rvVellumUtil -e -ghostPrevious 1;"
+                        "rvVellumUtil -e -timelineFrameDisplay 1; rvVellumUtil -draw;"
+                        "print(\"works \" + `currentCtx` + \"\\n\"); quit -force")
+             .arg(plugin)});
+    const support::Outcome outcome = program.outcome();
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_NE(outcome.out.find("works rvVl"), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.err.find("Error: Failed to source scripts"), std::string::npos)
+        << outcome.err;
+    EXPECT_EQ(outcome.err.find("rvVlUpdateMainMenu"), std::string::npos) << outcome.err;
 }
 
 } // namespace

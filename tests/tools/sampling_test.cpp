@@ -2,6 +2,7 @@
 // that polls them.
 #include "plugin/leaves/Settings.h"
 #include "plugin/middle/PluginState.h"
+#include "support/Hand.h"
 #include "tools/interaction/InputWorker.h"
 #include "tools/interaction/ThreadManager.h"
 #include "tools/raster/Stroke.h"
@@ -257,6 +258,44 @@ TEST_F(Sampling, StopDropsWhatIsStillUnderWay) {
     begin(tool::kBrush); // the next stroke
     QCoreApplication::processEvents();
     EXPECT_TRUE(stroke_.points.empty());
+}
+
+// A window system that does not answer in time: what it told before is kept.
+TEST_F(Sampling, APollThatHangsIsLeftBehind) {
+    struct Signs {
+        QSemaphore asked, answer, gone;
+    };
+    class Hanging : public CursorPoller {
+    public:
+        explicit Hanging(std::shared_ptr<Signs> signs) : signs_(std::move(signs)) {}
+        ~Hanging() override { signs_->gone.release(); }
+        std::optional<PointerSample> poll() override {
+            if (++polls_ == 3) {
+                signs_->asked.release();
+                signs_->answer.acquire();
+            }
+            return PointerSample{{100 + 50 * polls_, 100}, kCanvasSize};
+        }
+
+    private:
+        std::shared_ptr<Signs> signs_;
+        int polls_ = 0;
+    };
+    const auto signs = std::make_shared<Signs>();
+    stroke_.tool = tool::kBrush;
+    manager_.start(target(), std::make_unique<Hanging>(signs), options(6));
+    ASSERT_TRUE(signs->asked.tryAcquire(1, 5000));
+    manager_.finish(QPoint(251, kCanvasSize - 100 + 1));
+    manager_.stop();
+    EXPECT_EQ(stroke_.points.size(), 3U) << "two polls, of which the first counts double";
+
+    stroke_ = Stroke();
+    begin(tool::kBrush);
+    signs->answer.release(); // late
+    sample(10, 10);
+    EXPECT_TRUE(support::waitFor([&] { return signs->gone.tryAcquire(); }));
+    support::settle();
+    EXPECT_EQ(stroke_.points.size(), 1U) << "nothing of it reaches the next stroke";
 }
 
 TEST_F(Sampling, PointerOutOfSightYieldsNothing) {

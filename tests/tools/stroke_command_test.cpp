@@ -64,10 +64,12 @@ TEST_F(StrokeStep, FirstStrokeTakesItsLayerAndFrameBack) {
     at(7);
     draw(100);
     const QImage drawn = picture();
+    const quint64 layer = document()->layer(camera, 0)->id();
     ASSERT_TRUE(run(QStringLiteral("undo")));
     EXPECT_EQ(document()->cameraLayerCount(camera), 0);
     ASSERT_TRUE(run(QStringLiteral("redo")));
-    EXPECT_EQ(document()->cameraLayerCount(camera), 1);
+    ASSERT_EQ(document()->cameraLayerCount(camera), 1);
+    EXPECT_EQ(document()->layer(camera, 0)->id(), layer) << "later steps on it would be lost";
     EXPECT_EQ(document()->activeLayerIndex(camera), 0);
     EXPECT_EQ(frames(), QList<int>{7});
     EXPECT_EQ(picture(), drawn);

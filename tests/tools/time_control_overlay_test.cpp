@@ -5,7 +5,9 @@
 #include "plugin/middle/PluginState.h"
 #include "tools/interaction/TimeControlOverlay.h"
 
+#include <QApplication>
 #include <QImage>
+#include <QMouseEvent>
 #include <QWidget>
 #include <limits>
 
@@ -85,6 +87,55 @@ TEST_F(Overlay, PaintsItsBoxesInTheLowerThirdAndNothingElse) {
     slider.resize(500, 60);
     painted(slider, {1});
     EXPECT_EQ(overlay->geometry(), slider.rect());
+}
+
+TEST_F(Overlay, OutlinesItsBoxesWithinThemOnScaledDisplays) {
+    QWidget slider;
+    slider.resize(1000, 36);
+    auto* overlay = new TimeControlOverlay(&slider);
+    const QColor outline(200, 10, 20);
+    settings().timelineFrameColor = outline;
+    range(1, 100);
+    overlay->setFrameTimes({50});
+    overlay->show();
+    QImage image(slider.size() * 2, QImage::Format_ARGB32);
+    image.setDevicePixelRatio(2);
+    image.fill(Qt::white);
+    overlay->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    const QRect box = TimeControlOverlay::markerBox(50, 1, 100, slider.size());
+    const int left = 2 * box.left(), right = 2 * box.right() + 1, top = 2 * box.top(), middle = 64;
+    for (const QPoint at : {QPoint(left, middle),
+                            {left + 1, middle},
+                            {right - 1, middle},
+                            {right, middle},
+                            {left, top},
+                            {right, top},
+                            {right, top + 1}})
+        EXPECT_EQ(image.pixelColor(at), outline) << at.x() << ", " << at.y();
+    for (const QPoint at : {QPoint(left - 1, middle), {right + 1, middle}, {left, top - 1}})
+        EXPECT_EQ(image.pixelColor(at), QColor(Qt::white)) << at.x() << ", " << at.y();
+    for (const QPoint at : {QPoint(left + 2, middle), {right - 2, middle}, {left + 2, top + 2}})
+        EXPECT_NE(image.pixelColor(at), outline) << at.x() << ", " << at.y();
+
+    // More frames than pixels: each is still a line.
+    range(1, 5000);
+    EXPECT_EQ(painted(slider, {2500}).pixelColor(500, 32), outline);
+}
+
+TEST_F(Overlay, LetsTheSliderSeeThePointerWithoutAButton) {
+    class Slider : public QWidget {
+    public:
+        int hovered = 0;
+
+    protected:
+        void mouseMoveEvent(QMouseEvent*) override { ++hovered; }
+    } slider;
+    slider.setMouseTracking(true);
+    auto* overlay = new TimeControlOverlay(&slider);
+    QMouseEvent move(QEvent::MouseMove, QPointF(5, 5), QPointF(5, 5), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(overlay, &move);
+    EXPECT_EQ(slider.hovered, 1);
 }
 
 TEST_F(Overlay, ClearsItsPlaceWhenTheSliderDiesFirst) {

@@ -175,6 +175,19 @@ TEST_F(Views, ThePenIsSeenBeforeTheFirstPressInAView) {
     for (const StrokePoint& point : document()->currentStroke()->points)
         EXPECT_NEAR(point.opacity, 0.3, 1e-5);
     release();
+
+    // In a window of its own that has come after the tool, with the other end of the pen.
+    run(QStringLiteral("deleteUI floating"));
+    host::ModelPanel& panel = floating();
+    other.moveTo(panel.viewWidget(), {100, 100});
+    other.moveTo(panel.viewWidget(), {102, 100}); // hovers
+    host::InputInjector::tablet(
+        panel.window()->windowHandle(), Phase::press,
+        host::InputInjector::toScreen(&panel.viewWidget(), QPointF(102, 100)), 0.3, true);
+    support::settle();
+    drawIn(panel);
+    EXPECT_EQ(document()->currentStroke()->tool, tool::kEraser);
+    other.release();
     QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, true);
 }
 

@@ -68,6 +68,13 @@ DrawContext::DrawContext() {
     setTitleString("Draw Context");
     setImage(":/icons/draw_context_01.png", MPxContext::kImage1);
     setCursor(MCursor::crossHairCursor);
+    QObject::connect(&handler_, &DrawContextInputHandler::PointerLost, &handler_,
+                     [this](const QWidget* view) {
+                         // Not at once: a view that is hidden may be about to be deleted.
+                         if (view == pressedView_)
+                             QMetaObject::invokeMethod(
+                                 &handler_, [this] { pointerLost(); }, Qt::QueuedConnection);
+                     });
 }
 
 DrawContext::~DrawContext() {
@@ -88,7 +95,7 @@ void DrawContext::toolOffCleanup() {
     // A pointer that is still down: what was drawn is kept.
     endStroke();
     commitText();
-    adjusting_ = Adjusting::Nothing;
+    forgetAdjusting();
     setDrawToolActive(false);
     handler_.activate(false);
     MPxContext::toolOffCleanup();
@@ -116,6 +123,7 @@ bool DrawContext::isTextStroke() const {
 MStatus DrawContext::doPress(MEvent& event) {
     endStroke(); // its release never came
     commitText();
+    forgetAdjusting();
     addedLayer_ = -1;
     frameAdded_ = false;
     handler_.watchActiveView();
@@ -133,7 +141,31 @@ MStatus DrawContext::doPress(MEvent& event) {
     return MS::kSuccess;
 }
 
+// The view in which a button goes down now; its end is the end of what the button does.
+QWidget* DrawContext::holdActiveView() {
+    MStatus status;
+    const M3dView view = M3dView::active3dView(&status);
+    QWidget* widget = status == MS::kSuccess ? view.widget() : nullptr;
+    QObject::disconnect(viewClosed_);
+    pressedView_ = widget;
+    // Not at once: the view is being deleted then.
+    if (widget)
+        viewClosed_ = QObject::connect(
+            widget, &QObject::destroyed, &handler_, [this] { pointerLost(); },
+            Qt::QueuedConnection);
+    return widget;
+}
+
+// The release will not come.
+void DrawContext::pointerLost() {
+    endStroke();
+    forgetAdjusting();
+}
+
 void DrawContext::beginStroke() {
+    const int number = pluginState().tabletEraser ? tool::kEraser : settings().activeTool;
+    if (!isTool(number))
+        return;
     BaseNode* active = activeNode();
     const auto document = active ? active->layerManager() : nullptr;
     if (!document)
@@ -144,10 +176,7 @@ void DrawContext::beginStroke() {
     const DrawingTarget target = drawingTarget(*active, camera_);
     addedLayer_ = target.addedLayer;
     frameAdded_ = target.frameCreated;
-    const int number = pluginState().tabletEraser ? tool::kEraser : settings().activeTool;
-    if (!target || number < 0 || number >= kDrawToolCount)
-        return;
-    if (!document->beginStroke(camera_, number, settings().activeColor))
+    if (!target || !document->beginStroke(camera_, number, settings().activeColor))
         return;
     nodeHandle_ = MObjectHandle(active->thisMObject());
     document_ = document;
@@ -155,9 +184,7 @@ void DrawContext::beginStroke() {
 }
 
 void DrawContext::startSampling(int number) {
-    MStatus status;
-    const M3dView view = M3dView::active3dView(&status);
-    QWidget* widget = status == MS::kSuccess ? view.widget() : nullptr;
+    QWidget* widget = holdActiveView();
     ThreadManager::Target target;
     target.stroke = [this] { return strokeInProgress(); };
     target.mapping = ViewMappingSource(widget);
@@ -169,9 +196,7 @@ void DrawContext::startSampling(int number) {
         ThreadManager::instance().start(std::move(target));
         return;
     }
-    // The release would go with the view. Not at once: the view is being deleted then.
-    viewClosed_ = QObject::connect(
-        widget, &QObject::destroyed, &handler_, [this] { endStroke(); }, Qt::QueuedConnection);
+    const M3dView view = M3dView::active3dView();
     ThreadManager::instance().start(
         std::move(target), CursorPoller::forView(*widget, view.portWidth(), view.portHeight()),
         optionsOf(number));
@@ -309,12 +334,19 @@ void DrawContext::commit() {
 
 void DrawContext::forgetStroke() {
     QObject::disconnect(viewClosed_);
+    pressedView_ = nullptr;
     composing_ = 0;
     document_.reset();
     nodeHandle_ = MObjectHandle();
     camera_.clear();
     addedLayer_ = -1;
     frameAdded_ = false;
+}
+
+// The hovering pointer: a view may have been opened since the tool was chosen.
+MStatus DrawContext::doPtrMoved(MEvent&) {
+    handler_.watchPens();
+    return MS::kSuccess;
 }
 
 MStatus DrawContext::helpStateHasChanged(MEvent&) {

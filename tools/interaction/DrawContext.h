@@ -36,6 +36,8 @@ public:
     using MPxContext::doHold;
     MStatus doHold(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                    const MHWRender::MFrameContext& context) override;
+    using MPxContext::doPtrMoved;
+    MStatus doPtrMoved(MEvent& event) override;
     MStatus helpStateHasChanged(MEvent& event) override;
 
     bool typeKey(const QKeyEvent& event) override;
@@ -54,8 +56,12 @@ private:
     Stroke* strokeInProgress() const;
     bool isTextStroke() const;
 
+    QWidget* holdActiveView();
+    void pointerLost();
+
     void beginAdjusting(Adjusting what, const MEvent& event);
     void adjust(const MEvent& event);
+    void forgetAdjusting();
     void beginStroke();
     void startSampling(int tool);
     void makeLayersOfViewCurrent();
@@ -76,6 +82,7 @@ private:
     int addedLayer_ = -1;
     bool frameAdded_ = false;
     int composing_ = 0; ///< units at the end of the text that an input method has not settled
+    QPointer<QWidget> pressedView_; ///< where the button went down
     QMetaObject::Connection viewClosed_;
 
     Adjusting adjusting_ = Adjusting::Nothing;

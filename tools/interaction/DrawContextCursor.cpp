@@ -89,10 +89,11 @@ MStatus DrawContext::doHold(MEvent&, MHWRender::MUIDrawManager& drawManager,
 }
 
 void DrawContext::beginAdjusting(Adjusting what, const MEvent& event) {
-    if (!activeNode())
-        return;
-    adjusting_ = what;
     adjustedTool_ = settings().activeTool;
+    if (!activeNode() || !isTool(adjustedTool_))
+        return;
+    holdActiveView();
+    adjusting_ = what;
     startValue_ = what == Adjusting::Size ? toolSize(adjustedTool_) : toolOpacity(adjustedTool_);
     anchor_ = positionOf(event);
     eraseSizeCursor();
@@ -108,6 +109,18 @@ void DrawContext::adjust(const MEvent& event) {
     eraseSizeCursor();
     toggleSizeCursor(sizeCursorRadius());
     panels().refreshToolOptions();
+}
+
+// Ends without a release. The cursor goes with the next picture of the view.
+void DrawContext::forgetAdjusting() {
+    if (adjusting_ == Adjusting::Nothing)
+        return;
+    adjusting_ = Adjusting::Nothing;
+    cursorDrawn_ = false;
+    MStatus status;
+    M3dView view = M3dView::active3dView(&status);
+    if (status == MS::kSuccess)
+        view.refresh();
 }
 
 // View pixels.

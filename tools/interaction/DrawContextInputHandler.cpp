@@ -24,9 +24,15 @@ constexpr int kOpacityKey = Qt::Key_M;
 // A press that long after the pen's last sign comes from a mouse.
 constexpr int kPenGoneMs = 1000;
 
+// Not while another button is down: the menu would take its release.
 bool isPlainRightPress(const QMouseEvent& event) {
     return event.type() == QEvent::MouseButtonPress && event.button() == Qt::RightButton &&
-           event.modifiers() == Qt::NoModifier;
+           event.buttons() == Qt::RightButton && event.modifiers() == Qt::NoModifier;
+}
+
+bool opensPopup(const QEvent& event) {
+    return event.type() == QEvent::FocusOut &&
+           static_cast<const QFocusEvent&>(event).reason() == Qt::PopupFocusReason;
 }
 
 QWidget* activeViewWidget() {
@@ -35,13 +41,16 @@ QWidget* activeViewWidget() {
     return status == MS::kSuccess ? view.widget() : nullptr;
 }
 
-bool isView(const QWidget* widget) {
+// The widgets of all 3D views.
+QList<QWidget*> viewWidgets() {
+    QList<QWidget*> all;
     M3dView view;
-    for (unsigned i = 0; widget && i < M3dView::numberOf3dViews(); ++i) {
-        if (M3dView::get3dView(i, view) == MS::kSuccess && view.widget() == widget)
-            return true;
+    for (unsigned i = 0; i < M3dView::numberOf3dViews(); ++i) {
+        QWidget* widget = M3dView::get3dView(i, view) == MS::kSuccess ? view.widget() : nullptr;
+        if (widget)
+            all.append(widget);
     }
-    return false;
+    return all;
 }
 
 } // namespace
@@ -90,6 +99,11 @@ void DrawContextInputHandler::activate(bool active) {
             view->removeEventFilter(this);
     }
     views_.clear();
+    for (const QPointer<QWidget>& window : windows_) {
+        if (window)
+            window->removeEventFilter(this);
+    }
+    windows_.clear();
     if (mainWindow_)
         mainWindow_->removeEventFilter(this);
     if (timeSlider_)
@@ -110,7 +124,20 @@ void DrawContextInputHandler::activate(bool active) {
     watchActiveView();
 }
 
+void DrawContextInputHandler::watchPens() {
+    windows_.removeAll(QPointer<QWidget>());
+    for (QWidget* view : viewWidgets()) {
+        QWidget* window = view->window();
+        // A view that is a window of its own is watched when it is drawn in.
+        if (window == view || window == mainWindow_ || windows_.contains(QPointer<QWidget>(window)))
+            continue;
+        window->installEventFilter(this);
+        windows_.append(window);
+    }
+}
+
 void DrawContextInputHandler::watchActiveView() {
+    watchPens();
     QWidget* widget = activeViewWidget();
     views_.removeAll(QPointer<QWidget>());
     if (!widget || views_.contains(QPointer<QWidget>(widget)))
@@ -153,20 +180,25 @@ void DrawContextInputHandler::releaseKeys() {
 }
 
 bool DrawContextInputHandler::eventFilter(QObject* watched, QEvent* event) {
-    const auto isWatched = [watched](const QPointer<QWidget>& view) {
-        return view.data() == watched;
+    const auto isAmong = [watched](const QList<QPointer<QWidget>>& widgets) {
+        return std::any_of(widgets.begin(), widgets.end(), [watched](const QPointer<QWidget>& one) {
+            return one.data() == watched;
+        });
     };
     bool consumed = false;
-    if (std::any_of(views_.begin(), views_.end(), isWatched))
+    if (isAmong(views_))
         consumed = filterView(*static_cast<QWidget*>(watched), event);
     else if (watched == timeSlider_.data())
         consumed = filterTimeSlider(*event);
     else if (watched == mainWindow_.data())
         consumed = filterMainWindow(event);
+    else if ((event->type() == QEvent::TabletMove || event->type() == QEvent::TabletPress) &&
+             isAmong(windows_))
+        readTabletOver(*static_cast<QWidget*>(watched), *static_cast<QTabletEvent*>(event));
     return consumed || QObject::eventFilter(watched, event);
 }
 
-bool DrawContextInputHandler::filterView(const QWidget& view, QEvent* event) {
+bool DrawContextInputHandler::filterView(QWidget& view, QEvent* event) {
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
@@ -177,30 +209,58 @@ bool DrawContextInputHandler::filterView(const QWidget& view, QEvent* event) {
     case QEvent::TabletRelease:
         readTablet(*static_cast<QTabletEvent*>(event));
         return false;
-    case QEvent::InputMethod: {
+    case QEvent::Hide:
+    case QEvent::WindowBlocked:
+        Q_EMIT PointerLost(&view);
+        return false;
+    case QEvent::FocusOut:
+        if (opensPopup(*event))
+            Q_EMIT PointerLost(&view);
+        return false;
+    default:
+        return filterTyping(view, event);
+    }
+}
+
+bool DrawContextInputHandler::filterTyping(const QWidget& view, QEvent* event) {
+    if (textTarget_ && event->type() == QEvent::InputMethod) {
         const auto* input = static_cast<QInputMethodEvent*>(event);
-        if (!textTarget_)
-            return false;
         textTarget_->typeText(input->commitString(), input->preeditString());
         event->accept();
         return true;
     }
-    default:
-        // Keys pressed in a window of its own do not come by the main window.
-        return view.window() != mainWindow_ && filterKey(event);
+    // Qt's change of focus would take the Tab key, and all later ones, away from the text.
+    if (textTarget_ && event->type() == QEvent::KeyPress) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab)
+            return keyPressed(key);
     }
+    // Keys pressed in a window of its own do not come by the main window.
+    return view.window() != mainWindow_ && filterKey(event);
 }
 
 bool DrawContextInputHandler::filterMouse(const QMouseEvent& event) {
     if (event.type() == QEvent::MouseButtonPress)
         commitPendingText();
-    if (event.type() != QEvent::MouseButtonRelease && sinceTablet_.isValid() &&
-        sinceTablet_.hasExpired(kPenGoneMs))
-        forgetPen();
+    if (event.type() != QEvent::MouseButtonRelease && event.buttons() == event.button())
+        relatePenTo(event);
     if (!isPlainRightPress(event) || !settings().drawToolContextMenu || panZoomKeyHeld_)
         return false;
     showMenu(makeDrawMenu(mainWindow_));
     return true;
+}
+
+// Whether the first button that goes down is the pen's.
+void DrawContextInputHandler::relatePenTo(const QMouseEvent& event) {
+    if (!sinceTablet_.isValid())
+        return;
+    if (sinceTablet_.hasExpired(kPenGoneMs)) {
+        forgetPen();
+    } else if (event.button() == Qt::LeftButton && !pressureKnown_) {
+        // A pen that was only seen hovering: its touch may be told by what it says next.
+        penDown_ = true;
+        pluginState().pressureAwaited = true;
+    }
 }
 
 void DrawContextInputHandler::readTablet(const QTabletEvent& event) {
@@ -229,16 +289,18 @@ bool DrawContextInputHandler::filterTimeSlider(const QEvent& event) {
 bool DrawContextInputHandler::filterMainWindow(QEvent* event) {
     switch (event->type()) {
     case QEvent::TabletMove:
-    case QEvent::TabletPress: {
-        // The press that begins the first stroke in a view comes before the view is watched.
-        const auto* tablet = static_cast<QTabletEvent*>(event);
-        if (isView(mainWindow_->childAt(qt::position(tablet).toPoint())))
-            readTablet(*tablet);
+    case QEvent::TabletPress:
+        readTabletOver(*mainWindow_, *static_cast<QTabletEvent*>(event));
         return false;
-    }
     default:
         return filterKey(event);
     }
+}
+
+// The press that begins the first stroke in a view comes before the view is watched.
+void DrawContextInputHandler::readTabletOver(const QWidget& window, const QTabletEvent& event) {
+    if (viewWidgets().contains(window.childAt(qt::position(&event).toPoint())))
+        readTablet(event);
 }
 
 bool DrawContextInputHandler::filterKey(QEvent* event) {
@@ -296,6 +358,7 @@ bool DrawContextInputHandler::keyReleased(const QKeyEvent& event) {
 void DrawContextInputHandler::showMenu(QMenu* menu) {
     if (menu_)
         menu_->close();
+    releaseKeys(); // the menu takes their releases
     menu_ = menu;
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->popup(QCursor::pos());

@@ -10,7 +10,6 @@
 #include <QString>
 #include <QWidget>
 
-class QInputMethodEvent;
 class QKeyEvent;
 class QMenu;
 class QMouseEvent;
@@ -53,6 +52,9 @@ public:
     /// Adds the active 3D view to those whose events are seen.
     void watchActiveView();
 
+    /// Sees from now on what a pen does over any 3D view, also one not drawn in yet.
+    void watchPens();
+
     /// The pen is lifted: full pressure and no eraser until it tells otherwise.
     void forgetPen();
 
@@ -67,6 +69,11 @@ public:
     QMenu* makeTimelineMenu(QWidget* parent);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+Q_SIGNALS:
+    /// A button that is down over the view may be released unseen: the view is hidden, a dialog
+    /// blocks its window, or a menu has opened and takes the pointer.
+    void PointerLost(QWidget* view);
 
 public Q_SLOTS:
     void SetActiveLayer();
@@ -105,12 +112,15 @@ public Q_SLOTS:
     void ClearAll();
 
 private:
-    bool filterView(const QWidget& view, QEvent* event);
+    bool filterView(QWidget& view, QEvent* event);
+    bool filterTyping(const QWidget& view, QEvent* event);
     bool filterMouse(const QMouseEvent& event);
+    void relatePenTo(const QMouseEvent& event);
     void readTablet(const QTabletEvent& event);
     bool filterKey(QEvent* event);
     bool filterTimeSlider(const QEvent& event);
     bool filterMainWindow(QEvent* event);
+    void readTabletOver(const QWidget& window, const QTabletEvent& event);
     bool keyPressed(const QKeyEvent& event);
     bool keyReleased(const QKeyEvent& event);
     bool wantsKey(const QKeyEvent& event) const;
@@ -120,6 +130,7 @@ private:
     void commitPendingText();
 
     QList<QPointer<QWidget>> views_;
+    QList<QPointer<QWidget>> windows_; ///< of views outside the main window
     TextTarget* textTarget_ = nullptr;
     QPointer<QWidget> timeSlider_;
     QPointer<QWidget> mainWindow_;

@@ -33,6 +33,9 @@ void showChange(BaseNode& node) {
 
 } // namespace
 
+StrokeCommand::StrokeCommand() = default;
+StrokeCommand::~StrokeCommand() = default;
+
 void* StrokeCommand::creator() {
     return new StrokeCommand;
 }
@@ -130,12 +133,22 @@ MStatus StrokeCommand::undoIt() {
     }
     if (addedLayer_ >= 0) {
         const LayerManager::ChangeGroup group(document);
-        document.takeLayer(camera_, addedLayer_);
+        layer_ = document.takeLayer(camera_, addedLayer_);
         if (previousLayerIndex_ >= 0)
             document.setActiveLayer(previousCamera_, previousLayerIndex_, true);
     }
     showChange(*node);
     return MS::kSuccess;
+}
+
+// The very layer that undo took: later steps of the queue look for it.
+bool StrokeCommand::putLayerBack(LayerManager& document) {
+    if (!layer_)
+        return false;
+    const LayerManager::ChangeGroup group(document);
+    layer_->setName(document.uniqueLayerName(layer_->name()));
+    const int index = document.insertLayer(camera_, addedLayer_, std::move(layer_));
+    return document.setActiveLayer(camera_, index, true);
 }
 
 MStatus StrokeCommand::redoIt() {
@@ -144,20 +157,16 @@ MStatus StrokeCommand::redoIt() {
         return MS::kFailure;
     const auto drawing = document_.lock();
     LayerManager& document = *drawing;
-    if (addedLayer_ >= 0) {
-        const LayerManager::ChangeGroup group(document);
-        const int index = document.addLayer(camera_, addedLayer_, QString());
-        if (index < 0)
-            return MS::kFailure;
-        document.setActiveLayer(camera_, index, true);
-    }
-    if (frameAdded_) {
-        if (document.addFrameAt(camera_, frameTime_) < 0)
-            return MS::kFailure;
-        refreshTimeline();
-    }
-    if (png_.isEmpty() || !swap(document))
+    if (addedLayer_ >= 0 && !putLayerBack(document))
         return MS::kFailure;
+    if ((frameAdded_ && document.addFrameAt(camera_, frameTime_) < 0) || png_.isEmpty() ||
+        !swap(document)) {
+        if (addedLayer_ >= 0)
+            layer_ = document.takeLayer(camera_, addedLayer_);
+        return MS::kFailure;
+    }
+    if (frameAdded_)
+        refreshTimeline();
     showChange(*node);
     return MS::kSuccess;
 }

@@ -11,10 +11,14 @@
 
 namespace vellum {
 
+class Layer;
 class LayerManager;
 
 class StrokeCommand : public MPxCommand {
 public:
+    StrokeCommand();
+    ~StrokeCommand() override;
+
     static void* creator();
     static MSyntax newSyntax();
 
@@ -27,13 +31,15 @@ private:
     MStatus parse(const MArgList& args);
     bool recordFrameTime(const LayerManager& document);
     bool swap(LayerManager& document);
+    bool putLayerBack(LayerManager& document);
 
     QByteArray png_; ///< picture on the other side of the swap; empty: nothing was committed
     std::weak_ptr<LayerManager> document_;
     QString camera_;
-    QString previousCamera_;      ///< active before a first layer made camera_ active
-    int previousLayerIndex_ = -1; ///< its active layer, -1: none to give back
-    int addedLayer_ = -1;         ///< made for this stroke, -1: none
+    QString previousCamera_;       ///< active before a first layer made camera_ active
+    int previousLayerIndex_ = -1;  ///< its active layer, -1: none to give back
+    int addedLayer_ = -1;          ///< made for this stroke, -1: none
+    std::unique_ptr<Layer> layer_; ///< that layer, while undone
     bool frameAdded_ = false;
     MTime frameTime_; ///< where the added frame lies
 };

@@ -66,11 +66,23 @@ bool ThreadManager::joinThread() {
     return thread_->wait(kJoinMs);
 }
 
+// For a poll that hangs in the window system: thread and worker go when it returns.
+void ThreadManager::abandonThread() {
+    QThread* thread = thread_.release();
+    InputWorker* worker = worker_.release();
+    worker->disconnect(this);
+    connect(thread, &QThread::finished, worker, &QObject::deleteLater);
+    connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+}
+
 void ThreadManager::finish(std::optional<QPoint> release) {
-    if (!active_ || !joinThread())
+    if (!active_ || !thread_)
         return;
+    const bool joined = joinThread();
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-    if (!release || !worker_->hasEnded())
+    if (!joined)
+        abandonThread();
+    if (!release || !worker_ || !worker_->hasEnded())
         return;
     // A pointer that has moved on says nothing about the stroke any more.
     const std::optional<QPoint> now = worker_->look();
@@ -81,14 +93,8 @@ void ThreadManager::finish(std::optional<QPoint> release) {
 void ThreadManager::stop() {
     active_ = false;
     timerPeriod_.reset();
-    if (thread_ && !joinThread()) {
-        // A poll that hangs in the window system: the two go when it returns.
-        QThread* thread = thread_.release();
-        InputWorker* worker = worker_.release();
-        worker->disconnect(this);
-        connect(thread, &QThread::finished, worker, &QObject::deleteLater);
-        connect(thread, &QThread::finished, thread, &QObject::deleteLater);
-    }
+    if (thread_ && !joinThread())
+        abandonThread();
     worker_.reset();
     thread_.reset();
     // What is still under way must not reach the next stroke.

@@ -67,6 +67,7 @@ private:
     };
 
     bool joinThread();
+    void abandonThread();
     bool appendFreehand(Stroke& stroke, const StrokePoint& point);
     StrokePoint smoothed(const StrokePoint& point) const;
 

@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 #include <maya/MAnimControl.h>
 #include <maya/MTime.h>
 
@@ -23,14 +24,29 @@ constexpr float kFramesWidth = 0.99F;
 constexpr float kBoxHeight = 0.333F;
 constexpr int kFillAlpha = 63;
 
-int wholeFrame(const MTime& time) {
-    return static_cast<int>(time.asUnits(MTime::uiUnit()));
+/// First and last frame on the slider: of a fractional range the frames it begins and ends in.
+int shownFrame(const MTime& time) {
+    return static_cast<int>(std::floor(time.asUnits(MTime::uiUnit())));
+}
+
+/// Fill, and within it an outline of one logical pixel. Not with the pen, which stands between the
+/// pixels of a scaled display.
+void paintBox(QPainter& painter, const QRect& box, const QColor& fill, const QColor& outline) {
+    const QRect inside = box.adjusted(1, 1, -1, -1);
+    painter.fillRect(box, fill);
+    painter.fillRect(QRect(box.topLeft(), QSize(box.width(), 1)), outline);
+    if (box.height() > 1)
+        painter.fillRect(QRect(box.bottomLeft(), QSize(box.width(), 1)), outline);
+    painter.fillRect(QRect(box.left(), inside.top(), 1, inside.height()), outline);
+    if (box.width() > 1)
+        painter.fillRect(QRect(box.right(), inside.top(), 1, inside.height()), outline);
 }
 
 } // namespace
 
 TimeControlOverlay::TimeControlOverlay(QWidget* slider) : QWidget(slider) {
     followSlider();
+    setMouseTracking(true); // else the slider would not see the pointer without a button
     hide();
 }
 
@@ -145,8 +161,8 @@ void TimeControlOverlay::paintEvent(QPaintEvent*) {
     if (!slider)
         return;
     followSlider();
-    const int first = wholeFrame(MAnimControl::minTime());
-    const int last = wholeFrame(MAnimControl::maxTime());
+    const int first = shownFrame(MAnimControl::minTime());
+    const int last = shownFrame(MAnimControl::maxTime());
     QHash<int, int> timesSeen;
     for (const int time : frameTimes_)
         ++timesSeen[time];
@@ -155,24 +171,20 @@ void TimeControlOverlay::paintEvent(QPaintEvent*) {
     QColor fill = color;
     fill.setAlpha(kFillAlpha);
     QPainter painter(this);
-    QPen pen = painter.pen();
-    pen.setWidth(1);
-    pen.setColor(color);
-    painter.setPen(pen);
     for (const int time : frameTimes_) {
         const QRect box = markerBox(time, first, last, slider->size());
         if (!box.intersects(rect()))
             continue;
         // A frame dragged onto another one. Only towards later times.
         const bool collides = offset_ >= 1 && timesSeen.value(time) >= 2;
-        painter.fillRect(box, collides ? QColor(Qt::black) : fill);
-        painter.drawRect(box.adjusted(0, 0, -1, -1));
+        paintBox(painter, box, collides ? QColor(Qt::black) : fill, color);
     }
 }
 
 void TimeControlOverlay::mousePressEvent(QMouseEvent* event) {
     event->ignore();
-    if (!watchesRange())
+    // A second button in the middle of a drag begins nothing.
+    if (!watchesRange() || event->buttons() != event->button())
         return;
     rangeCaptured_ = false;
     rangeAtPress_ = isTimeRangeVisible();
@@ -180,13 +192,15 @@ void TimeControlOverlay::mousePressEvent(QMouseEvent* event) {
 
 void TimeControlOverlay::mouseMoveEvent(QMouseEvent* event) {
     event->ignore();
-    if (watchesRange() && rangeAtPress_)
+    // The release after a press may have gone to a menu.
+    if (watchesRange() && rangeAtPress_ && event->buttons() != Qt::NoButton)
         dragged_ = true;
 }
 
 void TimeControlOverlay::mouseReleaseEvent(QMouseEvent* event) {
     event->ignore();
-    releaseRange();
+    if (event->buttons() == Qt::NoButton)
+        releaseRange();
 }
 
 void TimeControlOverlay::showEvent(QShowEvent* event) {

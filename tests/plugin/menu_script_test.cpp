@@ -1,0 +1,98 @@
+// The menu script where people and other scripts have been at its menu, windows and nodes.
+#include "support/Session.h"
+
+#include "foundation/Idle.h"
+#include "ui/MainWindow.h"
+
+#include <QMenuBar>
+
+namespace vellum::test {
+namespace {
+
+class MenuScript : public Session {
+protected:
+    int menusCalled(const QString& label) {
+        int count = 0;
+        for (const QAction* action : window->menuBar()->actions())
+            count += action->text() == label;
+        return count;
+    }
+    int layers(const char* camera) {
+        return number(QStringLiteral("rvVellumLayer -count ") + QLatin1String(camera));
+    }
+};
+
+TEST_F(MenuScript, TakesAwayItsOwnMenuOnly) {
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -m $gRvVlMainMenu")));
+    EXPECT_EQ(menusCalled(QStringLiteral("VL2")), 0);
+    errors.clear();
+    ASSERT_TRUE(run(QStringLiteral("menu -parent $gMainWindow -label Mine; menuItem -label a;"
+                                   "rvVellumUtil -eraserTool; rvVellumUtil -e -ghostNext -1")))
+        << "without a menu to bring up to date";
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+    unloadPlugin();
+    EXPECT_EQ(menusCalled(QStringLiteral("Mine")), 1);
+    loadPlugin();
+    EXPECT_EQ(menusCalled(QStringLiteral("VL2")), 1);
+}
+
+TEST_F(MenuScript, ClearsAllDrawingsHoweverTheyStand) {
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp; group -em -name keeper;"
+                                   "for ($vlTarget in {\"vellum\", \"keeper\"}) {"
+                                   "    string $vlMade = `createNode rvVellum`;"
+                                   "    string $vlParents[] = `listRelatives -parent $vlMade`;"
+                                   "    parent $vlParents[0] $vlTarget; }")));
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 3);
+    errors.clear();
+    EXPECT_TRUE(run(QStringLiteral("rvVlDeleteAllNodes()")));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 0);
+    EXPECT_EQ(number(QStringLiteral("objExists keeper")), 1);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 3);
+}
+
+TEST_F(MenuScript, MovingLayersToTheFloatingViewIsUndone) {
+    ASSERT_TRUE(run(QStringLiteral(
+        "rvVellumNode -layer -camera persp -layerName a; rvVellumLayer -add -n b persp")));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fvm persp")));
+    EXPECT_EQ(layers("vellumCam"), 2);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(layers("persp"), 2);
+    EXPECT_EQ(number(QStringLiteral("objExists vellumCam")), 0);
+    ASSERT_TRUE(run(QStringLiteral("redo")));
+    EXPECT_EQ(layers("vellumCam"), 2);
+    EXPECT_EQ(layers("persp"), 0);
+    ASSERT_TRUE(run(QStringLiteral("undo; undo")));
+    EXPECT_EQ(layers("persp"), 1);
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow")));
+}
+
+TEST_F(MenuScript, FloatingViewComesBackAfterItsPartsWereDeleted) {
+    const auto camera = [this] {
+        return text(QStringLiteral("modelPanel -q -camera rvVellumFloatingModelPanel"));
+    };
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fv; deleteUI -window rvVlFloatingWindow;"
+                                   "rvVellumUtil -fv")));
+    EXPECT_EQ(camera(), QStringLiteral("vellumCam"));
+    // A panel outlives its window where scripts have taken it elsewhere.
+    ASSERT_TRUE(run(QStringLiteral(
+        "deleteUI -window rvVlFloatingWindow; window vlOther; paneLayout vlOtherPane;"
+        "modelPanel -parent vlOtherPane rvVellumFloatingModelPanel; rvVellumUtil -fv")));
+    EXPECT_EQ(camera(), QStringLiteral("vellumCam"));
+    EXPECT_EQ(number(QStringLiteral("window -q -visible rvVlFloatingWindow")), 1);
+    const auto* pane = window->findChild<QWidget*>(QStringLiteral("rvVellumFloatingPaneLayout"));
+    ASSERT_NE(pane, nullptr);
+    EXPECT_NE(pane->findChild<QWidget*>(QStringLiteral("rvVellumFloatingModelPanel")), nullptr);
+    // Its camera goes while the window is closed.
+    ASSERT_TRUE(run(QStringLiteral("window -e -visible false rvVlFloatingWindow; delete vellumCam;"
+                                   "rvVellumUtil -fv")));
+    EXPECT_EQ(camera(), QStringLiteral("vellumCam"));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow vlOther")));
+}
+
+} // namespace
+} // namespace vellum::test

@@ -1,0 +1,116 @@
+// Questions the script commands ask the user, answered as a user would.
+#include "support/Session.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <functional>
+
+#include "ui/MainWindow.h"
+
+namespace vellum::test {
+namespace {
+
+class Questions : public Session {
+protected:
+    /// Runs the line and answers the dialog it opens; how many opened.
+    int answered(const QString& line, const std::function<void(QDialog&)>& answer,
+                 bool succeeds = true) {
+        int seen = 0;
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, &look, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            ++seen;
+            EXPECT_EQ(dialog->parentWidget(), window.get());
+            answer(*dialog);
+            if (dialog->isVisible())
+                dialog->reject(); // an answer that did nothing
+        });
+        look.start(1);
+        errors.clear();
+        EXPECT_EQ(run(line), succeeds) << line.toStdString();
+        EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+        return seen;
+    }
+
+    int layersOf(const char* camera) {
+        return number(QStringLiteral("rvVellumLayer -count ") + QLatin1String(camera));
+    }
+};
+
+TEST_F(Questions, WhichCameraToMoveLayersFrom) {
+    const QString ask = QStringLiteral("rvVellumUtil -fvm \"\"");
+    ASSERT_TRUE(run(QStringLiteral("camera; rename camera1 shotCam")));
+    EXPECT_EQ(answered(ask, [](QDialog&) {}), 0) << "no drawing: there is nothing to ask";
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow;"
+                                   "rvVellumNode -layer -camera shotCam; "
+                                   "rvVellumLayer -add persp; rvVellumLayer -e -act 0 shotCam")));
+    QStringList offered;
+    const auto cancel = [&](QDialog& dialog) {
+        auto* question = qobject_cast<QInputDialog*>(&dialog);
+        ASSERT_NE(question, nullptr);
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Move Layers to View"));
+        EXPECT_EQ(question->labelText(),
+                  QStringLiteral("Select camera to move layers from:                 "));
+        EXPECT_EQ(dialog.windowType(), Qt::Tool);
+        EXPECT_FALSE(question->isComboBoxEditable());
+        EXPECT_EQ(dialog.findChild<QComboBox*>()->currentText(), QStringLiteral("shotCam"));
+        offered = question->comboBoxItems();
+        dialog.reject();
+    };
+    EXPECT_EQ(answered(ask, cancel), 1);
+    offered.sort();
+    EXPECT_EQ(offered.join(QLatin1Char(' ')),
+              QStringLiteral("front persp shotCam side top vellumCam"));
+    EXPECT_EQ(number(QStringLiteral("window -exists rvVlFloatingWindow")), 0);
+    EXPECT_EQ(layersOf("shotCam"), 1);
+
+    const auto choose = [](const char* camera) {
+        return [camera](QDialog& dialog) {
+            dialog.findChild<QComboBox*>()->setCurrentText(QLatin1String(camera));
+            dialog.accept();
+        };
+    };
+    EXPECT_EQ(answered(ask, choose("persp")), 1);
+    EXPECT_EQ(number(QStringLiteral("window -q -visible rvVlFloatingWindow")), 1);
+    EXPECT_EQ(layersOf("persp"), 0);
+    EXPECT_EQ(layersOf("vellumCam"), 1);
+
+    // The drawing's camera is in the scene no more: nothing is preselected, and none is an answer.
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow;"
+                                   "rvVellumLayer -e -act 0 shotCam; rename shotCam lost")));
+    EXPECT_EQ(answered(ask,
+                       [](QDialog& dialog) {
+                           EXPECT_EQ(dialog.findChild<QComboBox*>()->currentIndex(), -1);
+                           dialog.accept();
+                       }),
+              1);
+    EXPECT_EQ(number(QStringLiteral("window -exists rvVlFloatingWindow")), 0);
+    EXPECT_EQ(layersOf("vellumCam"), 1);
+}
+
+TEST_F(Questions, WhetherToResetTheInterface) {
+    const QString geometry = QStringLiteral("toolboxGeometry");
+    for (const bool yes : {false, true}) {
+        const auto answer = [yes](QDialog& dialog) {
+            auto* question = qobject_cast<QMessageBox*>(&dialog);
+            ASSERT_NE(question, nullptr);
+            EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Reset UI"));
+            EXPECT_EQ(question->text(), QStringLiteral("Reset user interface elements?"));
+            EXPECT_EQ(question->icon(), QMessageBox::Question);
+            EXPECT_EQ(question->standardButtons(), QMessageBox::Yes | QMessageBox::No);
+            question->button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
+        };
+        EXPECT_EQ(answered(QStringLiteral("rvVellumUtil -resetUI"), answer), 1);
+    }
+    // Closing the box is no answer.
+    EXPECT_EQ(answered(QStringLiteral("rvVellumUtil -rui"), [](QDialog& box) { box.reject(); }), 1);
+}
+
+} // namespace
+} // namespace vellum::test

@@ -1,0 +1,21 @@
+// The active 3D view as the tools measure it. Main thread only.
+#pragma once
+
+#include "tools/raster/ViewToImage.h"
+
+class M3dView;
+
+namespace vellum {
+
+/// Where the drawing lies in the active view. False, leaving `mapping` alone, when no view shows a
+/// camera.
+bool activeViewMapping(ViewMapping& mapping);
+bool viewMapping(M3dView& view, ViewMapping& mapping);
+
+/// Device pixels; 0 without a view.
+int activeViewHeight();
+
+/// Whether Viewport 2.0 draws the active view; the legacy renderer does otherwise.
+bool isActiveViewViewport2();
+
+} // namespace vellum

@@ -1,0 +1,36 @@
+#include "tools/interaction/WatchedViews.h"
+
+#include <algorithm>
+#include <maya/M3dView.h>
+
+namespace vellum {
+
+QWidget* activeViewWidget() {
+    MStatus status;
+    const M3dView view = M3dView::active3dView(&status);
+    return status == MS::kSuccess ? view.widget() : nullptr;
+}
+
+void WatchedViews::addActiveView() {
+    QWidget* widget = activeViewWidget();
+    widgets_.removeAll(QPointer<QWidget>());
+    if (!widget || contains(widget))
+        return;
+    widget->installEventFilter(filter_);
+    widgets_.append(widget);
+}
+
+void WatchedViews::clear() {
+    for (const QPointer<QWidget>& widget : widgets_) {
+        if (widget)
+            widget->removeEventFilter(filter_);
+    }
+    widgets_.clear();
+}
+
+bool WatchedViews::contains(const QObject* widget) const {
+    return std::any_of(widgets_.begin(), widgets_.end(),
+                       [widget](const QPointer<QWidget>& one) { return one.data() == widget; });
+}
+
+} // namespace vellum

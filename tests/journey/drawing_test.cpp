@@ -143,6 +143,43 @@ TEST_F(Drawing, ThePluginGoesInTheMiddleOfAStroke) {
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
 
+// Whatever the tool and whatever is under way: the plug-in can go, and come again.
+TEST_F(Drawing, ThePluginGoesFromUnderEveryTool) {
+    const std::pair<const char*, std::vector<Qt::Key>> moments[] = {
+        {"pencil", {}},         {"brush", {}},           {"eraser", {}},  {"text", {}},
+        {"line", {}},           {"arrow", {}},           {"ellipse", {}}, {"rectangle", {}},
+        {"brush", {Qt::Key_B}}, {"pencil", {Qt::Key_M}},
+    };
+    for (const auto& [tool, keys] : moments) {
+        for (const bool released : {false, true}) {
+            SCOPED_TRACE(testing::Message() << tool << keys.size() << released);
+            ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -%1Tool").arg(QLatin1String(tool))));
+            for (const Qt::Key key : keys)
+                hand.key(key, true);
+            hand.moveTo(view(), kUpper.front());
+            hand.press();
+            hand.moveTo(view(), kUpper.back());
+            if (released) // a text is typed then
+                hand.release();
+            ASSERT_TRUE(run(QStringLiteral("unloadPlugin -force vellum2")));
+            hand.moveTo(view(), kLower.back());
+            if (!released)
+                hand.release();
+            for (const Qt::Key key : keys)
+                hand.key(key, false);
+            hand.type({Qt::Key_B});
+            support::settle();
+            ASSERT_TRUE(run(QStringLiteral("file -force -new")));
+            loadPlugin();
+        }
+    }
+    look({1});
+    take("brush");
+    stroke(kUpper);
+    EXPECT_TRUE(differAt(picture(), blank(1), kUpper[2]));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
 TEST_F(Drawing, ClosingAsksAsLongAsSomethingIsUnsaved) {
     take("pencil");
     save(file("shot.ma"));
@@ -199,6 +236,30 @@ TEST_F(Drawing, ImportedDrawingsStandBesideThoseOfTheScene) {
     open(file("both.ma"));
     lookThrough("shotCam");
     EXPECT_TRUE(shows(both));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+TEST_F(Drawing, WhatComesBackComesBackAtTheTimeThatIsNow) {
+    // No marker on the slider looks at a frame before the view does.
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -e -timelineFrameDisplay 2")));
+    look({1, 7});
+    take("brush");
+    stroke(kUpper);
+    const QImage one = picture();
+    scrub(7);
+    stroke(kLower);
+    const QImage seven = picture();
+    ASSERT_TRUE(run(QStringLiteral("delete vellum")));
+    scrub(1);
+    EXPECT_TRUE(shows(blank(1)));
+    hand.type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_EQ(now(), 1);
+    EXPECT_TRUE(shows(one));
+    hand.type({Qt::Key_Shift, Qt::Key_Z});
+    EXPECT_TRUE(shows(blank(1)));
+    scrub(7);
+    hand.type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_TRUE(shows(seven));
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
 

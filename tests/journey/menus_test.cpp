@@ -1,4 +1,4 @@
-// The right button over the view and the time slider, and the tools it leads to.
+// The right button over the view and the time slider, the main menu, and the tools they lead to.
 #include "journey/Desk.h"
 
 #include "ui/MainWindow.h"
@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QMenuBar>
 #include <QTest>
 
 namespace vellum::test {
@@ -74,6 +75,60 @@ TEST_F(RightButton, WorksOnFramesFromTheViewAndFromTheTimeSlider) {
            {QStringLiteral("Frame"), QStringLiteral("Delete Frame(s)")});
     EXPECT_TRUE(shows(blank)) << allErrors().toStdString();
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+namespace {
+
+class MenuBar : public RightButton {
+protected:
+    QMenu* openMainMenu() {
+        QMenuBar& bar = *window->menuBar();
+        for (QAction* title : bar.actions()) {
+            if (title->text() == QStringLiteral("VL2")) {
+                hand.click(bar, bar.actionGeometry(title).center());
+                return title->menu();
+            }
+        }
+        return nullptr;
+    }
+    static QMenu* tornOff() {
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (top->inherits("QTornOffMenu") && top->isVisible())
+                return qobject_cast<QMenu*>(top);
+        }
+        return nullptr;
+    }
+};
+
+} // namespace
+
+TEST_F(MenuBar, ItsToolsStayAtHandWhenTornOff) {
+    choose(openMainMenu(), {QStringLiteral("Draw Tool"), QStringLiteral("Rectangle")});
+    QMenu* main = openMainMenu();
+    ASSERT_NE(main, nullptr);
+    QAction* tools = nullptr;
+    for (QAction* entry : main->actions())
+        tools = entry->text() == QStringLiteral("Draw Tool") ? entry : tools;
+    ASSERT_NE(tools, nullptr);
+    QMenu* list = tools->menu();
+    hand.click(*main, main->actionGeometry(tools).center());
+    ASSERT_TRUE(support::waitFor([&] { return list->isVisible(); }));
+    EXPECT_TRUE(list->actions().last()->isChecked()) << "the rectangle";
+    hand.click(*list, {list->width() / 2.0, 3}); // the strip above the entries
+    ASSERT_TRUE(support::waitFor([] { return tornOff() != nullptr; }));
+    for (const char* tool : {"Eraser", "Line"}) {
+        QAction* entry = nullptr;
+        for (QAction* each : tornOff()->actions())
+            entry = each->text() == QLatin1String(tool) ? each : entry;
+        hand.click(*tornOff(), tornOff()->actionGeometry(entry).center());
+        EXPECT_TRUE(support::waitFor([&] { return entry->isChecked(); })) << tool;
+        EXPECT_NE(tornOff(), nullptr);
+    }
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    ASSERT_TRUE(run(QStringLiteral("file -f -new")));
+    unloadPlugin();
+    EXPECT_EQ(tornOff(), nullptr) << "its commands are gone";
+    loadPlugin();
 }
 
 } // namespace vellum::test

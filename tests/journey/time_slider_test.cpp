@@ -9,6 +9,7 @@
 #include "ui/TimeSlider.h"
 
 #include <QImage>
+#include <QTemporaryDir>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <vector>
@@ -55,7 +56,7 @@ protected:
         };
         const int bottom = 5;
         std::vector<int> found;
-        for (int frame = 1; frame <= kLastFrame; ++frame) {
+        for (int frame = slider().firstFrame(); frame <= slider().lastFrame(); ++frame) {
             const int left = static_cast<int>(slider().xOf(frame) + 0.5);
             if (colorAt(left, bottom) == factoryTimelineFrameColor() &&
                 (!black || colorAt(left + 2, bottom) == QColor(Qt::black)))
@@ -270,6 +271,82 @@ TEST_F(TimeSliderMarkers, OnlyAMoveMovesThem) {
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
 
+TEST_F(TimeSliderMarkers, ADragGoesOnOutsideTheSliderAndToBothItsEnds) {
+    drawAt({12, 15});
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -draw")));
+    highlight(10, 20);
+    grab(14);
+    dragTo(12);
+    hand.moveTo(slider(), {-20, -150});
+    EXPECT_THAT(markers(), ElementsAre(3, 6));
+    hand.release();
+    EXPECT_THAT(markers(), ElementsAre(3, 6));
+    grab(5);
+    hand.moveTo(slider(), {slider().width() * slider().devicePixelRatioF() + 60, -150});
+    hand.release();
+    EXPECT_EQ(slider().range().end, kLastFrame + 1);
+    EXPECT_THAT(markers(), ElementsAre(32, 35));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    ASSERT_TRUE(run(QStringLiteral("undo; undo")));
+    EXPECT_THAT(markers(), ElementsAre(12, 15));
+}
+
+TEST_F(TimeSliderMarkers, StandOnTheirFramesBelowZeroAndInAFractionalRange) {
+    ASSERT_TRUE(run(QStringLiteral("playbackOptions -minTime -10.5 -maxTime 29.5")));
+    drawAt({-8, 0, 12});
+    EXPECT_THAT(markers(), ElementsAre(-8, 0, 12));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -draw")));
+    highlight(-9, 1);
+    grab(-4);
+    dragTo(-1);
+    EXPECT_THAT(markers(), ElementsAre(-5, 3, 12));
+    hand.release();
+    EXPECT_THAT(markers(), ElementsAre(-5, 3, 12));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+TEST_F(TimeSliderMarkers, ADragThatIsDisturbedLeavesNothingBehind) {
+    drawAt({10, 13});
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -draw")));
+    // Another button goes down and up while the range is held.
+    highlight(8, 15);
+    grab(12);
+    dragTo(17);
+    hand.press(Qt::MiddleButton);
+    hand.release(Qt::MiddleButton);
+    EXPECT_THAT(markers(), ElementsAre(15, 18));
+    hand.release();
+    EXPECT_THAT(markers(), ElementsAre(15, 18));
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    // A new highlight is no move, even if it is as long as the one before.
+    highlight(8, 15);
+    EXPECT_THAT(markers(), ElementsAre(10, 13));
+    // Another tool is taken: where the drawings are is shown at once, and they stay there.
+    grab(12);
+    dragTo(17);
+    ASSERT_TRUE(run(QStringLiteral("setToolTo selectSuperContext")));
+    EXPECT_THAT(markers(), ElementsAre(10, 13));
+    hand.release();
+    EXPECT_THAT(markers(), ElementsAre(10, 13));
+    // A locked layer refuses; a static one moves.
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -draw; rvVellumLayer -es 2 0 persp")));
+    highlight(8, 15);
+    grab(12);
+    dragTo(15);
+    dragTo(17);
+    errors.clear();
+    hand.release();
+    EXPECT_EQ(errors.size(), 1) << allErrors().toStdString();
+    EXPECT_THAT(markers(), ElementsAre(10, 13));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -es 1 0 persp")));
+    highlight(8, 15);
+    grab(12);
+    dragTo(15);
+    dragTo(17);
+    hand.release();
+    EXPECT_THAT(markers(), ElementsAre(15, 18));
+}
+
 TEST_F(TimeSliderMarkers, MovingCanBeSwitchedOff) {
     ASSERT_TRUE(run(QStringLiteral("file -f -new")));
     host::idle::drainAll();
@@ -292,6 +369,19 @@ TEST_F(TimeSliderMarkers, MovingCanBeSwitchedOff) {
     hand.release();
     EXPECT_THAT(markers(), ElementsAre(10, 20));
     EXPECT_EQ(slider().range().start, 11) << "the slider's own range moves";
+}
+
+TEST_F(TimeSliderMarkers, ComeWithAnImportedDrawing) {
+    QTemporaryDir directory;
+    const QString file = directory.filePath(QStringLiteral("drawn.ma"));
+    drawAt({3, 12, 30});
+    ASSERT_TRUE(run(QStringLiteral("file -rename \"%1\"; file -save; file -f -new;"
+                                   "playbackOptions -minTime 1 -maxTime %2")
+                        .arg(file)
+                        .arg(kLastFrame)));
+    EXPECT_THAT(markers(), IsEmpty());
+    ASSERT_TRUE(run(QStringLiteral("file -import \"%1\"").arg(file)));
+    EXPECT_THAT(markers(), ElementsAre(3, 12, 30));
 }
 
 TEST_F(TimeSliderMarkers, EndWithThePlugin) {

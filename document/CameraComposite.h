@@ -18,8 +18,8 @@ namespace vellum {
 /// One layer's contribution. Images are canvases, Format_RGBA8888, straight alpha.
 struct CompositeLayer {
     QImage image;
-    quint64 revision = 0;                  ///< of image, see Frame; of no use with drawnOn
-    std::shared_ptr<const RowSpans> spans; ///< of image; null: anywhere
+    quint64 revision = 0;                   ///< of image, see Frame; of no use with drawnOn
+    std::shared_ptr<const PieceMap> pieces; ///< of image; null: anywhere
     QImage overlay;       ///< painted over image before both are painted; may be null
     bool drawnOn = false; ///< a stroke is in progress here
 };

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 
 // One body, compiled for the compiler's own target and for AVX2 where the compiler can.
 #if defined(__GNUC__) || defined(__clang__)
@@ -28,15 +29,23 @@ constexpr Number kStep = Number{1} << kNearness;
 constexpr Number kSeen = (kFringe + 1) * kStep;
 constexpr Number kColor = kStep - 1;
 
-constexpr int kTile = 112;
-constexpr int kSide = kTile + 2 * kFringe;
+// A tile with all that is kept of it stays in the first cache.
+constexpr int kWidth = 112;
+constexpr int kHeight = 32;
 
 // Distances of 1, 2, 4 and 1 add up to every distance up to kFringe.
 constexpr int kLeaps[] = {1, 2, 4, 1};
 constexpr int kLongestLeap = 4;
 static_assert(kLeaps[0] + kLeaps[1] + kLeaps[2] + kLeaps[3] == kFringe);
+static_assert(std::size(kLeaps) % 2 == 0, "a row ends where it began");
 
-using Numbers = std::array<Number, kSide>;
+// A row of a tile. What lies before and after it is nothing.
+struct Numbers {
+    std::array<Number, kWidth + 2 * kFringe + 2 * kLongestLeap> padded;
+
+    Number* data() { return padded.data() + kLongestLeap; }
+    const Number* data() const { return padded.data() + kLongestLeap; }
+};
 
 // A square of the picture with what lies around it.
 class Tile {
@@ -56,6 +65,7 @@ public:
             return;
         }
         spreadUpAndDown();
+        clearedEnds(spare_);
         for (int y = inside_.top(); y <= inside_.bottom(); ++y) {
             spreadAcross(row(y));
             write(y);
@@ -80,11 +90,17 @@ private:
         return false;
     }
 
+    VELLUM_INLINE Number* clearedEnds(Numbers& numbers) const {
+        std::fill_n(numbers.padded.begin(), kLongestLeap, 0);
+        std::fill_n(numbers.data() + width_, kLongestLeap, 0);
+        return numbers.data();
+    }
+
     // False when nothing is visible.
     VELLUM_INLINE bool read() {
         Number any = 0;
         for (int y = around_.top(); y <= around_.bottom(); ++y) {
-            Numbers& numbers = row(y);
+            Number* numbers = clearedEnds(row(y));
             const std::uint8_t* pixels = at(around_.left(), y);
             for (std::size_t i = 0; i < width_; ++i) {
                 std::uint32_t pixel;
@@ -98,8 +114,10 @@ private:
     }
 
     VELLUM_INLINE void keepGreater(Numbers& to, const Numbers& from) const {
+        Number* kept = to.data();
+        const Number* beside = from.data();
         for (std::size_t i = 0; i < width_; ++i)
-            to[i] = std::max(to[i], from[i] - kStep);
+            kept[i] = std::max(kept[i], beside[i] - kStep);
     }
 
     VELLUM_INLINE void spreadUpAndDown() {
@@ -109,27 +127,27 @@ private:
             keepGreater(row(y), row(y + 1));
     }
 
-    VELLUM_INLINE void spreadAcross(Numbers& numbers) const {
-        std::array<Number, kSide + 2 * kLongestLeap> before{};
+    VELLUM_INLINE void spreadAcross(Numbers& numbers) {
+        const Number* from = numbers.data();
+        Number* to = spare_.data();
         for (const int leap : kLeaps) {
-            Number* middle = before.data() + kLongestLeap;
-            std::copy_n(numbers.begin(), width_, middle);
-            const Number* left = middle - leap;
-            const Number* right = middle + leap;
             for (std::size_t i = 0; i < width_; ++i)
-                numbers[i] = std::max(numbers[i], std::max(left[i], right[i]) - leap * kStep);
+                to[i] =
+                    std::max(from[i], std::max((from - leap)[i], (from + leap)[i]) - leap * kStep);
+            from = to;
+            to = to == spare_.data() ? numbers.data() : spare_.data();
         }
     }
 
     VELLUM_INLINE void write(int y) {
         const Number* numbers = row(y).data() + (inside_.left() - around_.left());
-        std::uint8_t* pixels = at(inside_.left(), y);
-        for (int i = 0; i < inside_.width(); ++i) {
-            std::uint32_t pixel;
-            std::memcpy(&pixel, pixels + 4 * i, sizeof pixel);
+        // Not as bytes, which could be anything's: the loop would not vectorise.
+        auto* pixels = reinterpret_cast<std::uint32_t*>(at(inside_.left(), y));
+        const int width = inside_.width();
+        for (int i = 0; i < width; ++i) {
             const Number color = numbers[i] < kStep ? 0 : numbers[i] & kColor;
-            pixel = pixel >> 24 == 0 ? static_cast<std::uint32_t>(color) : pixel;
-            std::memcpy(pixels + 4 * i, &pixel, sizeof pixel);
+            const std::uint32_t pixel = pixels[i];
+            pixels[i] = pixel >> 24 == 0 ? static_cast<std::uint32_t>(color) : pixel;
         }
     }
 
@@ -138,7 +156,8 @@ private:
     QRect inside_;
     QRect around_;
     std::size_t width_; // of around_
-    std::array<Numbers, kSide> rows_;
+    std::array<Numbers, kHeight + 2 * kFringe> rows_;
+    Numbers spare_;
 };
 
 void colorPlain(Tile& tile) {
@@ -170,9 +189,9 @@ QRect colorFringe(QImage& image, const QRect& changed) {
         return {};
     const QRect area = part.adjusted(-kFringe, -kFringe, kFringe, kFringe) & image.rect();
     static const Color color = fastest();
-    for (int y = area.top(); y <= area.bottom(); y += kTile) {
-        for (int x = area.left(); x <= area.right(); x += kTile) {
-            Tile tile(image, QRect(x, y, kTile, kTile) & area);
+    for (int y = area.top(); y <= area.bottom(); y += kHeight) {
+        for (int x = area.left(); x <= area.right(); x += kWidth) {
+            Tile tile(image, QRect(x, y, kWidth, kHeight) & area);
             color(tile);
         }
     }

@@ -96,11 +96,11 @@ bool Frame::setImage(const QImage& image) {
     return true;
 }
 
-std::shared_ptr<const RowSpans> Frame::spans() const {
-    if (!spans_) {
-        spans_ = std::make_shared<const RowSpans>(RowSpans::of(image()));
+std::shared_ptr<const PieceMap> Frame::pieces() const {
+    if (!pieces_) {
+        pieces_ = std::make_shared<const PieceMap>(PieceMap::of(image()));
     }
-    return spans_;
+    return pieces_;
 }
 
 QByteArray Frame::pngBytes() const {
@@ -132,13 +132,13 @@ void Frame::pack() const {
         return;
     }
     image_ = QImage();
-    spans_.reset();
+    pieces_.reset();
     FrameCache::forget(*this);
 }
 
 void Frame::changed() {
     revision_ = nextRevision();
-    spans_.reset();
+    pieces_.reset();
     decodeFailed_ = false;
 }
 

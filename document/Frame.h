@@ -5,7 +5,7 @@
 // time (FrameCache.h) and is decoded again when asked for. Main thread only.
 #pragma once
 
-#include "document/RowSpans.h"
+#include "document/PieceMap.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -44,7 +44,7 @@ public:
     bool setImage(const QImage& image);
 
     /// Where image() is not transparent.
-    std::shared_ptr<const RowSpans> spans() const;
+    std::shared_ptr<const PieceMap> pieces() const;
 
     /// The picture as PNG. Valid bytes are returned as they are, a changed picture is encoded
     /// first. Empty only when encoding fails.
@@ -77,9 +77,9 @@ private:
 
     MTime time_;
     // The picture does not change when its form does: packed and decoded are two sides of a cache.
-    mutable QImage image_;                          ///< null: not decoded
-    mutable std::shared_ptr<const RowSpans> spans_; ///< of image_, made when first asked for
-    mutable QByteArray png_;                        ///< with pngValid_ and empty: blank
+    mutable QImage image_;                           ///< null: not decoded
+    mutable std::shared_ptr<const PieceMap> pieces_; ///< of image_, made when first asked for
+    mutable QByteArray png_;                         ///< with pngValid_ and empty: blank
     mutable bool pngValid_ = true;
     mutable bool decodeFailed_ = false; ///< png_ does not load and that was reported
     quint64 revision_;

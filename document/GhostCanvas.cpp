@@ -21,7 +21,7 @@ using Piece = std::array<std::uint8_t, pixel::kPieceBytes>;
 struct Side {
     struct Picture {
         QImage image;
-        std::shared_ptr<const RowSpans> spans;
+        std::shared_ptr<const PieceMap> pieces;
         int opacity;
     };
     std::vector<Picture> pictures;
@@ -32,7 +32,7 @@ struct Side {
     bool paint(int y, int column, Piece& out) const {
         rows::Stack stack;
         for (const Picture& picture : pictures) {
-            if (picture.spans->meets(y, column, column + kPiece)) {
+            if (picture.pieces->holds(y, column)) {
                 stack.overFaded(picture.image.constScanLine(y) + 4 * column, picture.opacity);
             }
         }
@@ -75,7 +75,7 @@ Side side(const Layer& layer, int count, int direction, bool tint, const QColor&
         if (const Frame* frame = neighbour(layer, direction * k)) {
             const QImage image = frame->image();
             const double opacity = kNearestOpacity - (k - 1) * (kNearestOpacity / count);
-            result.pictures.push_back({image, frame->spans(), rasterOpacity(opacity)});
+            result.pictures.push_back({image, frame->pieces(), rasterOpacity(opacity)});
         }
     }
     return result;

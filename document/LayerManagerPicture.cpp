@@ -194,7 +194,7 @@ const QImage* LayerManager::compositeCamera(const QString& name) {
         } else {
             layer.image = image;
             layer.revision = frame->revision();
-            layer.spans = frame->spans();
+            layer.pieces = frame->pieces();
             layer.overlay = stroke ? stroke->image() : QImage();
         }
         layers.push_back(std::move(layer));

@@ -21,7 +21,10 @@
 #include "plugin/middle/Timeline.h"
 #include "tools/interaction/DrawContextCommand.h"
 #include "tools/interaction/StrokeCommand.h"
+#include "tools/interaction/TransformContextCommand.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <maya/MDrawRegistry.h>
 #include <maya/MFnPlugin.h>
@@ -102,7 +105,7 @@ Registration drawOverride() {
             QStringLiteral("Failed to deregister base node draw override"), false};
 }
 
-/// Gone through forwards at load and backwards at unload. Data before the node that holds them.
+/// Data before the node that holds them.
 const std::vector<Registration>& registrations() {
     static const std::vector<Registration> table{
         command(kNodeCommand, NodeCommand::creator, NodeCommand::newSyntax),
@@ -111,11 +114,25 @@ const std::vector<Registration>& registrations() {
         command(kStrokeCommand, StrokeCommand::creator, StrokeCommand::newSyntax),
         command(kUtilCommand, UtilCommand::creator, UtilCommand::newSyntax),
         contextCommand(kDrawContextCommand, DrawContextCommand::creator),
+        contextCommand(kTransformContextCommand, TransformContextCommand::creator),
         layerData(),
         node(),
         drawOverride(),
     };
     return table;
+}
+
+constexpr std::size_t kFirstContext = 5;
+constexpr std::size_t kContexts = 2;
+
+/// Backwards, but for the context commands, which are taken back in the order they were made in.
+std::vector<const Registration*> unloadOrder() {
+    std::vector<const Registration*> order;
+    for (const Registration& registration : registrations())
+        order.push_back(&registration);
+    std::reverse(order.begin() + kFirstContext, order.begin() + kFirstContext + kContexts);
+    std::reverse(order.begin(), order.end());
+    return order;
 }
 
 void showFailure(const QString& message, const MStatus& status, bool withReason) {
@@ -208,8 +225,9 @@ MStatus uninitializePlugin(MObject object) {
         return status;
     }
     // After a failure the next unload goes on where this one stopped.
+    const auto order = unloadOrder();
     for (std::size_t& left = pluginState().registered; left > 0; --left) {
-        const Registration& last = registrations()[left - 1];
+        const Registration& last = *order[order.size() - left];
         status = last.remove(plugin);
         if (status != MS::kSuccess) {
             showFailure(last.removeMessage, status, last.withReason);

@@ -98,8 +98,9 @@ TEST_P(Override, AFaintStrokeIsNotCutOff) {
               before.red() + before.green() + before.blue());
 }
 
-// Where a picture ends hard, or was erased, what is shown lies between it and what is behind: it has
-// no line that is darker than both. Larger than it is, about its size, a half and a third of it.
+// Where a picture ends hard, or was erased, what is shown lies between it and what is behind: it
+// has no line that is darker than both. Larger than it is, about its size, a half and a third of
+// it.
 TEST_P(Override, ErasedEdgesHaveNoDarkLine) {
     const QString camera = QStringLiteral("persp");
     constexpr int kStrip = 40;
@@ -115,8 +116,8 @@ TEST_P(Override, ErasedEdgesHaveNoDarkLine) {
             Stroke* stroke = document()->beginStroke(camera, tool::kEraser, Qt::black);
             ASSERT_NE(stroke, nullptr);
             for (const QPoint place : {QPoint(0, 0), way})
-                stroke->points.push_back({11, 1.0F, 1.0F, 300 + way.x() + place.x(),
-                                          512 - way.y() / 2 + place.y()});
+                stroke->points.push_back(
+                    {11, 1.0F, 1.0F, 300 + way.x() + place.x(), 512 - way.y() / 2 + place.y()});
             stroke->dirty = true;
             QByteArray undo;
             ASSERT_TRUE(document()->commitStroke(camera, undo));

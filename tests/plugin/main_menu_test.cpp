@@ -30,13 +30,13 @@ struct Entry {
 
 constexpr const char* kDrawing = "gmatch(`currentCtx`, \"rvVlDrawCtx*\")";
 
-constexpr const char* kNoTransform = "line 1: Cannot find procedure \"rvVlTransformCtx\".";
+constexpr const char* kTransforming = "gmatch(`currentCtx`, \"rvVlTransformCtx*\")";
 constexpr const char* kNoWindow = "line 1: (kFailure): Unexpected Internal Failure";
 
 const std::vector<Entry>& expectedMenu() {
     static const std::vector<Entry> menu{
         {"Draw", "rvVellumUtil -draw", kDrawing},
-        {"Transform", "rvVellumUtil -transform", "", kNoTransform},
+        {"Transform", "rvVellumUtil -transform", kTransforming},
         {"--"},
         {"Draw Tool"},
         {"Draw Tool/Pencil", "rvVellumUtil -pencilTool", "vlRadio($gRvVlPencilToolMenuItem)"},

@@ -32,8 +32,9 @@ protected:
         counts["menus"] =
             static_cast<int>(host::Elements::instance().namesOf(host::ElementKind::menu).size());
         counts["jobs"] = number(QStringLiteral("size(`scriptJob -listJobs`)"));
-        for (const char* command : {"rvVellumNode", "rvVellumLayer", "rvVellumFrame",
-                                    "rvVellumStroke", "rvVellumUtil", "rvVlDrawCtx"})
+        for (const char* command :
+             {"rvVellumNode", "rvVellumLayer", "rvVellumFrame", "rvVellumStroke", "rvVellumUtil",
+              "rvVlDrawCtx", "rvVlTransformCtx"})
             counts[command] = number(QStringLiteral("exists ") + QLatin1String(command));
         counts["node type"] = host::nodeTypeKnown("rvVellum");
         MTypeId id;
@@ -50,6 +51,7 @@ TEST_F(Loading, LoadUnloadLoadLeavesNothing) {
     const auto without = inventory();
     EXPECT_EQ(without.at("rvVellumUtil"), 0);
     EXPECT_EQ(without.at("rvVlDrawCtx"), 0);
+    EXPECT_EQ(without.at("rvVlTransformCtx"), 0);
     EXPECT_EQ(without.at("loaded"), 0);
     EXPECT_EQ(without.at("jobs"), loaded.at("jobs") - 1);
     for (int i = 0; i < 3; ++i) {

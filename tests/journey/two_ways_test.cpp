@@ -82,10 +82,7 @@ protected:
     }
     void line(QPoint from, QPoint to) {
         hand.moveTo(view(), from);
-        const QImage before = onScreen();
         hand.press();
-        // The line begins where the pointer is first looked at, a moment after the press.
-        support::waitFor([&] { return onScreen() != before; }, 300);
         hand.moveTo(view(), to);
         hand.release();
         support::settle();

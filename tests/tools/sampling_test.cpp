@@ -229,6 +229,33 @@ TEST_F(Sampling, QuickClickThroughTheThreadLeavesExactlyTwoPoints) {
     EXPECT_EQ(stroke_.points.size(), 2U);
 }
 
+TEST_F(Sampling, BeginsAtThePressHoweverLateTheThreadIs) {
+    const QPoint press(50 + 1, kCanvasSize - 60 + 1);
+    // Elsewhere at the first poll; and on the pressed pixel, rounded to its neighbour.
+    const struct {
+        QPoint polled;
+        QList<QPoint> line, brush;
+    } cases[] = {
+        {{200, 90}, {{51, 59}, {201, 89}}, {{50, 59}, {51, 59}, {126, 74}}},
+        {{51, 60}, {{51, 59}, {50, 59}}, {{50, 59}, {51, 59}}},
+    };
+    for (const auto& c : cases) {
+        for (const int tool : {tool::kLine, tool::kBrush}) {
+            stroke_ = Stroke();
+            stroke_.tool = tool;
+            QSemaphore polled;
+            manager_.start(target(),
+                           std::make_unique<ScriptedPoller>(std::deque<QPoint>{c.polled}, &polled),
+                           options(6), press);
+            EXPECT_EQ(stroke_.points.size(), 2U); // at once
+            ASSERT_TRUE(polled.tryAcquire(1, 5000));
+            manager_.finish(std::nullopt);
+            manager_.stop();
+            EXPECT_EQ(positions(), tool == tool::kLine ? c.line : c.brush) << c.polled.x();
+        }
+    }
+}
+
 TEST_F(Sampling, NothingSampledBeforeTheReleaseIsLost) {
     stroke_.tool = tool::kBrush;
     QSemaphore polled;

@@ -2,7 +2,6 @@
 
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "node/CameraFit.h"
 #include "node/NodeSearch.h"
 #include "plugin/leaves/CommandStrings.h"
 #include "plugin/leaves/MayaStrings.h"
@@ -15,6 +14,7 @@
 #include "plugin/middle/PluginState.h"
 #include "plugin/middle/Timeline.h"
 #include "tools/interaction/ThreadManager.h"
+#include "tools/interaction/ViewMeasure.h"
 
 #include <QKeyEvent>
 #include <maya/M3dView.h>
@@ -41,10 +41,8 @@ public:
 
     ViewMapping operator()() {
         M3dView view;
-        GateFit fit;
-        if (widget_ && viewOfWidget(widget_, view) && fitForView(view, fit))
-            last_ = {fit.portWidth, fit.portHeight, fit.panOffsetX, fit.panOffsetY,
-                     static_cast<double>(fit.quadSize)};
+        if (widget_ && viewOfWidget(widget_, view))
+            viewMapping(view, last_);
         return last_;
     }
 
@@ -134,7 +132,7 @@ MStatus DrawContext::doPress(MEvent& event) {
     } else {
         const MEvent::MouseButtonType button = event.mouseButton();
         if (button == MEvent::kLeftMouse)
-            beginStroke();
+            beginStroke(event);
         else if (button == MEvent::kMiddleMouse)
             makeLayersOfViewCurrent();
     }
@@ -162,7 +160,7 @@ void DrawContext::pointerLost() {
     forgetAdjusting();
 }
 
-void DrawContext::beginStroke() {
+void DrawContext::beginStroke(const MEvent& press) {
     const int number = pluginState().tabletEraser ? tool::kEraser : settings().activeTool;
     if (!isTool(number))
         return;
@@ -180,10 +178,10 @@ void DrawContext::beginStroke() {
         return;
     nodeHandle_ = MObjectHandle(active->thisMObject());
     document_ = document;
-    startSampling(number);
+    startSampling(number, press);
 }
 
-void DrawContext::startSampling(int number) {
+void DrawContext::startSampling(int number, const MEvent& press) {
     QWidget* widget = holdActiveView();
     ThreadManager::Target target;
     target.stroke = [this] { return strokeInProgress(); };
@@ -199,7 +197,13 @@ void DrawContext::startSampling(int number) {
     const M3dView view = M3dView::active3dView();
     ThreadManager::instance().start(
         std::move(target), CursorPoller::forView(*widget, view.portWidth(), view.portHeight()),
-        optionsOf(number));
+        optionsOf(number), samplingPosition(press));
+}
+
+// From pixels of the view to the sampling's convention.
+QPoint DrawContext::samplingPosition(const MEvent& event) {
+    const Position at = positionOf(event);
+    return {at.x + 1, at.y + 2};
 }
 
 void DrawContext::makeLayersOfViewCurrent() {
@@ -225,9 +229,7 @@ MStatus DrawContext::doRelease(MEvent& event) {
         adjusting_ = Adjusting::Nothing;
         forgetStroke();
     } else if (document_) {
-        const Position at = positionOf(event);
-        // From pixels of the view to the sampling's convention.
-        ThreadManager::instance().finish(QPoint(at.x + 1, at.y + 2));
+        ThreadManager::instance().finish(samplingPosition(event));
         endStroke();
     }
     handler_.forgetPen();

@@ -62,8 +62,9 @@ private:
     void beginAdjusting(Adjusting what, const MEvent& event);
     void adjust(const MEvent& event);
     void forgetAdjusting();
-    void beginStroke();
-    void startSampling(int tool);
+    void beginStroke(const MEvent& press);
+    void startSampling(int tool, const MEvent& press);
+    static QPoint samplingPosition(const MEvent& event);
     void makeLayersOfViewCurrent();
     void textChanged(Stroke& stroke);
     void endStroke();

@@ -1,16 +1,16 @@
 // Size and opacity drags of the drawing tool, with the circle that shows the size.
-#include "node/CameraFit.h"
 #include "node/NodeSearch.h"
 #include "plugin/leaves/MayaStrings.h"
 #include "plugin/leaves/Settings.h"
 #include "plugin/leaves/ToolOptions.h"
 #include "plugin/middle/Panels.h"
 #include "tools/interaction/DrawContext.h"
+#include "tools/interaction/DrawManagerScope.h"
+#include "tools/interaction/ViewMeasure.h"
 #include "tools/raster/Stroke.h"
 
 #include <cmath>
 #include <maya/M3dView.h>
-#include <maya/MUIDrawManager.h>
 
 #ifdef __APPLE__
 #include <OpenGL/gl.h>
@@ -40,21 +40,6 @@ void drawXorCircle(M3dView& view, double x, double y, double radius) {
     glEnd();
     view.endXorDrawing();
 }
-
-// Sets the drawing interface of an event for the length of one call.
-class DrawManagerScope {
-public:
-    DrawManagerScope(MHWRender::MUIDrawManager*& slot, MHWRender::MUIDrawManager& manager)
-        : slot_(slot) {
-        slot_ = &manager;
-    }
-    ~DrawManagerScope() { slot_ = nullptr; }
-    DrawManagerScope(const DrawManagerScope&) = delete;
-    DrawManagerScope& operator=(const DrawManagerScope&) = delete;
-
-private:
-    MHWRender::MUIDrawManager*& slot_;
-};
 
 } // namespace
 
@@ -125,12 +110,10 @@ void DrawContext::forgetAdjusting() {
 
 // View pixels.
 double DrawContext::sizeCursorRadius() const {
-    MStatus status;
-    M3dView view = M3dView::active3dView(&status);
-    GateFit fit;
-    if (status != MS::kSuccess || !activeNode() || !fitForView(view, fit))
+    ViewMapping mapping;
+    if (!activeNode() || !activeViewMapping(mapping))
         return 1.0;
-    return toolSize(adjustedTool_) * 0.5 * (static_cast<double>(fit.quadSize) / kCanvasSize);
+    return toolSize(adjustedTool_) * 0.5 * viewPixelsPerImagePixel(mapping);
 }
 
 void DrawContext::toggleSizeCursor(double radius) {

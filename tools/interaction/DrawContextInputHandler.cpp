@@ -35,12 +35,6 @@ bool opensPopup(const QEvent& event) {
            static_cast<const QFocusEvent&>(event).reason() == Qt::PopupFocusReason;
 }
 
-QWidget* activeViewWidget() {
-    MStatus status;
-    const M3dView view = M3dView::active3dView(&status);
-    return status == MS::kSuccess ? view.widget() : nullptr;
-}
-
 // The widgets of all 3D views.
 QList<QWidget*> viewWidgets() {
     QList<QWidget*> all;
@@ -94,15 +88,7 @@ void DrawContextInputHandler::activate(bool active) {
     active_ = active;
     releaseKeys();
     commitPendingText();
-    for (const QPointer<QWidget>& view : views_) {
-        if (view)
-            view->removeEventFilter(this);
-    }
     views_.clear();
-    for (const QPointer<QWidget>& window : windows_) {
-        if (window)
-            window->removeEventFilter(this);
-    }
     windows_.clear();
     if (mainWindow_)
         mainWindow_->removeEventFilter(this);
@@ -125,25 +111,17 @@ void DrawContextInputHandler::activate(bool active) {
 }
 
 void DrawContextInputHandler::watchPens() {
-    windows_.removeAll(QPointer<QWidget>());
     for (QWidget* view : viewWidgets()) {
         QWidget* window = view->window();
         // A view that is a window of its own is watched when it is drawn in.
-        if (window == view || window == mainWindow_ || windows_.contains(QPointer<QWidget>(window)))
-            continue;
-        window->installEventFilter(this);
-        windows_.append(window);
+        if (window != view && window != mainWindow_)
+            windows_.add(window);
     }
 }
 
 void DrawContextInputHandler::watchActiveView() {
     watchPens();
-    QWidget* widget = activeViewWidget();
-    views_.removeAll(QPointer<QWidget>());
-    if (!widget || views_.contains(QPointer<QWidget>(widget)))
-        return;
-    widget->installEventFilter(this);
-    views_.append(widget);
+    views_.add(activeViewWidget());
 }
 
 void DrawContextInputHandler::setTextTarget(TextTarget* target) {
@@ -169,7 +147,7 @@ void DrawContextInputHandler::forgetPen() {
 
 // Dead keys and input methods reach only widgets that ask for them.
 void DrawContextInputHandler::acceptInputMethod(bool accept) {
-    for (const QPointer<QWidget>& view : views_) {
+    for (const QPointer<QWidget>& view : views_.widgets()) {
         if (view)
             view->setAttribute(Qt::WA_InputMethodEnabled, accept);
     }
@@ -180,20 +158,15 @@ void DrawContextInputHandler::releaseKeys() {
 }
 
 bool DrawContextInputHandler::eventFilter(QObject* watched, QEvent* event) {
-    const auto isAmong = [watched](const QList<QPointer<QWidget>>& widgets) {
-        return std::any_of(widgets.begin(), widgets.end(), [watched](const QPointer<QWidget>& one) {
-            return one.data() == watched;
-        });
-    };
     bool consumed = false;
-    if (isAmong(views_))
+    if (views_.contains(watched))
         consumed = filterView(*static_cast<QWidget*>(watched), event);
     else if (watched == timeSlider_.data())
         consumed = filterTimeSlider(*event);
     else if (watched == mainWindow_.data())
         consumed = filterMainWindow(event);
     else if ((event->type() == QEvent::TabletMove || event->type() == QEvent::TabletPress) &&
-             isAmong(windows_))
+             windows_.contains(watched))
         readTabletOver(*static_cast<QWidget*>(watched), *static_cast<QTabletEvent*>(event));
     return consumed || QObject::eventFilter(watched, event);
 }

@@ -3,8 +3,9 @@
 // every view drawn in. Main thread only.
 #pragma once
 
+#include "tools/interaction/WatchedWidgets.h"
+
 #include <QElapsedTimer>
-#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -129,8 +130,8 @@ private:
     void acceptInputMethod(bool accept);
     void commitPendingText();
 
-    QList<QPointer<QWidget>> views_;
-    QList<QPointer<QWidget>> windows_; ///< of views outside the main window
+    WatchedWidgets views_{this};
+    WatchedWidgets windows_{this}; ///< of views outside the main window
     TextTarget* textTarget_ = nullptr;
     QPointer<QWidget> timeSlider_;
     QPointer<QWidget> mainWindow_;

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QThread>
 #include <limits>
+#include <utility>
 
 namespace vellum {
 
@@ -36,15 +37,26 @@ bool InputWorker::poll() {
     const std::optional<QPoint> position = look();
     if (!position)
         return false;
-    if (*position == lastSent_)
-        return true;
+    // The event's pixel and the polled one may be rounded to neighbours.
+    if (std::exchange(begun_, false) && (*position - lastSent_).manhattanLength() <= 1)
+        lastSent_ = *position;
+    if (*position != lastSent_)
+        take(*position, holds);
+    return true;
+}
+
+void InputWorker::begin(QPoint press) {
+    take(press, awaitsPressure());
+    begun_ = true;
+}
+
+void InputWorker::take(QPoint position, bool holds) {
     if (lastSent_ == QPoint(kNowhere, kNowhere))
-        held_.push_back(*position - QPoint(1, 0));
-    held_.push_back(*position);
-    lastSent_ = *position;
+        held_.push_back(position - QPoint(1, 0));
+    held_.push_back(position);
+    lastSent_ = position;
     if (!holds)
         releaseHeld();
-    return true;
 }
 
 // Without this a line that begins before the pen's first pressure would begin at full opacity.

@@ -31,6 +31,10 @@ public:
     /// thread has ended, also from outside. False when no position could be had.
     bool poll();
 
+    /// Takes the position of the press for the first one polled, wherever the pointer has gone
+    /// since. Before Run(), in the thread that receives the signal.
+    void begin(QPoint press);
+
     /// The position poll() would emit, without doing so. Empty when there is none.
     std::optional<QPoint> look();
 
@@ -55,6 +59,7 @@ Q_SIGNALS:
     void MousePositionChanged(const QPoint& p, int width, float opacity, float hardness);
 
 private:
+    void take(QPoint position, bool holds);
     bool awaitsPressure();
     void send(QPoint position);
 
@@ -62,7 +67,8 @@ private:
     SampleOptions options_;
     bool running_ = false;
     std::atomic<bool> ended_{false};
-    QPoint lastSent_; ///< both coordinates the largest int: nothing sent yet
+    QPoint lastSent_;    ///< both coordinates the largest int: nothing sent yet
+    bool begun_ = false; ///< what was last sent is the press
     std::vector<QPoint> held_;
     int waits_ = 0; ///< polls in which positions were held back
     QSemaphore wake_;

@@ -41,7 +41,7 @@ void ThreadManager::start(Target target) {
 }
 
 void ThreadManager::start(Target target, std::unique_ptr<CursorPoller> poller,
-                          const SampleOptions& options) {
+                          const SampleOptions& options, std::optional<QPoint> press) {
     start(std::move(target));
     timerPeriod_ = std::make_unique<FineTimerPeriod>();
     thread_ = std::make_unique<QThread>();
@@ -50,6 +50,9 @@ void ThreadManager::start(Target target, std::unique_ptr<CursorPoller> poller,
     connect(this, &ThreadManager::ShutdownInputWorker, worker_.get(), &InputWorker::Shutdown);
     connect(worker_.get(), &InputWorker::MousePositionChanged, this,
             &ThreadManager::OnMousePositionChanged);
+    // The thread begins some time after the press: a quick hand is elsewhere then.
+    if (press)
+        worker_->begin(*press);
     worker_->moveToThread(thread_.get());
     thread_->start();
     Q_EMIT RunInputWorker();

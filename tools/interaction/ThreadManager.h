@@ -36,9 +36,10 @@ public:
     ThreadManager() = default;
     ~ThreadManager() override;
 
-    /// Begins sampling with a thread that polls `poller`. A stroke still being sampled is stopped
-    /// first.
-    void start(Target target, std::unique_ptr<CursorPoller> poller, const SampleOptions& options);
+    /// Begins sampling with a thread that polls `poller`, at the press if it is known (view
+    /// coordinates of the worker's convention). A stroke still being sampled is stopped first.
+    void start(Target target, std::unique_ptr<CursorPoller> poller, const SampleOptions& options,
+               std::optional<QPoint> press = std::nullopt);
 
     /// The same without a thread: samples come through OnMousePositionChanged() only.
     void start(Target target);

@@ -2,7 +2,7 @@
 // and every view worked in. Main thread only.
 #pragma once
 
-#include "tools/interaction/WatchedViews.h"
+#include "tools/interaction/WatchedWidgets.h"
 
 #include <QObject>
 #include <QPoint>
@@ -27,7 +27,7 @@ public:
     void activate(bool active);
 
     /// Adds the active 3D view to those whose events are seen.
-    void watchActiveView() { views_.addActiveView(); }
+    void watchActiveView() { views_.add(activeViewWidget()); }
 
     /// Where the menu was last asked for: device pixels from the view's upper left corner.
     QPoint menuPosition() const { return menuPosition_; }
@@ -55,7 +55,7 @@ private:
     void filterMainWindow(const QEvent& event);
 
     TransformContext* context_;
-    WatchedViews views_;
+    WatchedWidgets views_;
     QPointer<QWidget> mainWindow_;
     QPointer<QMenu> menu_; ///< the one that is open
     QPoint menuPosition_;

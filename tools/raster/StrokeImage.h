@@ -22,8 +22,8 @@ void prepareStrokeImage(QImage& strokeImage, Stroke& stroke, const QImage& frame
 /// the rectangle of the previous call.
 QRect updateStrokeImage(QImage& strokeImage, Stroke& stroke);
 
-/// True when the stroke image stands for the whole frame while drawing (eraser, region transform), false
-/// when it is painted over the frame.
+/// True when the stroke image stands for the whole frame while drawing (eraser, region transform),
+/// false when it is painted over the frame.
 bool strokeReplacesFrame(const Stroke& stroke);
 
 } // namespace vellum

@@ -1,4 +1,4 @@
-// The widgets of the 3D views that a tool's event filter sits on. Main thread only.
+// The widgets that an event filter sits on. Main thread only.
 #pragma once
 
 #include <QList>
@@ -11,15 +11,15 @@ namespace vellum {
 /// The widget of the active 3D view; null without one.
 QWidget* activeViewWidget();
 
-class WatchedViews {
+class WatchedWidgets {
 public:
     /// `filter` gets the events; it has to outlive this.
-    explicit WatchedViews(QObject* filter) : filter_(filter) {}
-    ~WatchedViews() { clear(); }
-    WatchedViews(const WatchedViews&) = delete;
-    WatchedViews& operator=(const WatchedViews&) = delete;
+    explicit WatchedWidgets(QObject* filter) : filter_(filter) {}
+    ~WatchedWidgets() { clear(); }
+    WatchedWidgets(const WatchedWidgets&) = delete;
+    WatchedWidgets& operator=(const WatchedWidgets&) = delete;
 
-    void addActiveView();
+    void add(QWidget* widget); ///< nothing when null or there already
     void clear();
     bool contains(const QObject* widget) const;
     const QList<QPointer<QWidget>>& widgets() const { return widgets_; }

@@ -1,4 +1,4 @@
-#include "tools/interaction/WatchedViews.h"
+#include "tools/interaction/WatchedWidgets.h"
 
 #include <algorithm>
 #include <maya/M3dView.h>
@@ -11,8 +11,7 @@ QWidget* activeViewWidget() {
     return status == MS::kSuccess ? view.widget() : nullptr;
 }
 
-void WatchedViews::addActiveView() {
-    QWidget* widget = activeViewWidget();
+void WatchedWidgets::add(QWidget* widget) {
     widgets_.removeAll(QPointer<QWidget>());
     if (!widget || contains(widget))
         return;
@@ -20,7 +19,7 @@ void WatchedViews::addActiveView() {
     widgets_.append(widget);
 }
 
-void WatchedViews::clear() {
+void WatchedWidgets::clear() {
     for (const QPointer<QWidget>& widget : widgets_) {
         if (widget)
             widget->removeEventFilter(filter_);
@@ -28,7 +27,7 @@ void WatchedViews::clear() {
     widgets_.clear();
 }
 
-bool WatchedViews::contains(const QObject* widget) const {
+bool WatchedWidgets::contains(const QObject* widget) const {
     return std::any_of(widgets_.begin(), widgets_.end(),
                        [widget](const QPointer<QWidget>& one) { return one.data() == widget; });
 }

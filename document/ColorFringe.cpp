@@ -1,20 +1,12 @@
 #include "document/ColorFringe.h"
 
+#include "document/VectorTargets.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
-
-// One body, compiled for the compiler's own target and for AVX2 where the compiler can.
-#if defined(__GNUC__) || defined(__clang__)
-#define VELLUM_INLINE [[gnu::always_inline]] inline
-#if defined(__x86_64__) || defined(__i386__)
-#define VELLUM_AVX2 [[gnu::target("avx2")]]
-#endif
-#else
-#define VELLUM_INLINE inline
-#endif
 
 namespace vellum {
 

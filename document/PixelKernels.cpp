@@ -1,19 +1,12 @@
 #include "document/PixelKernels.h"
 
+#include "document/VectorTargets.h"
+
 #include <cstring>
 
 // One body of each function, compiled once for the compiler's own target and once for AVX2 where
 // the compiler can. Loops have a fixed length and neither branches nor calls, so that they
 // vectorise. Neither target has fused multiply-add, which would round otherwise.
-#if defined(__GNUC__) || defined(__clang__)
-#define VELLUM_INLINE [[gnu::always_inline]] inline
-#if defined(__x86_64__) || defined(__i386__)
-#define VELLUM_AVX2 [[gnu::target("avx2")]]
-#endif
-#else
-#define VELLUM_INLINE inline
-#endif
-
 namespace vellum::pixel {
 
 namespace {

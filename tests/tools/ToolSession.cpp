@@ -36,6 +36,7 @@ void ToolSession::SetUp() {
 }
 
 void ToolSession::TearDown() {
+    run(QStringLiteral("if (`window -exists floating`) deleteUI floating"));
     EXPECT_EQ(host::pluginServices().deregisterContextCommand(kDrawContextCommand, {}),
               MS::kSuccess);
     EXPECT_TRUE(host::script::unregisterPluginCommand(kStrokeCommand));
@@ -60,6 +61,17 @@ int ToolSession::alphaAt(QPoint imagePixel) {
 
 host::ViewWidget& ToolSession::view() {
     return window->mainPanel().viewWidget();
+}
+
+host::ModelPanel& ToolSession::floating() {
+    EXPECT_TRUE(
+        run(QStringLiteral("window -widthHeight 400 300 floating; paneLayout -parent floating pane;"
+                           "modelPanel -parent pane -camera top second; showWindow floating")));
+    host::ModelPanel* panel = host::ModelPanel::find(QStringLiteral("second"));
+    panel->window()->move(900, 50);
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(panel->window()));
+    support::settle();
+    return *panel;
 }
 
 void ToolSession::activateDrawTool() {

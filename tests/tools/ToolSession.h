@@ -15,6 +15,7 @@
 #include <memory>
 
 namespace host {
+class ModelPanel;
 class ViewWidget;
 } // namespace host
 
@@ -40,6 +41,8 @@ protected:
 
     void activateDrawTool();
     host::ViewWidget& view();
+    /// A view of the camera "top" in a window of its own, beside the main one; closed at the end.
+    host::ModelPanel& floating();
     /// Image pixel under a device pixel of the view (from its top left), as the tool maps it.
     QPoint imagePixel(QPoint viewPixel);
     void moveTo(QPoint viewPixel); ///< device pixels from the view's top left

@@ -27,22 +27,6 @@ protected:
         window->move(0, 0);
         activateDrawTool();
     }
-    void TearDown() override {
-        run(QStringLiteral("if (`window -exists floating`) deleteUI floating"));
-        ToolSession::TearDown();
-    }
-
-    // A view in a window of its own, beside the main one.
-    host::ModelPanel& floating() {
-        EXPECT_TRUE(run(
-            QStringLiteral("window -widthHeight 400 300 floating; paneLayout -parent floating pane;"
-                           "modelPanel -parent pane -camera top second; showWindow floating")));
-        host::ModelPanel* panel = host::ModelPanel::find(QStringLiteral("second"));
-        panel->window()->move(900, 50);
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(panel->window()));
-        support::settle();
-        return *panel;
-    }
     int inkAt(QPoint place) { return alphaAt(imagePixel(place)); }
     int lastX() { return document()->currentStroke()->points.back().x; }
     void nothingIsStuck() {

@@ -27,22 +27,6 @@ protected:
         window->move(0, 0);
         activateDrawTool();
     }
-    void TearDown() override {
-        run(QStringLiteral("if (`window -exists floating`) deleteUI floating"));
-        ToolSession::TearDown();
-    }
-
-    // A view in a window of its own, beside the main one.
-    host::ModelPanel& floating() {
-        EXPECT_TRUE(run(
-            QStringLiteral("window -widthHeight 400 300 floating; paneLayout -parent floating pane;"
-                           "modelPanel -parent pane -camera top second; showWindow floating")));
-        host::ModelPanel* panel = host::ModelPanel::find(QStringLiteral("second"));
-        panel->window()->move(900, 50);
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(panel->window()));
-        support::settle();
-        return *panel;
-    }
     // A press in the middle of the other view and a short way.
     void drawIn(host::ModelPanel& panel) {
         other.moveTo(panel.viewWidget(), {100, 100});

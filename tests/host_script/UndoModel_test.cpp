@@ -119,6 +119,17 @@ TEST_F(UndoModel, RandomWorkMatchesSnapshots) {
     }
 }
 
+TEST_F(UndoModel, AStepIsNamedByWhatTheStatementCalls) {
+    EXPECT_EQ(output("global proc int many() { push 1; push 2; return 1; }"), "");
+    for (const char* statement :
+         {"many;", "int $made = `many`;", "$made = 3 * `many`;", "if ($made) many;",
+          "for ($one in {1, 2}) many;", "while ($made) { many; $made = 0; }"}) {
+        EXPECT_EQ(output(statement), "");
+        EXPECT_EQ(resultOf("undoInfo -q -undoName"), "string: many") << statement;
+    }
+    EXPECT_EQ(output("flushUndo;"), "");
+}
+
 TEST_F(UndoModel, AFiniteQueueForgetsTheOldest) {
     EXPECT_EQ(output("undoInfo -length 3;"), "");
     EXPECT_EQ(resultOf("undoInfo -q -length"), "int: 3");

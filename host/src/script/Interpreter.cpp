@@ -26,6 +26,18 @@ std::string withoutDollar(const std::string& name) {
     return !name.empty() && name[0] == '$' ? name.substr(1) : name;
 }
 
+// The first command or procedure that a statement calls, which the user knows it by.
+const Node* firstCall(const Node& node) {
+    if (node.kind == NodeKind::Call)
+        return &node;
+    for (const NodePtr& child : node.children) {
+        const Node* call = child ? firstCall(*child) : nullptr;
+        if (call)
+            return call;
+    }
+    return nullptr;
+}
+
 // What one statement of the top level does is one step for the user to undo.
 class StatementChunk {
 public:
@@ -33,10 +45,8 @@ public:
         : state_(state), opened_(state.executions == 1) {
         if (!opened_)
             return;
-        const Node* node = &statement;
-        while (node->name.empty() && !node->children.empty() && node->children[0])
-            node = node->children[0].get();
-        undoQueue().openChunk(node->name);
+        const Node* call = firstCall(statement);
+        undoQueue().openChunk(call ? call->name : "");
         state_.chunkOpen = true;
     }
     ~StatementChunk() {

@@ -37,12 +37,15 @@ KeySym keySym(int qtKey) {
         {Qt::Key_Control, XK_Control_L},
         {Qt::Key_Alt, XK_Alt_L},
         {Qt::Key_Meta, XK_Super_L},
+        {Qt::Key_AltGr, XK_ISO_Level3_Shift},
     };
     const auto found = special.find(qtKey);
     if (found != special.end())
         return found->second;
     if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F12)
         return XK_F1 + KeySym(qtKey - Qt::Key_F1);
+    if (qtKey >= Qt::Key_Dead_Grave && qtKey <= Qt::Key_Dead_Cedilla) // in X's order
+        return XK_dead_grave + KeySym(qtKey - Qt::Key_Dead_Grave);
     if (qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z)
         return XK_a + KeySym(qtKey - Qt::Key_A);
     // Both number printable characters as Latin-1 does.

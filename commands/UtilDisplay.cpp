@@ -7,6 +7,7 @@
 #include "plugin/leaves/Settings.h"
 #include "plugin/middle/ActiveNode.h"
 #include "plugin/middle/Panels.h"
+#include "plugin/middle/PluginState.h"
 #include "plugin/middle/Timeline.h"
 
 #include <QLatin1String>
@@ -47,6 +48,8 @@ MStatus ghostsChanged() {
 /// Undoable though this command is not: layers that were moved could never be brought back, and
 /// nothing done to them before could be undone.
 MStatus openFloatingView(const QString& sourceCamera) {
+    if (!pluginState().interactive) // before a camera is made for a view that cannot be had
+        return MS::kFailure;
     return script::execute(command::createFloatingView(sourceCamera), false, true) ? MS::kSuccess
                                                                                    : MS::kFailure;
 }

@@ -23,9 +23,9 @@ QString menuScript() {
     QFile file(QStringLiteral(":/scripts/Vellum.mel"));
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    // The menu's name is the user's and stands between quotes in the script. It goes in last, so
-    // that a name that looks like a placeholder stays a name.
+    // In this order. The menu's name is the user's and stands between quotes in the script.
     const std::vector<std::pair<const char*, QString>> replacements{
+        {"{MAIN_MENU_NAME}", command::escape(settings().mainMenuName)},
         {"{NODE_CMD}", QString::fromLatin1(kNodeCommand)},
         {"{LAYER_CMD}", QString::fromLatin1(kLayerCommand)},
         {"{FRAME_CMD}", QString::fromLatin1(kFrameCommand)},
@@ -40,7 +40,6 @@ QString menuScript() {
         {"{FUNC_DELETE_ACTIVE_CAMERA_LAYERS}", QStringLiteral("rvVlDeleteActiveCameraLayers")},
         {"{FUNC_DELETE_ALL_NODES}", QStringLiteral("rvVlDeleteAllNodes")},
         {"{NODE_TYPE_NAME}", QString::fromLatin1(kNodeTypeName)},
-        {"{MAIN_MENU_NAME}", command::escape(settings().mainMenuName)},
     };
     QString text = decoded(file.readAll());
     for (const auto& [placeholder, value] : replacements)

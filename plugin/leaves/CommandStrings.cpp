@@ -300,6 +300,10 @@ QString setToolTo(const QString& context) {
     return QStringLiteral("setToolTo ") + quote(context);
 }
 
+QString focusPanelUnderPointer() {
+    return QStringLiteral("setFocus `getPanel -underPointer`");
+}
+
 QString timeSliderName() {
     return QStringLiteral("$tempVar = $gPlayBackSlider");
 }

@@ -70,6 +70,7 @@ QString commandExists(const QString& name);
 QString preferencesDirectory();
 QString contextExists(const QString& name);
 QString setToolTo(const QString& context);
+QString focusPanelUnderPointer(); ///< fails where there is none
 QString timeSliderName();
 QString timeRangeArray();
 QString timeRangeVisible();

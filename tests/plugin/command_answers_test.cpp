@@ -467,6 +467,11 @@ TEST_F(CommandAnswers, ResetForgetsWherePanelsWere) {
     pluginState().interactive = false;
     fails(line("rvVellumUtil -rui"), QString());
     EXPECT_EQ(call(line("rvVellumUtil -fvm \"\"")).status, MS::kSuccess);
+    // No camera is made for a view that there cannot be.
+    for (const char* flag : {"-fv", "-fvm shotCam", "-fvm nobody"}) {
+        fails(line("rvVellumUtil ") + line(flag), QString());
+        EXPECT_EQ(call(line("rvVellumUtil ") + line(flag)).log, QString());
+    }
     connectPanels(nullptr);
 }
 

@@ -193,7 +193,8 @@ TEST_F(CommandsPage, ExamplesAnswerAsWritten) {
     // frames at the end of time, changes behind the undo queue, a host without a view.
     const QRegularExpression rare(QStringLiteral(
         "Failed to create|have changed since|Failed to undo|Layer does not exist for camera: |"
-        "bounds|too long|Cannot paste frames at|more than|There are no frames|Camera not spec"));
+        "bounds|Time range is|Cannot paste frames at|more than|There are no frames|Camera not "
+        "specified"));
     for (const auto& [title, section] : page.sections) {
         for (const QString& message : section.messages) {
             const QRegularExpression form(

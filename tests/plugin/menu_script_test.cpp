@@ -2,6 +2,7 @@
 #include "support/Session.h"
 
 #include "foundation/Idle.h"
+#include "scene/UndoQueue.h"
 #include "ui/MainWindow.h"
 
 #include <QMenuBar>
@@ -92,6 +93,22 @@ TEST_F(MenuScript, FloatingViewComesBackAfterItsPartsWereDeleted) {
     EXPECT_EQ(camera(), QStringLiteral("vellumCam"));
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
     ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow vlOther")));
+}
+
+TEST_F(MenuScript, FloatingViewThatIsShownStaysAsItIs) {
+    const auto steps = [] { return host::undoQueue().undoCount(); };
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fvm persp"))) << "without a drawing: just a view";
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    EXPECT_EQ(number(QStringLiteral("window -q -visible rvVlFloatingWindow")), 1);
+    ASSERT_TRUE(run(QStringLiteral("move -absolute 1 2 3 vellumCam; file -modified false")));
+    const std::size_t before = steps();
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fv")));
+    EXPECT_EQ(steps(), before);
+    EXPECT_EQ(number(QStringLiteral("int(`getAttr vellumCam.translateY`)")), 2);
+    EXPECT_EQ(number(QStringLiteral("file -q -modified")), 0);
+    ASSERT_TRUE(run(QStringLiteral("delete vellumCam; rvVellumUtil -fv")));
+    EXPECT_EQ(number(QStringLiteral("int(`getAttr vellumCam.translateY`)")), 1000);
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow")));
 }
 
 } // namespace

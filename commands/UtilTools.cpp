@@ -29,8 +29,10 @@ MStatus provide(QString& contextName, const char* creationCommand) {
     return MS::kSuccess;
 }
 
+/// Undoable for the sake of the tool that is left: what it still commits is a step.
 MStatus take(const QString& contextName) {
-    return script::execute(command::setToolTo(contextName)) ? MS::kSuccess : MS::kFailure;
+    return script::execute(command::setToolTo(contextName), false, true) ? MS::kSuccess
+                                                                         : MS::kFailure;
 }
 
 /// Tool meant by a "...Tool" or "...Options" flag.

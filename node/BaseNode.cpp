@@ -2,6 +2,7 @@
 
 #include "document/BaseNodeLayerData.h"
 #include "document/DocumentObserver.h"
+#include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "node/CameraFit.h"
 #include "node/LegacyDraw.h"
@@ -180,7 +181,8 @@ void BaseNode::forceRedraw() {
         return;
     // Setting a plug makes Maya ask to save, even to the value it had: looking must not.
     const bool wasModified = script::executeInt(command::isSceneModified()).value_or(1) != 0;
-    visibility.setBool(visibility.asBool());
+    if (visibility.setBool(visibility.asBool()) != MS::kSuccess)
+        M3dView::scheduleRefreshAllViews(); // it is locked or driven
     if (!wasModified)
         script::execute(command::markSceneModified(false));
 }
@@ -205,10 +207,12 @@ void BaseNode::draw(M3dView& view, const MDagPath&, M3dView::DisplayStyle, M3dVi
     const QImage* image = frameImageForCamera(cameraNameOfPath(camera));
     if (!image || !fitForView(view, fit_))
         return;
-    const auto& outline = transformDisplay_;
+    LegacyDraw::Outline outline;
     const bool outlined =
-        outline && outline->isFor(cameraNameOfPath(camera), fit_.portWidth, fit_.portHeight);
-    legacy_.draw(view, fit_, *image, opacity(), outlined ? &outline->corners : nullptr);
+        transformDisplay_ && transformDisplay_->isShown(cameraNameOfPath(camera), currentIntTime());
+    if (outlined)
+        outline = transformDisplay_->cornersIn(fit_);
+    legacy_.draw(view, fit_, *image, opacity(), outlined ? &outline : nullptr);
 }
 
 } // namespace vellum

@@ -1,5 +1,6 @@
 #include "node/BaseNodeDrawOverride.h"
 
+#include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/CameraFit.h"
@@ -7,6 +8,7 @@
 #include "node/NodeSearch.h"
 
 #include <QRect>
+#include <algorithm>
 #include <maya/MColor.h>
 #include <maya/MDagPath.h>
 #include <maya/MFrameContext.h>
@@ -110,9 +112,12 @@ MUserData* BaseNodeDrawOverride::prepareForDraw(const MDagPath& objPath, const M
     data->centre = MPoint(fit.originX, fit.originY);
     data->halfSize = fit.halfSize;
     const auto& outline = node->transformDisplay();
-    data->showOutline = outline && outline->isFor(data->camera, width, height);
-    for (std::size_t i = 0; data->showOutline && i < data->outline.size(); ++i)
-        data->outline[i] = MPoint(outline->corners[i].x(), outline->corners[i].y());
+    data->showOutline = outline && outline->isShown(data->camera, currentIntTime());
+    if (data->showOutline) {
+        const auto corners = outline->cornersIn(fit);
+        std::transform(corners.begin(), corners.end(), data->outline.begin(),
+                       [](const QPoint& corner) { return MPoint(corner.x(), corner.y()); });
+    }
     return data;
 }
 

@@ -77,4 +77,9 @@ QuadCorner lowerLeftCorner(const GateFit& fit) {
                 static_cast<float>(fit.panOffsetY)};
 }
 
+ViewMapping viewMappingOf(const GateFit& fit) {
+    return {fit.portWidth, fit.portHeight, fit.panOffsetX, fit.panOffsetY,
+            static_cast<double>(fit.quadSize)};
+}
+
 } // namespace vellum

@@ -4,6 +4,8 @@
 // Space: view pixels (device pixels), origin at the bottom left.
 #pragma once
 
+#include "tools/raster/ViewToImage.h"
+
 namespace vellum {
 
 /// Numbers of MFnCamera::FilmFit.
@@ -47,5 +49,8 @@ struct QuadCorner {
     float y = 0.0F;
 };
 QuadCorner lowerLeftCorner(const GateFit& fit);
+
+/// The same place as the tools map to the pixels of the drawing.
+ViewMapping viewMappingOf(const GateFit& fit);
 
 } // namespace vellum

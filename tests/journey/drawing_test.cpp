@@ -79,6 +79,23 @@ TEST_F(Drawing, EveryFrameKeepsItsOwn) {
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
 
+TEST_F(Drawing, ChangesShowWhereTheVisibilityIsLocked) {
+    look({1});
+    take("brush");
+    stroke(kUpper);
+    const QImage drawn = picture();
+    ASSERT_TRUE(run(QStringLiteral("setAttr -lock true vellum.visibility")));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -editVis off 0 shotCam")));
+    EXPECT_TRUE(shows(blank(1)));
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_TRUE(shows(drawn));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumFrame -clear")));
+    EXPECT_TRUE(shows(blank(1)));
+    stroke(kUpper);
+    EXPECT_TRUE(shows(drawn));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
 TEST_F(Drawing, CamerasHaveTheirOwnAndKeepItAcrossRenaming) {
     look({1});
     lookThrough("persp");

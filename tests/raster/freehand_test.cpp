@@ -217,8 +217,12 @@ TEST(Freehand, ThinLineByHand) {
     // From (2, 2) to (6, 3): quarter steps down; half weight at the ends, the first pixel whole.
     QImage image = canvas(12);
     drawFreehandSegments(image, {point(2, 2, 1), point(6, 3, 1)}, 0, tool::kBrush);
-    EXPECT_EQ(map(image, QRect(1, 1, 7, 4)), (Rows{" . . . . . . .", " . ff bf 7f 3f . .",
-                                                   " . . 3f 7f bf 7f .", " . . . . . . ."}));
+    const Rows expected = {" . . . . . . .", " . ff bf 7f 3f . .", " . . 3f 7f bf 7f .",
+                           " . . . . . . ."};
+    EXPECT_EQ(map(image, QRect(1, 1, 7, 4)), expected);
+    QImage growing = canvas(12); // a segment has the width of where it begins
+    drawFreehandSegments(growing, {point(2, 2, 1), point(6, 3, 9)}, 0, tool::kBrush);
+    EXPECT_EQ(map(growing, QRect(1, 1, 7, 4)), expected);
 }
 
 TEST(Freehand, SingleColumnMarginOfWidthOne) {

@@ -5,6 +5,7 @@
 #include "tools/raster/StrokeImage.h"
 
 #include <QBuffer>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPainter>
 #include <cmath>
@@ -113,6 +114,23 @@ TEST(Shapes, LinesAndArrowsEndRound) {
     }
 }
 
+// The head of a long shaft: 40 at 36 degrees, so 32 back along the shaft and 24 to either side.
+TEST(Shapes, AnArrowIsAShaftAndTwoStrokesFromItsTip) {
+    for (const bool forward : {true, false}) {
+        const int way = forward ? 1 : -1;
+        const QPoint tip(500, 500), tail(500 - way * 300, 500);
+        QImage image = blankCanvas();
+        const QRect painted = drawShape(image, shape(tool::kArrow, tail, tip), true);
+        for (const int side : {-1, 1}) {
+            EXPECT_GT(alpha(image, 500 - way * 31, 500 + side * 23), 200) << "its end";
+            EXPECT_GT(alpha(image, 500 - way * 16, 500 + side * 12), 200) << "its middle";
+            EXPECT_EQ(alpha(image, 500 - way * 150, 500 + side * 10), 0) << "none from the tail";
+            EXPECT_EQ(alpha(image, 500 - way * 31, 500 + side * 12), 0) << "open";
+        }
+        EXPECT_TRUE(painted.contains(inked(image)));
+    }
+}
+
 TEST(Shapes, TooFewPointsOnlyClear) {
     QImage image = blankCanvas();
     image.fill(Qt::red);
@@ -140,6 +158,59 @@ TEST(Shapes, TextFrameStandsUnevenlyAroundTheText) {
     // Two pixels wide, centred on the outline.
     const QRect frame(box.x() - 4, box.y() - 2, box.width() + 8, box.height() + 6);
     EXPECT_EQ(inked(framed), frame.adjusted(-1, -1, 1, 1));
+}
+
+// The frame of a single blank: as wide as a blank advances and 8 more, as high as a line and 6
+// more, its pen standing out by one on every side.
+TEST(Shapes, AnEmptyTextIsFramedAsABlank) {
+    QImage image = blankCanvas();
+    drawShape(image, text(QString()), true);
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPointSize(30);
+    const QFontMetrics metrics(font, &image);
+    const QRect frame = inked(image);
+    EXPECT_EQ(frame.topLeft(), QPoint(100 - 4 - 1, 200 - 2 - 1));
+    EXPECT_NEAR(frame.width(), metrics.horizontalAdvance(QLatin1Char(' ')) + 8 + 2, 1);
+    EXPECT_NEAR(frame.height(), metrics.height() + 6 + 2, 1);
+}
+
+// A text's place is as large as the picture wherever it begins, and cut off where it ends.
+TEST(Shapes, TextEndsAPictureAwayFromItsPoint) {
+    const QString row(300, QLatin1Char('_'));
+    const QString column = QStringLiteral("\u2588\n").repeated(60);
+    for (const int begin : {-900, -300, 0, 700}) {
+        const int end = std::min(begin + kCanvasSize, kCanvasSize) - 1;
+        QImage image = blankCanvas();
+        Stroke across = text(row);
+        across.points[0].x = begin;
+        drawShape(image, across, false);
+        EXPECT_EQ(inked(image).right(), end) << begin;
+        EXPECT_LT(inked(image).height(), 10) << "a line is never broken";
+        across.text.replace(QLatin1String("__"), QLatin1String("_ "));
+        drawShape(image, across, false);
+        EXPECT_LT(inked(image).height(), 10) << "not even at blanks";
+        Stroke down = text(column);
+        down.points[0].y = begin;
+        drawShape(image, down, false);
+        EXPECT_EQ(inked(image).bottom(), end) << begin;
+    }
+}
+
+TEST(Shapes, TabsAreBlanksAndLinesStayLines) {
+    const auto drawn = [](const QString& string) {
+        QImage image = blankCanvas();
+        drawShape(image, text(string), false);
+        return image;
+    };
+    EXPECT_EQ(drawn(QStringLiteral("a\tb")), drawn(QStringLiteral("a b")));
+    EXPECT_NE(drawn(QStringLiteral("a\tb")), drawn(QStringLiteral("ab")));
+    EXPECT_GT(inked(drawn(QStringLiteral("&H"))).width(),
+              inked(drawn(QStringLiteral("H"))).width() + 10)
+        << "an ampersand is a sign like any other";
+    const QRect one = inked(drawn(QStringLiteral("H")));
+    const QRect two = inked(drawn(QStringLiteral("H\nH")));
+    EXPECT_EQ(two.width(), one.width());
+    EXPECT_GT(two.height(), 2 * one.height());
 }
 
 TEST(Shapes, EmptyTextShowsOnlyItsFrameAndFamiliesDiffer) {
@@ -205,7 +276,15 @@ TEST(StrokeImage, IsPreparedByTool) {
     stroke.tool = tool::kTransform;
     prepareStrokeImage(image, stroke, frame);
     EXPECT_EQ(image, blankCanvas());
+    EXPECT_TRUE(strokeReplacesFrame(stroke));
     EXPECT_EQ(frame.pixelColor(5, 5), QColor(1, 2, 3, 200));
+    stroke.tool = tool::kEraser; // over a frame without a picture
+    prepareStrokeImage(image, stroke, {});
+    EXPECT_EQ(image, blankCanvas());
+    for (const int number : {tool::kPencil, tool::kBrush, tool::kText, tool::kRectangle}) {
+        stroke.tool = number;
+        EXPECT_FALSE(strokeReplacesFrame(stroke)) << number;
+    }
 }
 
 TEST(StrokeImage, UpdatesOnlyWhatIsNew) {
@@ -221,6 +300,14 @@ TEST(StrokeImage, UpdatesOnlyWhatIsNew) {
     stroke.points.push_back({8, 1.0F, 1.0F, 605, 600});
     stroke.lastDrawnIndex = 2;
     EXPECT_FALSE(updateStrokeImage(image, stroke).intersects(QRect(90, 90, 60, 60)));
+
+    stroke.points.clear();
+    EXPECT_EQ(updateStrokeImage(image, stroke), QRect());
+    EXPECT_EQ(stroke.lastDrawnIndex, 0);
+    Stroke written = text(QString());
+    prepareStrokeImage(image, written, {});
+    EXPECT_FALSE(updateStrokeImage(image, written).isEmpty());
+    EXPECT_FALSE(inked(image).isEmpty()) << "what is being typed shows its frame";
 }
 
 TEST(Png, RoundTripIsLosslessAlsoUnderAlphaZero) {

@@ -69,6 +69,45 @@ TEST_F(Mishaps, OtherButtonsInTheMiddleOfAStroke) {
     }
 }
 
+// Alt is for moving the camera: it may come too late, and go too early.
+TEST_F(Mishaps, NavigationBegunOrEndedInTheMiddleOfAStroke) {
+    const auto place = [this] {
+        return number(QStringLiteral("int(1000 * `getAttr persp.translateX`)"));
+    };
+    const int first = place();
+    drawTo({100, 100}, {200, 100});
+    key(Qt::Key_Alt, true);
+    const int before = lastX();
+    moveTo({260, 100});
+    EXPECT_TRUE(waitFor([&] { return lastX() > before; })) << "the stroke goes on";
+    press(Qt::MiddleButton);
+    moveTo({300, 130});
+    release(Qt::MiddleButton);
+    moveTo({340, 100});
+    release();
+    key(Qt::Key_Alt, false);
+    nothingIsStuck();
+    EXPECT_EQ(place(), first);
+    EXPECT_EQ(inkAt({150, 100}), 255);
+    drawsOn(160);
+
+    const QImage drawn = picture();
+    moveTo({300, 200});
+    key(Qt::Key_Alt, true);
+    press();
+    moveTo({330, 220});
+    key(Qt::Key_Alt, false); // before the button
+    press(Qt::RightButton);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    moveTo({350, 200});
+    release(Qt::RightButton);
+    release();
+    nothingIsStuck();
+    EXPECT_NE(place(), first);
+    EXPECT_EQ(picture(), drawn);
+    drawsOn(220);
+}
+
 TEST_F(Mishaps, ReleasesThatNeverCome) {
     // A dialog that lets no other window have events.
     drawTo({100, 100}, {200, 100});
@@ -163,8 +202,7 @@ TEST_F(Mishaps, TabWhileTypingStaysInTheText) {
     release();
     type({Qt::Key_A, Qt::Key_Tab, Qt::Key_B});
     ASSERT_NE(document()->currentStroke(), nullptr);
-    EXPECT_TRUE(document()->currentStroke()->text.endsWith(QLatin1Char('b')))
-        << document()->currentStroke()->text.toStdString();
+    EXPECT_EQ(document()->currentStroke()->text, QStringLiteral("a\tb"));
     type({Qt::Key_Escape});
     nothingIsStuck();
 }

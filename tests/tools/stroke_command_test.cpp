@@ -87,6 +87,26 @@ TEST_F(StrokeStep, AddedFrameGoesAtItsOwnTime) {
     EXPECT_EQ(alphaAt({500, 100}), 255);
 }
 
+TEST_F(StrokeStep, RedoThatFindsNoFrameLeavesNothingInItsOwnWay) {
+    for (const bool firstLayer : {true, false}) {
+        SCOPED_TRACE(firstLayer);
+        at(7);
+        draw(100);
+        const QImage drawn = picture();
+        const int layers = document()->cameraLayerCount(camera) - (firstLayer ? 1 : 0);
+        ASSERT_TRUE(run(QStringLiteral("undo")));
+        at(3); // before the frame: nothing is shown to exchange a picture with
+        EXPECT_FALSE(run(QStringLiteral("redo")));
+        EXPECT_EQ(document()->cameraLayerCount(camera), layers);
+        EXPECT_FALSE(document()->hasFrameAt(camera, 7));
+        at(7);
+        ASSERT_TRUE(run(QStringLiteral("redo")));
+        EXPECT_EQ(frames(), QList<int>{7});
+        EXPECT_EQ(picture(), drawn);
+        document()->activeLayer(camera)->clearFrames();
+    }
+}
+
 TEST_F(StrokeStep, StaticLayersGetTheirFrameBackWhereItWas) {
     settings().defaultLayerState = layer_state::kStatic;
     at(30);

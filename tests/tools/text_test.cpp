@@ -8,6 +8,8 @@
 
 #include <QApplication>
 #include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QProcess>
 #include <functional>
 
 namespace vellum::test {
@@ -106,6 +108,27 @@ TEST_F(Text, KeysAreTyped) {
     EXPECT_EQ(settings().textSize, before + 2);
 }
 
+// What a keyboard of another script sends: one key, its text.
+TEST_F(Text, EveryCharacterThatAKeyWritesIsTyped) {
+    begin();
+    const auto send = [this](int code, const QString& written) {
+        QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier, written);
+        QApplication::sendEvent(QApplication::focusWidget(), &event);
+    };
+    const QString joiner(QChar(0x200c)), mark(QChar(0x0301)), ownSign(QChar(0xf8ff));
+    const QString brush = QString::fromUcs4(U"\U0001F58C", 1);
+    const QString meem(QChar(0x0645));
+    for (const QString& each : {meem, joiner, meem, mark, ownSign, brush})
+        send(0, each);
+    EXPECT_EQ(typed(), meem + joiner + meem + mark + ownSign + brush);
+    send(Qt::Key_Delete, QString(QChar(0x7f)));
+    send(Qt::Key_A, QString(QChar(1)));
+    send(Qt::Key_Pause, QString());
+    EXPECT_EQ(typed(), meem + joiner + meem + mark + ownSign + brush) << "these write nothing";
+    type({Qt::Key_Escape});
+    EXPECT_GT(inkIn(picture()), 50);
+}
+
 TEST_F(Text, DeadKeysAndInputMethods) {
     EXPECT_FALSE(view().testAttribute(Qt::WA_InputMethodEnabled));
     begin();
@@ -129,6 +152,45 @@ TEST_F(Text, DeadKeysAndInputMethods) {
     compose(QStringLiteral("aé"));
     type({Qt::Key_Escape});
     EXPECT_EQ(picture(), withoutTheUnsettled);
+}
+
+// The same with the window system's own keyboard.
+TEST_F(Text, ComposesWithARealKeyboardOfAnotherLayout) {
+    const auto layout = [](const QString& variant) {
+        return QProcess::execute(QStringLiteral("setxkbmap"),
+                                 {QStringLiteral("-layout"), QStringLiteral("us"),
+                                  QStringLiteral("-variant"), variant}) == 0;
+    };
+    if (!support::Hand().isReal() || !layout(QStringLiteral("intl")))
+        GTEST_SKIP() << "no X keyboard to be changed";
+    begin();
+    const auto keyboard = host::InputInjector::create();
+    const auto strike = [&](Qt::Key each) {
+        EXPECT_TRUE(keyboard->key(each, true));
+        EXPECT_TRUE(keyboard->key(each, false));
+    };
+    // Nobody sees the dead key: the next one comes as what both of them write.
+    const auto gives = [this](const QString& text) {
+        return waitFor([&] { return typed() == text; });
+    };
+    strike(Qt::Key_B);
+    EXPECT_TRUE(gives(QStringLiteral("b")));
+    strike(Qt::Key_Dead_Acute);
+    strike(Qt::Key_E);
+    EXPECT_TRUE(gives(QStringLiteral("bé")));
+    strike(Qt::Key_Dead_Grave);
+    strike(Qt::Key_A);
+    EXPECT_TRUE(gives(QStringLiteral("béà")));
+    keyboard->key(Qt::Key_AltGr, true);
+    strike(Qt::Key_S);
+    keyboard->key(Qt::Key_AltGr, false);
+    EXPECT_TRUE(gives(QStringLiteral("béàß"))) << typed().toStdString();
+    strike(Qt::Key_Dead_Acute);
+    strike(Qt::Key_Escape); // ends what is being composed
+    strike(Qt::Key_Escape);
+    EXPECT_TRUE(waitFor([this] { return document()->currentStroke() == nullptr; }));
+    EXPECT_TRUE(layout(QString()));
+    support::settle();
 }
 
 TEST_F(Text, IsCommittedByWhateverEndsIt) {

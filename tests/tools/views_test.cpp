@@ -12,6 +12,7 @@
 #include "ui/TimeSlider.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QMenu>
 #include <QTest>
 
@@ -124,13 +125,43 @@ TEST_F(Views, TheStrokeGoesOnOutsideTheViewAndTheWindow) {
     drawTo({100, 100}, {60, 100});
     moveTo({-20, 100});
     const std::size_t before = sampled();
-    moveTo({view().width() + 300, 260}); // beyond the window
+    moveTo({view().portSize().width() + 300, 260}); // beyond the window
     ASSERT_TRUE(waitFor([&] { return sampled() > before; }));
-    EXPECT_GT(document()->currentStroke()->points.back().x, kCanvasSize / 2);
+    EXPECT_GT(document()->currentStroke()->points.back().x, kCanvasSize / 3);
     moveTo({300, 140});
     release();
     EXPECT_EQ(alphaAt(imagePixel({90, 100})), 255);
     EXPECT_EQ(document()->currentStroke(), nullptr);
+}
+
+// The pointer stays on the screen where it is while the view slides and grows beneath it.
+TEST_F(Views, AViewMovedOrResizedUnderThePointer) {
+    settings().activeTool = tool::kLine; // its second point is where the pointer is
+    const auto end = [this] {
+        const StrokePoint& last = document()->currentStroke()->points.back();
+        return QPoint(last.x, last.y);
+    };
+    QWidget strip(window.get());
+    auto* column = qobject_cast<QBoxLayout*>(view().parentWidget()->layout());
+    ASSERT_NE(column, nullptr);
+    drawTo({100, 100}, {200, 110});
+    EXPECT_EQ(end(), imagePixel({200, 110}));
+    const QSize size = view().size();
+
+    strip.setFixedHeight(60);
+    column->insertWidget(0, &strip);
+    strip.show();
+    ASSERT_TRUE(waitFor([&] { return view().height() == size.height() - 60; }));
+    moveTo({230, 80});
+    EXPECT_TRUE(waitFor([&] { return end() == imagePixel({230, 80}); })) << "moved down";
+
+    window->resize(window->width() - 80, window->height() - 90);
+    ASSERT_TRUE(waitFor([&] { return view().height() == size.height() - 150; }));
+    EXPECT_TRUE(waitFor([&] { return end() == imagePixel({230, 80}); })) << "smaller";
+    moveTo({240, 90});
+    EXPECT_TRUE(waitFor([&] { return end() == imagePixel({240, 90}); }));
+    release();
+    EXPECT_EQ(alphaAt(imagePixel({239, 89})), 255);
 }
 
 TEST_F(Views, TwoQuickPressesAreTwoStrokes) {

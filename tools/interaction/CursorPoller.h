@@ -16,8 +16,8 @@ struct PointerSample {
     int viewHeight = 0;
 };
 
-/// Made on the main thread for one view widget, then used from one thread at a time. Everything
-/// about the widget is looked up when it is made: polling touches no Qt object.
+/// Made on the main thread for one view widget, then used from one thread at a time. Polling asks
+/// no widget: where the view lies is kept up to date by the main thread.
 class CursorPoller {
 public:
     virtual ~CursorPoller() = default;
@@ -28,8 +28,7 @@ public:
     /// `portWidth` and `portHeight` are the view's size in its own pixels; compared with the
     /// widget's they tell the scale. On X11 positions are exact device pixels at any scale; where
     /// the platform only knows logical pixels they are scaled.
-    static std::unique_ptr<CursorPoller> forView(const QWidget& view, int portWidth,
-                                                 int portHeight);
+    static std::unique_ptr<CursorPoller> forView(QWidget& view, int portWidth, int portHeight);
 };
 
 } // namespace vellum

@@ -51,6 +51,13 @@ private:
     ViewMapping last_;
 };
 
+// Keys such as Delete or Left have a control character or nothing for their text. Joiners and other
+// signs without a shape of their own belong to what some scripts are written with.
+bool isWritten(const QString& keyText) {
+    return !keyText.isEmpty() &&
+           (keyText.at(0) == QLatin1Char('\t') || keyText.at(0).category() != QChar::Other_Control);
+}
+
 SampleOptions optionsOf(int tool) {
     SampleOptions options;
     options.width = toolSize(tool);
@@ -275,8 +282,7 @@ bool DrawContext::typeKey(const QKeyEvent& event) {
         text += QLatin1Char('\n');
         break;
     default:
-        if (!event.text().isEmpty() &&
-            (event.text().at(0).isPrint() || event.text().at(0).isSurrogate()))
+        if (isWritten(event.text()))
             text += event.text();
         break;
     }

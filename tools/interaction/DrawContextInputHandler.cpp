@@ -24,12 +24,6 @@ constexpr int kOpacityKey = Qt::Key_M;
 // A press that long after the pen's last sign comes from a mouse.
 constexpr int kPenGoneMs = 1000;
 
-// Not while another button is down: the menu would take its release.
-bool isPlainRightPress(const QMouseEvent& event) {
-    return event.type() == QEvent::MouseButtonPress && event.button() == Qt::RightButton &&
-           event.buttons() == Qt::RightButton && event.modifiers() == Qt::NoModifier;
-}
-
 bool opensPopup(const QEvent& event) {
     return event.type() == QEvent::FocusOut &&
            static_cast<const QFocusEvent&>(event).reason() == Qt::PopupFocusReason;
@@ -176,7 +170,7 @@ bool DrawContextInputHandler::filterView(QWidget& view, QEvent* event) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
-        return filterMouse(*static_cast<QMouseEvent*>(event));
+        return filterMouse(view, *static_cast<QMouseEvent*>(event));
     case QEvent::TabletMove:
     case QEvent::TabletPress:
     case QEvent::TabletRelease:
@@ -212,13 +206,14 @@ bool DrawContextInputHandler::filterTyping(const QWidget& view, QEvent* event) {
     return view.window() != mainWindow_ && filterKey(event);
 }
 
-bool DrawContextInputHandler::filterMouse(const QMouseEvent& event) {
+bool DrawContextInputHandler::filterMouse(QWidget& view, const QMouseEvent& event) {
     if (event.type() == QEvent::MouseButtonPress)
         commitPendingText();
     if (event.type() != QEvent::MouseButtonRelease && event.buttons() == event.button())
         relatePenTo(event);
     if (!isPlainRightPress(event) || !settings().drawToolContextMenu || panZoomKeyHeld_)
         return false;
+    makeActiveView(view);
     showMenu(makeDrawMenu(mainWindow_));
     return true;
 }

@@ -115,7 +115,7 @@ public Q_SLOTS:
 private:
     bool filterView(QWidget& view, QEvent* event);
     bool filterTyping(const QWidget& view, QEvent* event);
-    bool filterMouse(const QMouseEvent& event);
+    bool filterMouse(QWidget& view, const QMouseEvent& event);
     void relatePenTo(const QMouseEvent& event);
     void readTablet(const QTabletEvent& event);
     bool filterKey(QEvent* event);

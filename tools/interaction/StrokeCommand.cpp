@@ -126,19 +126,22 @@ MStatus StrokeCommand::undoIt() {
     const auto drawing = document_.lock();
     if (!node || !swap(*drawing))
         return MS::kFailure;
-    LayerManager& document = *drawing;
-    if (frameAdded_) {
+    takeAdditionsBack(*drawing, frameAdded_);
+    showChange(*node);
+    return MS::kSuccess;
+}
+
+void StrokeCommand::takeAdditionsBack(LayerManager& document, bool frame) {
+    if (frame) {
         document.takeFrameAt(camera_, frameTime_);
         refreshTimeline();
     }
-    if (addedLayer_ >= 0) {
-        const LayerManager::ChangeGroup group(document);
-        layer_ = document.takeLayer(camera_, addedLayer_);
-        if (previousLayerIndex_ >= 0)
-            document.setActiveLayer(previousCamera_, previousLayerIndex_, true);
-    }
-    showChange(*node);
-    return MS::kSuccess;
+    if (addedLayer_ < 0)
+        return;
+    const LayerManager::ChangeGroup group(document);
+    layer_ = document.takeLayer(camera_, addedLayer_);
+    if (previousLayerIndex_ >= 0)
+        document.setActiveLayer(previousCamera_, previousLayerIndex_, true);
 }
 
 // The very layer that undo took: later steps of the queue look for it.
@@ -159,10 +162,9 @@ MStatus StrokeCommand::redoIt() {
     LayerManager& document = *drawing;
     if (addedLayer_ >= 0 && !putLayerBack(document))
         return MS::kFailure;
-    if ((frameAdded_ && document.addFrameAt(camera_, frameTime_) < 0) || png_.isEmpty() ||
-        !swap(document)) {
-        if (addedLayer_ >= 0)
-            layer_ = document.takeLayer(camera_, addedLayer_);
+    const bool framePut = frameAdded_ && document.addFrameAt(camera_, frameTime_) >= 0;
+    if (framePut != frameAdded_ || png_.isEmpty() || !swap(document)) {
+        takeAdditionsBack(document, framePut); // else a second redo would find them in its way
         return MS::kFailure;
     }
     if (frameAdded_)

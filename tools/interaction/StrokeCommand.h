@@ -32,6 +32,7 @@ private:
     bool recordFrameTime(const LayerManager& document);
     bool swap(LayerManager& document);
     bool putLayerBack(LayerManager& document);
+    void takeAdditionsBack(LayerManager& document, bool frame);
 
     QByteArray png_; ///< picture on the other side of the swap; empty: nothing was committed
     std::weak_ptr<LayerManager> document_;

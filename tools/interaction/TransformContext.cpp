@@ -1,5 +1,7 @@
 #include "tools/interaction/TransformContext.h"
 
+#include "document/Frame.h"
+#include "document/Layer.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -14,6 +16,7 @@
 #include <QPoint>
 #include <algorithm>
 #include <maya/MCursor.h>
+#include <utility>
 
 namespace vellum {
 
@@ -68,11 +71,10 @@ void TransformContext::toolOffCleanup() {
 
 // Nothing selected, nothing shown.
 void TransformContext::startSelecting() {
-    eraseOutline();
-    if (BaseNode* worked = node())
-        worked->clearTransformDisplay();
+    forgetOutline();
     mode_ = Mode::Selecting;
     dragging_ = Dragging::Nothing;
+    invalid_ = false;
     camera_.clear();
     corners_ = {};
     state_ = {};
@@ -117,27 +119,28 @@ bool TransformContext::begin(bool paste) {
         addedLayer_ = target.addedLayer;
         frameAdded_ = target.frameCreated;
         if (target)
-            frameTime_ = target.frame->time();
+            frameRevision_ = target.frame->revision();
         invalid_ = !target;
     }
-    layerIndex_ = document->activeLayerIndex(camera_);
-    if (const Layer* layer = document->layer(camera_, layerIndex_))
-        layer_ = layer->id();
-    else
-        invalid_ = true;
+    const int layer = document->activeLayerIndex(camera_);
+    layer_ = LayerAddress(camera_);
+    layer_.bind(*document, layer);
+    invalid_ = invalid_ || layer < 0 || !activeViewMapping(mapping_);
     if (invalid_)
         return false;
     if (document->currentCamera() != camera_) {
         active->clearTransformDisplay();
-        document->setActiveLayer(camera_, layerIndex_, true);
+        document->setActiveLayer(camera_, layer, true);
     }
     return true;
 }
 
 /// Whether the transform would no longer go where it was begun.
 bool TransformContext::hasMoved() const {
-    const Layer* layer = document_ && node() ? document_->activeLayer(camera_) : nullptr;
-    return !layer || layer->id() != layer_ || currentCamera() != camera_ ||
+    if (!document_ || !node())
+        return true;
+    const int layer = document_->activeLayerIndex(camera_);
+    return layer < 0 || layer != layer_.index(*document_) || currentCamera() != camera_ ||
            currentFrame() != frame_ || (isTransforming() && !strokeInProgress());
 }
 
@@ -150,9 +153,10 @@ MStatus TransformContext::doPress(MEvent& event) {
         beginPressed(event, position);
         return MS::kSuccess;
     }
-    eraseOutline();
+    forgetOutline();
     if (!begin(false))
         return MS::kFailure;
+    dragging_ = Dragging::Select;
     setSelection(position, position);
     showOutline();
     return MS::kSuccess;
@@ -161,6 +165,7 @@ MStatus TransformContext::doPress(MEvent& event) {
 void TransformContext::beginPressed(MEvent& event, QPoint position) {
     invalid_ = invalid_ || hasMoved();
     dragging_ = Dragging::Nothing;
+    followView();
     switch (event.mouseButton()) {
     case MEvent::kLeftMouse:
         if (event.isModifierShift()) {
@@ -188,20 +193,20 @@ MStatus TransformContext::doDrag(MEvent& event) {
             drag(event, position);
         return MS::kSuccess;
     }
+    if (dragging_ != Dragging::Select)
+        return MS::kFailure;
     eraseOutline();
+    followView();
     setSelection(corners_[0], position);
     showOutline();
     return MS::kSuccess;
 }
 
 void TransformContext::drag(MEvent& event, QPoint position) {
-    ViewMapping mapping;
     switch (dragging_) {
     case Dragging::Translate:
-        if (!activeViewMapping(mapping))
-            return;
         viewOffset_ = position - translateAnchor_;
-        state_.offset = viewToImage(position, mapping) - viewToImage(translateAnchor_, mapping);
+        state_.offset = viewToImage(position, mapping_) - viewToImage(translateAnchor_, mapping_);
         break;
     case Dragging::Rotate:
         state_.rotation = static_cast<float>(position.x()) - rotateAnchor_;
@@ -210,6 +215,7 @@ void TransformContext::drag(MEvent& event, QPoint position) {
         scale(event, position);
         break;
     case Dragging::Nothing:
+    case Dragging::Select:
         return;
     }
     publish();
@@ -239,54 +245,57 @@ void TransformContext::publish() {
 }
 
 MStatus TransformContext::doRelease(MEvent&) {
-    dragging_ = Dragging::Nothing;
+    const Dragging dragged = std::exchange(dragging_, Dragging::Nothing);
     if (invalid_) {
         deleteAction();
         return MS::kFailure;
     }
     if (isTransforming())
         return currentCamera() == camera_ ? MS::kSuccess : MS::kFailure;
+    if (dragged != Dragging::Select)
+        return MS::kSuccess;
+    eraseOutline();
     normaliseSelection();
+    showOutline();
     return MS::kSuccess;
 }
 
-// A rectangle that was dragged stays; the time may have moved since.
+// A rectangle that was dragged stays on its place of the drawing; the time may have moved since.
 bool TransformContext::ensureBegun() {
+    followView();
     const bool here = camera_.isEmpty() || camera_ == currentCamera();
     return here && begin(false);
 }
 
 // The selected pixels, and the outline that fits them exactly. False when the selection is beside
 // the drawing.
-bool TransformContext::selectRegion(const ViewMapping& mapping) {
+bool TransformContext::selectRegion() {
     const QRect canvas(0, 0, kCanvasSize, kCanvasSize);
     if (state_.paste) {
         state_.region =
-            QRect(viewToImage(corners_[0], mapping), document_->clipboardImage().size());
+            QRect(viewToImage(corners_[0], mapping_), document_->clipboardImage().size());
     } else if (corners_[0] != corners_[2]) {
         state_.region =
-            QRect(viewToImage(corners_[0], mapping), viewToImage(corners_[2], mapping)) & canvas;
+            QRect(viewToImage(corners_[0], mapping_), viewToImage(corners_[2], mapping_)) & canvas;
     } else {
         state_.region = QRect(QPoint(0, 0), QPoint(kWholeImageBound, kWholeImageBound));
     }
     if (state_.region.isEmpty())
         return false;
-    const QRect& region = state_.region;
-    setSelection(imageToView(region.topLeft(), mapping).toPoint(),
-                 imageToView(region.bottomRight() + QPoint(1, 1), mapping).toPoint());
+    fitToRegion();
     return true;
 }
 
 bool TransformContext::beginTransform() {
     normaliseSelection();
-    ViewMapping mapping;
-    if (hasMoved() || !activeViewMapping(mapping) || !selectRegion(mapping))
+    if (hasMoved() || !selectRegion())
         return false;
     state_.setUp = true;
     state_.plain = state_.paste;
     if (!document_->beginTransform(camera_, state_))
         return false;
     eraseOutline();
+    dragging_ = Dragging::Nothing;
     mode_ = Mode::Transforming;
     setHelpString(kTransformHelp);
     showOutline();
@@ -304,6 +313,8 @@ void TransformContext::completeAction() {
 }
 
 void TransformContext::apply() {
+    if (addedLayer_ >= 0 && document_)
+        addedLayer_ = layer_.index(*document_); // layers may have been moved since
     if (hasMoved() ||
         !script::execute(command::commitStroke(camera_, addedLayer_, frameAdded_), true, true)) {
         cleanUp();
@@ -328,29 +339,45 @@ void TransformContext::abortAction() {
 
 // Puts everything back as it was before the transform was begun.
 void TransformContext::cleanUp() {
-    const auto document = document_;
-    if (document && node()) {
+    // The node may have been deleted: it comes back, with its document, when that is undone.
+    if (const auto document = document_) {
         const LayerManager::ChangeGroup group(*document);
+        const bool began = strokeInProgress() || addedLayer_ >= 0 || frameAdded_;
         if (strokeInProgress())
             document->discardStroke();
-        takeBackAdditions(*document);
-        node()->forceRedraw();
+        if (began)
+            takeBackAdditions(*document);
+        if (BaseNode* worked = node())
+            worked->forceRedraw();
     }
     addedLayer_ = -1;
     frameAdded_ = false;
 }
 
+// What others have done to the added layer or frame since is not lost with it.
 void TransformContext::takeBackAdditions(LayerManager& document) {
-    const Layer* layer = document.layer(camera_, layerIndex_);
-    if (!layer || layer->id() != layer_)
+    const int index = layer_.index(document);
+    if (index < 0)
         return;
-    if (frameAdded_) {
-        document.takeFrameAt(camera_, frameTime_);
+    // Frames are taken from the active layer.
+    if (document.activeLayerIndex(camera_) != index)
+        document.setActiveLayer(camera_, index, false);
+    const Layer& layer = *document.layer(camera_, index);
+    if (frameAdded_ && takeBackFrame(document, layer)) {
         document.timeChanged(currentFrame());
         refreshTimeline();
     }
-    if (addedLayer_ >= 0)
-        document.takeLayer(camera_, addedLayer_);
+    if (addedLayer_ >= 0 && layer.frameCount() == 0)
+        document.takeLayer(camera_, index);
+}
+
+bool TransformContext::takeBackFrame(LayerManager& document, const Layer& layer) {
+    for (int i = 0; i < layer.frameCount(); ++i) {
+        const Frame* frame = layer.frameAt(i);
+        if (frame->revision() == frameRevision_)
+            return document.takeFrameAt(camera_, frame->time()) != nullptr;
+    }
+    return false;
 }
 
 void TransformContext::timeChanged() {
@@ -429,8 +456,7 @@ void TransformContext::flip(bool horizontally) {
     publish();
 }
 
-// --- Viewport 2.0: the same with a drawing interface
-// ----------------------------------------------
+// --- Viewport 2.0: the same with a drawing interface ---------------------------------------------
 
 MStatus TransformContext::doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                                   const MHWRender::MFrameContext&) {

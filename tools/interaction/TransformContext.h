@@ -4,6 +4,7 @@
 // tool. Main thread only.
 #pragma once
 
+#include "document/LayerAddress.h"
 #include "plugin/middle/PluginState.h"
 #include "tools/interaction/TransformContextInputHandler.h"
 #include "tools/raster/RegionTransform.h"
@@ -15,7 +16,6 @@
 #include <array>
 #include <maya/MObjectHandle.h>
 #include <maya/MPxContext.h>
-#include <maya/MTime.h>
 #include <memory>
 
 class M3dView;
@@ -23,6 +23,7 @@ class M3dView;
 namespace vellum {
 
 class BaseNode;
+class Layer;
 class LayerManager;
 struct Stroke;
 
@@ -64,7 +65,7 @@ public:
 
 private:
     enum class Mode { Selecting, Transforming };
-    enum class Dragging { Nothing, Translate, Rotate, Scale };
+    enum class Dragging { Nothing, Select, Translate, Rotate, Scale };
     /// View pixels, origin at the bottom left.
     using Corners = std::array<QPoint, 4>;
 
@@ -73,15 +74,18 @@ private:
     void beginPressed(MEvent& event, QPoint position);
     bool beginTransform();
     bool lift(bool copy, bool cut);
-    bool selectRegion(const ViewMapping& mapping);
+    bool selectRegion();
     bool ensureBegun();
     bool hasMoved() const;
+    void followView();
+    void fitToRegion();
     void drag(MEvent& event, QPoint position);
     void scale(MEvent& event, QPoint position);
     void publish();
     void apply();
     void cleanUp();
     void takeBackAdditions(LayerManager& document);
+    bool takeBackFrame(LayerManager& document, const Layer& layer);
 
     BaseNode* node() const;
     Stroke* strokeInProgress() const;
@@ -90,17 +94,18 @@ private:
     Corners outline() const;
     void showOutline();
     void eraseOutline();
+    void forgetOutline();
     void toggleXorOutline(const Corners& corners);
 
     Mode mode_ = Mode::Selecting;
     MObjectHandle nodeHandle_;               ///< node worked on since the transform was begun
     std::shared_ptr<LayerManager> document_; ///< its document
     QString camera_;
-    int layerIndex_ = -1; ///< active when begun
-    quint64 layer_ = 0;   ///< Layer::id() of it
-    int frame_ = 0;       ///< current when begun
+    LayerAddress layer_; ///< active when begun
+    int frame_ = 0;      ///< current when begun
 
-    Corners corners_{}; ///< first corner (upper left once normalised), then around
+    ViewMapping mapping_; ///< of the view whose pixels are meant
+    Corners corners_{};   ///< first corner (upper left once normalised), then around
     RegionTransform state_;
     QPoint viewOffset_;
     float scaleX_ = 1.0F;
@@ -118,7 +123,7 @@ private:
     QRect clipboard_; ///< what was last cut or copied, view pixels from the upper left corner
     int addedLayer_ = -1;
     bool frameAdded_ = false;
-    MTime frameTime_;
+    quint64 frameRevision_ = 0; ///< picture of the added frame: blank
 
     MHWRender::MUIDrawManager* drawManager_ = nullptr; ///< during one call
     bool xorDrawn_ = false;                            ///< legacy views: waits to be erased

@@ -44,14 +44,18 @@ void TransformContextInputHandler::activate(bool active) {
 bool TransformContextInputHandler::eventFilter(QObject* watched, QEvent* event) {
     bool consumed = false;
     if (watched == mainWindow_.data()) {
-        filterMainWindow(*event);
-    } else if (event->type() == QEvent::MouseButtonPress && views_.contains(watched)) {
-        consumed = filterMouse(*static_cast<QWidget*>(watched), *static_cast<QMouseEvent*>(event));
+        filterKey(*event);
+    } else if (views_.contains(watched)) {
+        auto& view = *static_cast<QWidget*>(watched);
+        if (event->type() == QEvent::MouseButtonPress)
+            consumed = filterMouse(view, *static_cast<QMouseEvent*>(event));
+        else if (view.window() != mainWindow_)
+            filterKey(*event); // keys pressed there do not come by the main window
     }
     return consumed || QObject::eventFilter(watched, event);
 }
 
-void TransformContextInputHandler::filterMainWindow(const QEvent& event) {
+void TransformContextInputHandler::filterKey(const QEvent& event) {
     if (event.type() == QEvent::WindowDeactivate) {
         panZoomKeyHeld_ = false; // its release goes to another window
     } else if (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease) {
@@ -61,10 +65,10 @@ void TransformContextInputHandler::filterMainWindow(const QEvent& event) {
     }
 }
 
-bool TransformContextInputHandler::filterMouse(const QWidget& view, const QMouseEvent& event) {
-    if (event.button() != Qt::RightButton || event.modifiers() != Qt::NoModifier ||
-        !settings().transformToolContextMenu || panZoomKeyHeld_)
+bool TransformContextInputHandler::filterMouse(QWidget& view, const QMouseEvent& event) {
+    if (!isPlainRightPress(event) || !settings().transformToolContextMenu || panZoomKeyHeld_)
         return false;
+    makeActiveView(view);
     menuPosition_ = (qt::position(&event) * view.devicePixelRatioF()).toPoint();
     if (menu_)
         menu_->close();

@@ -51,8 +51,8 @@ public Q_SLOTS:
     void Cancel();
 
 private:
-    bool filterMouse(const QWidget& view, const QMouseEvent& event);
-    void filterMainWindow(const QEvent& event);
+    bool filterMouse(QWidget& view, const QMouseEvent& event);
+    void filterKey(const QEvent& event);
 
     TransformContext* context_;
     WatchedWidgets views_;

@@ -10,8 +10,7 @@ bool viewMapping(M3dView& view, ViewMapping& mapping) {
     GateFit fit;
     if (!fitForView(view, fit))
         return false;
-    mapping = {fit.portWidth, fit.portHeight, fit.panOffsetX, fit.panOffsetY,
-               static_cast<double>(fit.quadSize)};
+    mapping = viewMappingOf(fit);
     return true;
 }
 

@@ -1,5 +1,8 @@
 #include "tools/interaction/WatchedWidgets.h"
 
+#include "plugin/leaves/CommandStrings.h"
+#include "plugin/leaves/Script.h"
+
 #include <algorithm>
 #include <maya/M3dView.h>
 
@@ -9,6 +12,18 @@ QWidget* activeViewWidget() {
     MStatus status;
     const M3dView view = M3dView::active3dView(&status);
     return status == MS::kSuccess ? view.widget() : nullptr;
+}
+
+void makeActiveView(QWidget& view) {
+    if (activeViewWidget() == &view)
+        return;
+    view.activateWindow(); // which gets the focus back after the menu
+    script::execute(command::focusPanelUnderPointer());
+}
+
+bool isPlainRightPress(const QMouseEvent& event) {
+    return event.type() == QEvent::MouseButtonPress && event.button() == Qt::RightButton &&
+           event.buttons() == Qt::RightButton && event.modifiers() == Qt::NoModifier;
 }
 
 void WatchedWidgets::add(QWidget* widget) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QList>
+#include <QMouseEvent>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -10,6 +11,13 @@ namespace vellum {
 
 /// The widget of the active 3D view; null without one.
 QWidget* activeViewWidget();
+
+/// Maya makes the view active in which a button goes down, but not of a press that a filter takes.
+/// The pointer has to be over `view`.
+void makeActiveView(QWidget& view);
+
+/// A press that asks for a menu. Not while another button is down: the menu would take its release.
+bool isPlainRightPress(const QMouseEvent& event);
 
 class WatchedWidgets {
 public:

@@ -20,13 +20,17 @@ int nearest(double value) {
 
 } // namespace
 
-QPoint viewToImage(QPointF viewPoint, const ViewMapping& m) {
+QPointF viewToImagePoint(QPointF viewPoint, const ViewMapping& m) {
     if (!(m.side > 0.0))
-        return {nearest(-kFar), nearest(-kFar)};
+        return {-kFar, -kFar};
     const double k = kCanvasSize / m.side;
-    const double x = ((m.side - m.width) * 0.5 + (viewPoint.x() + m.panX)) * k;
-    const double y = (m.height - (viewPoint.y() + m.panY) + (m.side - m.height) * 0.5) * k;
-    return {nearest(x), nearest(y)};
+    return {((m.side - m.width) * 0.5 + (viewPoint.x() + m.panX)) * k,
+            (m.height - (viewPoint.y() + m.panY) + (m.side - m.height) * 0.5) * k};
+}
+
+QPoint viewToImage(QPointF viewPoint, const ViewMapping& mapping) {
+    const QPointF point = viewToImagePoint(viewPoint, mapping);
+    return {nearest(point.x()), nearest(point.y())};
 }
 
 QPointF imageToView(QPointF imagePoint, const ViewMapping& m) {

@@ -44,7 +44,8 @@ std::optional<Value> queryControl(const QWidget& widget, const ParsedFlags& flag
         return path(&widget);
     if (flags.isSet("-parent")) {
         const QString full = Elements::instance().pathOf(&widget);
-        return Value(full.left(std::max(full.lastIndexOf('|'), 0)).toStdString());
+        const auto last = static_cast<int>(full.lastIndexOf('|'));
+        return Value(full.left(std::max(last, 0)).toStdString());
     }
     return std::nullopt;
 }

@@ -4,6 +4,9 @@
 #include <QStringList>
 
 #include <gtest/gtest.h>
+#include <memory>
+
+#include "support/DisplayConnection.h"
 
 #include "ui/StartUp.h"
 
@@ -40,7 +43,9 @@ void onQtMessage(QtMsgType type, const QMessageLogContext& context, const QStrin
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     host::prepareApplication();
+    auto display = std::make_unique<support::DisplayConnection>();
     QApplication application(argc, argv);
+    display.reset();
     previousHandler = qInstallMessageHandler(onQtMessage);
     const int result = RUN_ALL_TESTS();
     qInstallMessageHandler(previousHandler);

@@ -49,6 +49,7 @@ struct Registration {
     QString addMessage;
     QString removeMessage;
     bool withReason;
+    bool isContext = false;
 };
 
 Registration command(const char* name, MCreatorFunction creator, MCreateSyntaxFunction syntax) {
@@ -62,7 +63,9 @@ Registration contextCommand(const char* name, MCreatorFunction creator) {
     return {[=](MFnPlugin& plugin) { return plugin.registerContextCommand(name, creator); },
             [=](MFnPlugin& plugin) { return plugin.deregisterContextCommand(name); },
             QStringLiteral("Failed to register '%1' contextCommand: ").arg(text(name)),
-            QStringLiteral("Failed to deregister '%1' contextCommand: ").arg(text(name)), true};
+            QStringLiteral("Failed to deregister '%1' contextCommand: ").arg(text(name)),
+            true,
+            true};
 }
 
 Registration layerData() {
@@ -122,15 +125,14 @@ const std::vector<Registration>& registrations() {
     return table;
 }
 
-constexpr std::size_t kFirstContext = 5;
-constexpr std::size_t kContexts = 2;
-
 /// Backwards, but for the context commands, which are taken back in the order they were made in.
 std::vector<const Registration*> unloadOrder() {
     std::vector<const Registration*> order;
     for (const Registration& registration : registrations())
         order.push_back(&registration);
-    std::reverse(order.begin() + kFirstContext, order.begin() + kFirstContext + kContexts);
+    const auto isContext = [](const Registration* one) { return one->isContext; };
+    const auto first = std::find_if(order.begin(), order.end(), isContext);
+    std::reverse(first, std::find_if_not(first, order.end(), isContext));
     std::reverse(order.begin(), order.end());
     return order;
 }

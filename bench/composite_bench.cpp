@@ -2,8 +2,8 @@
 // scrubbing with ghosts; next to QPainter painting the same straight-alpha images in the same run.
 #include "bench/BenchDocument.h"
 #include "document/FrameCache.h"
-#include "document/PixelKernels.h"
-#include "plugin/leaves/Settings.h"
+#include "tools/raster/PixelKernels.h"
+#include "plugin/base/Settings.h"
 #include "tools/raster/PngCodec.h"
 #include "tools/raster/StrokeImage.h"
 

@@ -3,7 +3,7 @@
 // every position that arrives, as the views do. Times are those of the wall: waiting for the next
 // poll and for the other thread belongs to them.
 #include "bench/BenchDocument.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/session/PluginState.h"
 #include "tools/interaction/ThreadManager.h"
 
 #include <QCoreApplication>

@@ -13,24 +13,21 @@ if(NOT TARGET OpenGL::GL)
     find_package(OpenGL REQUIRED)
 endif()
 
-set(vellum_api maya_api)
-if(TARGET vellumhost)
-    list(APPEND vellum_api vellumhost)
-endif()
-
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 include_directories(${CMAKE_SOURCE_DIR})
 
-vellum_room(vellum_leaves STATIC ${CMAKE_SOURCE_DIR}/plugin/leaves ${vellum_api} ${VELLUM_QT_WIDGETS})
-vellum_room(vellum_raster STATIC ${CMAKE_SOURCE_DIR}/tools/raster ${VELLUM_QT_GUI})
-vellum_room(vellum_document STATIC ${CMAKE_SOURCE_DIR}/document vellum_raster vellum_leaves
-    ZLIB::ZLIB)
+# Floors below the interface see Maya's headers and no widgets; only the module is linked with what
+# plays Maya's part.
+vellum_room(vellum_base STATIC ${CMAKE_SOURCE_DIR}/plugin/base maya_api ${VELLUM_QT_GUI})
+vellum_room(vellum_raster STATIC ${CMAKE_SOURCE_DIR}/tools/raster ${VELLUM_QT_GUI} ZLIB::ZLIB)
+vellum_room(vellum_document STATIC ${CMAKE_SOURCE_DIR}/document vellum_raster vellum_base)
 vellum_room(vellum_node STATIC ${CMAKE_SOURCE_DIR}/node vellum_document OpenGL::GL)
-vellum_room(vellum_middle STATIC ${CMAKE_SOURCE_DIR}/plugin/middle vellum_node)
-vellum_room(vellum_tools STATIC ${CMAKE_SOURCE_DIR}/tools/interaction vellum_middle
+vellum_room(vellum_session STATIC ${CMAKE_SOURCE_DIR}/plugin/session vellum_node
+    ${VELLUM_QT_WIDGETS})
+vellum_room(vellum_interaction STATIC ${CMAKE_SOURCE_DIR}/tools/interaction vellum_session
     ${vellum_pointer_library} OpenGL::GL)
-vellum_room(vellum_commands STATIC ${CMAKE_SOURCE_DIR}/commands vellum_tools)
+vellum_room(vellum_commands STATIC ${CMAKE_SOURCE_DIR}/commands vellum_session)
 # Pixel loops are optimised for the vectoriser whatever the configuration.
 foreach(room vellum_raster vellum_document)
     get_target_property(kind ${room} TYPE)
@@ -45,7 +42,10 @@ set(entry_compiled ${entry_sources})
 list(FILTER entry_compiled INCLUDE REGEX "\\.cpp$")
 if(entry_compiled)
     add_library(vellum2 MODULE ${entry_sources})
-    target_link_libraries(vellum2 PRIVATE vellum_commands)
+    target_link_libraries(vellum2 PRIVATE vellum_commands vellum_interaction)
+    if(TARGET vellumhost)
+        target_link_libraries(vellum2 PRIVATE vellumhost)
+    endif()
     vellum_warnings(vellum2)
     set_target_properties(vellum2 PROPERTIES PREFIX "")
     if(WIN32)

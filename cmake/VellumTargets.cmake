@@ -46,9 +46,10 @@ function(vellum_warnings target)
         -Wnon-virtual-dtor -Werror)
 endfunction()
 
-# vellum_room(NAME TYPE FOLDER LIBRARIES...): a library of all sources of one folder.
+# vellum_room(NAME TYPE FOLDER LIBRARIES...): a library of all sources of one folder and of the
+# folders in it.
 function(vellum_room name type folder)
-    file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
     set(compiled ${sources})
     list(FILTER compiled INCLUDE REGEX "\\.cpp$")
     if(NOT compiled)

@@ -1,9 +1,9 @@
 #include "commands/Arguments.h"
 
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Report.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/PluginState.h"
 
 #include <algorithm>
 #include <limits>

@@ -4,10 +4,10 @@
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/Timeline.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Report.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Timeline.h"
 
 #include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>

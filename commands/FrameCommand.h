@@ -1,7 +1,7 @@
 // rvVellumFrame: edits the frames of a camera's active layer. One operation a call.
 #pragma once
 
-#include "document/FrameOperation.h"
+#include "document/edits/FrameOperation.h"
 
 #include <QString>
 #include <maya/MPxCommand.h>

@@ -4,9 +4,9 @@
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/middle/ActiveNode.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Report.h"
+#include "plugin/session/ActiveNode.h"
 
 #include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>

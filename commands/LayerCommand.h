@@ -1,7 +1,7 @@
 // rvVellumLayer: queries and edits the layers of one camera.
 #pragma once
 
-#include "commands/LayerEdits.h"
+#include "document/edits/LayerEdits.h"
 
 #include <QString>
 #include <maya/MPxCommand.h>

@@ -3,13 +3,13 @@
 #include "commands/Arguments.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/Panels.h"
-#include "plugin/middle/Timeline.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Report.h"
+#include "plugin/base/Script.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Panels.h"
+#include "plugin/session/Timeline.h"
 
 #include <maya/MArgDatabase.h>
 #include <maya/MFnDependencyNode.h>

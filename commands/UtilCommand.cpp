@@ -1,8 +1,8 @@
 #include "commands/UtilCommand.h"
 
 #include "commands/UtilActions.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Report.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Report.h"
 
 #include <QColor>
 #include <maya/MArgDatabase.h>

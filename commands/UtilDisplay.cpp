@@ -1,14 +1,14 @@
 #include "commands/UtilActions.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/Panels.h"
-#include "plugin/middle/PluginState.h"
-#include "plugin/middle/Timeline.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Report.h"
+#include "plugin/base/Script.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Panels.h"
+#include "plugin/session/PluginState.h"
+#include "plugin/session/Timeline.h"
 
 #include <QLatin1String>
 #include <algorithm>

@@ -1,10 +1,10 @@
 #include "commands/UtilActions.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/Panels.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Script.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Panels.h"
 
 #include <QHash>
 

@@ -1,13 +1,13 @@
 #include "commands/UtilActions.h"
 #include "node/NodeSearch.h"
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Names.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/leaves/Tool.h"
-#include "plugin/leaves/ToolOptions.h"
-#include "plugin/middle/Panels.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Names.h"
+#include "plugin/base/Script.h"
+#include "plugin/base/Settings.h"
+#include "plugin/base/Tool.h"
+#include "plugin/base/ToolOptions.h"
+#include "plugin/session/Panels.h"
+#include "plugin/session/PluginState.h"
 
 #include <QHash>
 #include <algorithm>

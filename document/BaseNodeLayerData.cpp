@@ -2,7 +2,7 @@
 
 #include "document/LayerDataFormat.h"
 #include "document/LayerManager.h"
-#include "plugin/leaves/Names.h"
+#include "plugin/base/Names.h"
 
 #include <istream>
 #include <maya/MArgList.h>

@@ -1,7 +1,7 @@
 #include "document/CameraComposite.h"
 
-#include "document/ColorFringe.h"
-#include "document/PixelRows.h"
+#include "tools/raster/ColorFringe.h"
+#include "tools/raster/PixelRows.h"
 #include "tools/raster/Stroke.h"
 #include "tools/raster/StrokeImage.h"
 

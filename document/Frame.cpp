@@ -2,7 +2,7 @@
 
 #include "document/FrameCache.h"
 #include "document/IntTime.h"
-#include "plugin/leaves/Report.h"
+#include "plugin/base/Report.h"
 #include "tools/raster/PngCodec.h"
 #include "tools/raster/StrokeImage.h"
 

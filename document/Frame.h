@@ -5,7 +5,7 @@
 // time (FrameCache.h) and is decoded again when asked for. Main thread only.
 #pragma once
 
-#include "document/PieceMap.h"
+#include "tools/raster/PieceMap.h"
 
 #include <QByteArray>
 #include <QImage>

@@ -1,6 +1,6 @@
 #include "document/FrameRange.h"
 
-#include "plugin/leaves/Report.h"
+#include "plugin/base/Report.h"
 
 #include <cmath>
 #include <limits>

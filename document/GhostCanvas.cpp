@@ -1,8 +1,8 @@
 #include "document/GhostCanvas.h"
 
 #include "document/Layer.h"
-#include "document/PixelRows.h"
-#include "plugin/leaves/Settings.h"
+#include "tools/raster/PixelRows.h"
+#include "plugin/base/Settings.h"
 #include "tools/raster/Stroke.h"
 
 #include <algorithm>

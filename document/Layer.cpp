@@ -1,7 +1,7 @@
 #include "document/Layer.h"
 
 #include "document/IntTime.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 #include "tools/raster/Stroke.h"
 
 #include <algorithm>

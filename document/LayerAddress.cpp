@@ -3,7 +3,7 @@
 #include "document/DocumentObserver.h"
 #include "document/Layer.h"
 #include "document/LayerManager.h"
-#include "plugin/leaves/Report.h"
+#include "plugin/base/Report.h"
 
 #include <utility>
 

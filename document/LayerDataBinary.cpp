@@ -1,7 +1,7 @@
 #include "document/IntTime.h"
 #include "document/LayerDataFormat.h"
 #include "document/LayerManager.h"
-#include "document/PngCheck.h"
+#include "tools/raster/PngCheck.h"
 
 #include <QtEndian>
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include "document/DocumentObserver.h"
 #include "document/IntTime.h"
-#include "document/PixelRows.h"
-#include "plugin/leaves/Report.h"
+#include "tools/raster/PixelRows.h"
+#include "plugin/base/Report.h"
 
 #include <algorithm>
 #include <utility>

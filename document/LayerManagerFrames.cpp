@@ -2,7 +2,7 @@
 #include "document/DocumentObserver.h"
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
-#include "document/PngCheck.h"
+#include "tools/raster/PngCheck.h"
 #include "tools/raster/StrokeImage.h"
 
 namespace vellum {

@@ -1,7 +1,7 @@
 // The part of LayerManager that draws: the stroke in progress and the picture of a camera.
 #include "document/DocumentObserver.h"
 #include "document/LayerManager.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 
 #include <utility>
 

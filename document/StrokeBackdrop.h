@@ -2,7 +2,7 @@
 // not be laid together again for every new point. Made piece by piece as pieces are asked for.
 #pragma once
 
-#include "document/PixelKernels.h"
+#include "tools/raster/PixelKernels.h"
 
 #include <QtGlobal>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "document/StrokeSession.h"
 
-#include "document/PixelRows.h"
+#include "tools/raster/PixelRows.h"
 #include "tools/raster/ShapeRaster.h"
 #include "tools/raster/StrokeImage.h"
 

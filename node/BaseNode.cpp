@@ -7,11 +7,11 @@
 #include "node/CameraFit.h"
 #include "node/LegacyDraw.h"
 #include "node/NodeSearch.h"
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Names.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/leaves/Script.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Names.h"
+#include "plugin/base/Report.h"
+#include "plugin/base/Script.h"
 
 #include <maya/M3dView.h>
 #include <maya/MBoundingBox.h>

@@ -2,7 +2,7 @@
 // A scene normally has one, "vellumShape" under the transform "vellum". Main thread only.
 #pragma once
 
-#include "document/FrameClipboard.h"
+#include "document/edits/FrameClipboard.h"
 #include "node/GateFit.h"
 #include "node/LegacyDraw.h"
 #include "node/TransformDisplay.h"

@@ -1,6 +1,6 @@
 #include "node/CameraFit.h"
 
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 
 #include <maya/M3dView.h>
 #include <maya/MCommonRenderSettingsData.h>

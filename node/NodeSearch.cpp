@@ -2,7 +2,7 @@
 
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/MayaStrings.h"
+#include "plugin/base/MayaStrings.h"
 
 #include <maya/MFnDagNode.h>
 #include <maya/MItDag.h>

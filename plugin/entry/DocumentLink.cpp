@@ -2,11 +2,11 @@
 
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/Panels.h"
-#include "plugin/middle/PluginState.h"
-#include "plugin/middle/Timeline.h"
+#include "plugin/base/Report.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Panels.h"
+#include "plugin/session/PluginState.h"
+#include "plugin/session/Timeline.h"
 #include "tools/interaction/TimeControlOverlay.h"
 
 #include <maya/MAnimControl.h>

@@ -1,9 +1,9 @@
 #include "plugin/entry/MenuScript.h"
 
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Names.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Names.h"
+#include "plugin/base/Script.h"
+#include "plugin/base/Settings.h"
 
 #include <QFile>
 #include <utility>

@@ -3,11 +3,11 @@
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "plugin/entry/DocumentLink.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/Panels.h"
-#include "plugin/middle/PluginState.h"
-#include "plugin/middle/Timeline.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Panels.h"
+#include "plugin/session/PluginState.h"
+#include "plugin/session/Timeline.h"
 
 #include <maya/M3dView.h>
 #include <maya/MEventMessage.h>

@@ -3,7 +3,7 @@
 #include "document/FrameCache.h"
 #include "document/IntTime.h"
 #include "foundation/Report.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 #include "tools/raster/StrokeImage.h"
 
 #include <QPainter>

@@ -3,10 +3,10 @@
 #include "document/DocumentObserver.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
-#include "document/PixelKernels.h"
-#include "document/PixelRows.h"
+#include "tools/raster/PixelKernels.h"
+#include "tools/raster/PixelRows.h"
 #include "document/StrokeSession.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 #include "support/Seed.h"
 #include "tools/raster/StrokeImage.h"
 

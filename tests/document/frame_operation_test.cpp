@@ -1,11 +1,11 @@
 // What each frame operation does, refuses and brings back.
 #include "document/DocumentObserver.h"
 #include "document/Drawing.h"
-#include "document/FrameClipboard.h"
-#include "document/FrameOperation.h"
+#include "document/edits/FrameClipboard.h"
+#include "document/edits/FrameOperation.h"
 #include "document/IntTime.h"
 #include "document/Retiming.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 
 #include <cmath>
 #include <gmock/gmock.h>

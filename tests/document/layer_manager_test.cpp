@@ -3,7 +3,7 @@
 #include "document/DocumentObserver.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 #include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
 

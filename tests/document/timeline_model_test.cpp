@@ -2,8 +2,8 @@
 // that is too simple to be wrong.
 #include "document/DocumentObserver.h"
 #include "document/Drawing.h"
-#include "document/FrameClipboard.h"
-#include "document/FrameOperation.h"
+#include "document/edits/FrameClipboard.h"
+#include "document/edits/FrameOperation.h"
 #include "document/TimelineModel.h"
 #include "support/Seed.h"
 #include "tools/raster/PngCodec.h"

@@ -4,7 +4,7 @@
 #include "support/Session.h"
 
 #include "foundation/Idle.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 

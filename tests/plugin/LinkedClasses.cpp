@@ -6,9 +6,9 @@
 #include "node/BaseNode.h"
 #include "node/BaseNodeDrawOverride.h"
 #include "node/NodeSearch.h"
-#include "plugin/leaves/Names.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Names.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/PluginState.h"
 
 #define MNoPluginEntry
 #define MNoVersionString

@@ -6,9 +6,9 @@
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/Panels.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/Panels.h"
+#include "plugin/session/PluginState.h"
 
 #include "foundation/Idle.h"
 #include "scene/Events.h"

@@ -1,8 +1,8 @@
 #include "support/Session.h"
 
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Script.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Script.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>

@@ -5,8 +5,8 @@
 #include "document/Layer.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/ActiveNode.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/ActiveNode.h"
 
 namespace vellum::test {
 namespace {

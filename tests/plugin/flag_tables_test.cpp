@@ -3,8 +3,8 @@
 #include "plugin/FlagTables.h"
 #include "plugin/WatchedCommands.h"
 
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/PluginState.h"
 
 #include "scene/UndoQueue.h"
 

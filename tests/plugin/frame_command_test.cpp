@@ -6,9 +6,9 @@
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/PluginState.h"
 
 #include "scene/UndoQueue.h"
 #include "script/PluginCommands.h"

@@ -2,7 +2,7 @@
 #include "support/Hand.h"
 #include "support/Session.h"
 
-#include "plugin/leaves/CommandStrings.h"
+#include "plugin/base/CommandStrings.h"
 
 #include "foundation/Idle.h"
 #include "ui/MainWindow.h"

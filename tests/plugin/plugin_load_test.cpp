@@ -1,8 +1,8 @@
 // Loading and unloading in one process leaves things as they were.
 #include "support/Session.h"
 
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Settings.h"
 
 #include "foundation/Idle.h"
 #define MNoPluginEntry

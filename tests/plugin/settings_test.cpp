@@ -1,6 +1,6 @@
-#include "plugin/leaves/Settings.h"
-#include "plugin/leaves/Tool.h"
-#include "plugin/leaves/ToolOptions.h"
+#include "plugin/base/Settings.h"
+#include "plugin/base/Tool.h"
+#include "plugin/base/ToolOptions.h"
 
 #include "support/Seed.h"
 #include "support/Session.h"

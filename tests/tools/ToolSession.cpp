@@ -2,9 +2,9 @@
 
 #include "document/Frame.h"
 #include "node/CameraFit.h"
-#include "plugin/leaves/Names.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/middle/ActiveNode.h"
+#include "plugin/base/Names.h"
+#include "plugin/base/Script.h"
+#include "plugin/session/ActiveNode.h"
 #include "scene/PluginServices.h"
 #include "script/PluginCommands.h"
 #include "tools/interaction/DrawContextCommand.h"

@@ -8,7 +8,7 @@
 #include "document/Layer.h"
 #include "foundation/Idle.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/Names.h"
+#include "plugin/base/Names.h"
 #include "scene/PluginServices.h"
 #include "script/PluginCommands.h"
 #include "tools/interaction/TransformContext.h"

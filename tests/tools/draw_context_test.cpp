@@ -4,9 +4,9 @@
 
 #include "document/Frame.h"
 #include "document/Layer.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/leaves/ToolOptions.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Settings.h"
+#include "plugin/base/ToolOptions.h"
+#include "plugin/session/PluginState.h"
 #include "tools/interaction/ThreadManager.h"
 #include "ui/Tools.h"
 #include "ui/ViewWidget.h"

@@ -1,9 +1,9 @@
 // What the event filter makes of keys, pen and right button.
 #include "tools/ToolSession.h"
 
-#include "plugin/leaves/QtCompat.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/QtCompat.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/PluginState.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 #include "ui/InputInjector.h"
 #include "ui/MainWindow.h"

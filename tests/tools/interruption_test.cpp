@@ -5,8 +5,8 @@
 #include "document/Frame.h"
 #include "document/Layer.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/ActiveNode.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/ActiveNode.h"
 #include "tools/interaction/ThreadManager.h"
 
 #include <QTemporaryDir>

@@ -2,9 +2,9 @@
 // never come, pens that say less than they should. No stroke may be stuck, none lost.
 #include "tools/ToolSession.h"
 
-#include "plugin/leaves/Settings.h"
-#include "plugin/leaves/ToolOptions.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Settings.h"
+#include "plugin/base/ToolOptions.h"
+#include "plugin/session/PluginState.h"
 #include "tools/interaction/ThreadManager.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"

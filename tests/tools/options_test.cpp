@@ -1,9 +1,9 @@
 // Every option of every tool reaches the pixels of the frame, drawn by hand.
 #include "tools/ToolSession.h"
 
-#include "plugin/leaves/Settings.h"
-#include "plugin/leaves/ToolOptions.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Settings.h"
+#include "plugin/base/ToolOptions.h"
+#include "plugin/session/PluginState.h"
 #include "tools/interaction/ThreadManager.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // Positions of the pointer becoming points of a stroke: mapped, smoothed, thinned; and the thread
 // that polls them.
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/PluginState.h"
 #include "support/Hand.h"
 #include "tools/interaction/InputWorker.h"
 #include "tools/interaction/ThreadManager.h"

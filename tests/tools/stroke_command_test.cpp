@@ -4,9 +4,9 @@
 #include "document/Frame.h"
 #include "document/Layer.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/ActiveNode.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/ActiveNode.h"
 
 #include "scene/UndoQueue.h"
 

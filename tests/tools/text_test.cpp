@@ -2,8 +2,8 @@
 #include "tools/ToolSession.h"
 
 #include "document/Frame.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/leaves/ToolOptions.h"
+#include "plugin/base/Settings.h"
+#include "plugin/base/ToolOptions.h"
 #include "ui/ViewWidget.h"
 
 #include <QApplication>

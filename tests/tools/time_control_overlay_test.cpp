@@ -1,8 +1,8 @@
 // Where the markers stand and how they are painted, on a slider of any size.
 #include "plugin/LinkedClasses.h"
 
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/PluginState.h"
 #include "tools/interaction/TimeControlOverlay.h"
 
 #include <QApplication>

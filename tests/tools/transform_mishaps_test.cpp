@@ -2,7 +2,7 @@
 // that come and go.
 #include "tools/TransformSession.h"
 
-#include "plugin/middle/ActiveNode.h"
+#include "plugin/session/ActiveNode.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
 

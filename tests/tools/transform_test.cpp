@@ -2,8 +2,8 @@
 // the context menu.
 #include "tools/TransformSession.h"
 
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/PluginState.h"
 
 #include <QApplication>
 

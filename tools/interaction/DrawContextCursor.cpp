@@ -1,9 +1,9 @@
 // Size and opacity drags of the drawing tool, with the circle that shows the size.
 #include "node/NodeSearch.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/leaves/ToolOptions.h"
-#include "plugin/middle/Panels.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Settings.h"
+#include "plugin/base/ToolOptions.h"
+#include "plugin/session/Panels.h"
 #include "tools/interaction/DrawContext.h"
 #include "tools/interaction/DrawManagerScope.h"
 #include "tools/interaction/ViewMeasure.h"

@@ -1,9 +1,9 @@
 #include "tools/interaction/DrawContextInputHandler.h"
 
-#include "plugin/leaves/QtCompat.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/QtCompat.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/PluginState.h"
 
 #include <QCursor>
 #include <QKeyEvent>

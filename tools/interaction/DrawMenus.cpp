@@ -2,12 +2,12 @@
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Names.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/leaves/Tool.h"
-#include "plugin/middle/ActiveNode.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Names.h"
+#include "plugin/base/Script.h"
+#include "plugin/base/Settings.h"
+#include "plugin/base/Tool.h"
+#include "plugin/session/ActiveNode.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 
 #include <QAction>

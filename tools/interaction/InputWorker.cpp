@@ -1,6 +1,6 @@
 #include "tools/interaction/InputWorker.h"
 
-#include "plugin/middle/PluginState.h"
+#include "plugin/session/PluginState.h"
 
 #include <QCoreApplication>
 #include <QThread>

@@ -5,11 +5,11 @@
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/Timeline.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Report.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Timeline.h"
 
 #include <maya/M3dView.h>
 #include <maya/MAnimControl.h>

@@ -1,6 +1,6 @@
 #include "tools/interaction/ThreadManager.h"
 
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 
 #include <QCoreApplication>
 #include <algorithm>

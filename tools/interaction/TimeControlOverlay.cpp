@@ -1,10 +1,10 @@
 #include "tools/interaction/TimeControlOverlay.h"
 
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Script.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/PluginState.h"
 
 #include <QHash>
 #include <QMouseEvent>

@@ -3,7 +3,7 @@
 // dragged, and then goes on to the slider. Main thread only.
 #pragma once
 
-#include "plugin/middle/Timeline.h"
+#include "plugin/session/Timeline.h"
 
 #include <QList>
 #include <QRect>

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "document/LayerAddress.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/session/PluginState.h"
 #include "tools/interaction/TransformContextInputHandler.h"
 #include "tools/raster/RegionTransform.h"
 #include "tools/raster/ViewToImage.h"

@@ -1,7 +1,7 @@
 #include "tools/interaction/TransformContextInputHandler.h"
 
-#include "plugin/leaves/QtCompat.h"
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/QtCompat.h"
+#include "plugin/base/Settings.h"
 #include "tools/interaction/TransformContext.h"
 
 #include <QAction>

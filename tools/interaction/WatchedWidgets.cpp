@@ -1,7 +1,7 @@
 #include "tools/interaction/WatchedWidgets.h"
 
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Script.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Script.h"
 
 #include <algorithm>
 #include <maya/M3dView.h>

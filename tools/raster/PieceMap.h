@@ -1,7 +1,7 @@
 // Where an image has something to show, so that empty canvas is not even looked at.
 #pragma once
 
-#include "document/PixelKernels.h"
+#include "tools/raster/PixelKernels.h"
 
 #include <QImage>
 #include <array>

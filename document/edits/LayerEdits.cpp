@@ -1,10 +1,10 @@
-#include "commands/LayerEdits.h"
+#include "document/edits/LayerEdits.h"
 
 #include "document/DocumentObserver.h"
 #include "document/Layer.h"
 #include "document/LayerAddress.h"
 #include "document/LayerManager.h"
-#include "plugin/leaves/Report.h"
+#include "plugin/base/Report.h"
 
 #include <deque>
 #include <initializer_list>

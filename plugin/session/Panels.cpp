@@ -1,9 +1,9 @@
-#include "plugin/middle/Panels.h"
+#include "plugin/session/Panels.h"
 
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/Script.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/PluginState.h"
 
 #include <QComboBox>
 #include <QInputDialog>

@@ -1,4 +1,4 @@
-#include "document/PngCheck.h"
+#include "tools/raster/PngCheck.h"
 
 #include "tools/raster/PngCodec.h"
 #include "tools/raster/Stroke.h"

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "document/Frame.h"
-#include "document/FrameOperation.h"
 #include "document/LayerAddress.h"
+#include "document/edits/FrameOperation.h"
 
 #include <maya/MTime.h>
 #include <memory>

@@ -1,8 +1,8 @@
-#include "document/FrameExchange.h"
+#include "document/edits/FrameExchange.h"
 
 #include "document/Layer.h"
 #include "document/LayerManager.h"
-#include "plugin/leaves/Report.h"
+#include "plugin/base/Report.h"
 
 namespace vellum {
 

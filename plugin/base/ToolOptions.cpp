@@ -1,8 +1,8 @@
-#include "plugin/leaves/ToolOptions.h"
+#include "plugin/base/ToolOptions.h"
 
-#include "plugin/leaves/Report.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/leaves/Tool.h"
+#include "plugin/base/Report.h"
+#include "plugin/base/Settings.h"
+#include "plugin/base/Tool.h"
 
 #include <algorithm>
 #include <array>

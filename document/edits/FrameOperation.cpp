@@ -1,4 +1,4 @@
-#include "document/FrameOperation.h"
+#include "document/edits/FrameOperation.h"
 
 #include <cassert>
 

@@ -1,4 +1,4 @@
-#include "document/PieceMap.h"
+#include "tools/raster/PieceMap.h"
 
 namespace vellum {
 

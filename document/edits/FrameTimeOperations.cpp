@@ -1,9 +1,9 @@
 // Operations that move frames or the scene in time: duplicate, steps, move and retime.
-#include "document/FrameExchange.h"
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "document/Retiming.h"
-#include "plugin/leaves/Report.h"
+#include "document/edits/FrameExchange.h"
+#include "plugin/base/Report.h"
 
 #include <limits>
 #include <maya/MAnimControl.h>

@@ -1,7 +1,7 @@
-#include "plugin/leaves/CommandStrings.h"
+#include "plugin/base/CommandStrings.h"
 
-#include "plugin/leaves/Names.h"
-#include "plugin/leaves/Tool.h"
+#include "plugin/base/Names.h"
+#include "plugin/base/Tool.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 // The colour of the transparent pixels around visible ones.
-#include "document/ColorFringe.h"
 #include "document/Drawing.h"
+#include "tools/raster/ColorFringe.h"
 #include "tools/raster/StrokeImage.h"
 
 #include <cstdlib>

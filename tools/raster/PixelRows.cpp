@@ -1,4 +1,4 @@
-#include "document/PixelRows.h"
+#include "tools/raster/PixelRows.h"
 
 #include <algorithm>
 #include <array>

@@ -1,10 +1,10 @@
-#include "plugin/leaves/Settings.h"
+#include "plugin/base/Settings.h"
 
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/IniText.h"
-#include "plugin/leaves/QtCompat.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/leaves/Script.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/IniText.h"
+#include "plugin/base/QtCompat.h"
+#include "plugin/base/Report.h"
+#include "plugin/base/Script.h"
 
 #include <QDataStream>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "plugin/middle/PluginState.h"
+#include "plugin/session/PluginState.h"
 
 #include <memory>
 

@@ -1,15 +1,15 @@
-#include "plugin/middle/ActiveNode.h"
+#include "plugin/session/ActiveNode.h"
 
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/CommandStrings.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/leaves/Script.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/PluginState.h"
-#include "plugin/middle/Timeline.h"
+#include "plugin/base/CommandStrings.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Report.h"
+#include "plugin/base/Script.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/PluginState.h"
+#include "plugin/session/Timeline.h"
 
 #include <QWidget>
 #include <maya/M3dView.h>

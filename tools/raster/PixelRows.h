@@ -10,7 +10,7 @@
 // layers painted one by one.
 #pragma once
 
-#include "document/PixelKernels.h"
+#include "tools/raster/PixelKernels.h"
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
-#include "document/PixelKernels.h"
+#include "tools/raster/PixelKernels.h"
 
-#include "document/VectorTargets.h"
+#include "tools/raster/VectorTargets.h"
 
 #include <cstring>
 

@@ -1,6 +1,6 @@
-#include "plugin/leaves/Report.h"
+#include "plugin/base/Report.h"
 
-#include "plugin/leaves/MayaStrings.h"
+#include "plugin/base/MayaStrings.h"
 
 #include <maya/MGlobal.h>
 

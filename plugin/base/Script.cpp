@@ -1,6 +1,6 @@
-#include "plugin/leaves/Script.h"
+#include "plugin/base/Script.h"
 
-#include "plugin/leaves/MayaStrings.h"
+#include "plugin/base/MayaStrings.h"
 
 #include <maya/MCommandResult.h>
 #include <maya/MDoubleArray.h>

@@ -1,4 +1,4 @@
-#include "plugin/leaves/IniText.h"
+#include "plugin/base/IniText.h"
 
 #include <QRegularExpression>
 #include <QString>

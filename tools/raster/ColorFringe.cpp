@@ -1,6 +1,6 @@
-#include "document/ColorFringe.h"
+#include "tools/raster/ColorFringe.h"
 
-#include "document/VectorTargets.h"
+#include "tools/raster/VectorTargets.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
 // Operations on the frames of a range: insert, delete, copy, cut, paste and clear.
-#include "document/FrameClipboard.h"
-#include "document/FrameExchange.h"
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
-#include "plugin/leaves/Report.h"
+#include "document/edits/FrameClipboard.h"
+#include "document/edits/FrameExchange.h"
+#include "plugin/base/Report.h"
 
 #include <limits>
 #include <map>

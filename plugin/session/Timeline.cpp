@@ -1,10 +1,10 @@
-#include "plugin/middle/Timeline.h"
+#include "plugin/session/Timeline.h"
 
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/leaves/Settings.h"
-#include "plugin/middle/ActiveNode.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/Settings.h"
+#include "plugin/session/ActiveNode.h"
+#include "plugin/session/PluginState.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "plugin/leaves/MayaStrings.h"
+#include "plugin/base/MayaStrings.h"
 
 #include <QByteArray>
 

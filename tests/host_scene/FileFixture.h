@@ -4,6 +4,7 @@
 #include "scene/PluginLoader.h"
 #include "scene/SceneState.h"
 #include "script/Interpreter.h"
+#include "support/Paths.h"
 #include "ui/StartUp.h"
 
 #include <QDir>
@@ -89,7 +90,7 @@ protected:
     }
     void open(const std::string& name) { run("file -f -o " + quotedPath(name)); }
     void loadTestPlugin() {
-        run(std::string("loadPlugin ") + host::script::quoted(TEST_PLUGIN_PATH));
+        run("loadPlugin " + host::script::quoted(support::testPluginPath().toStdString()));
     }
 
     QTemporaryDir folder;

@@ -160,8 +160,7 @@ TEST_F(Ascii, ASceneBringsInAPluginThatIsOnThePath) {
     run("createNode hostTestNode -n d; hostTestData -text \"t\" -numbers 1 d");
     save("auto.ma");
     run("file -f -new; unloadPlugin hosttestplugin");
-    const QString library = QString::fromLocal8Bit(TEST_PLUGIN_PATH);
-    qputenv("MAYA_PLUG_IN_PATH", QFileInfo(library).absolutePath().toLocal8Bit());
+    qputenv("MAYA_PLUG_IN_PATH", QFileInfo(support::testPluginPath()).absolutePath().toLocal8Bit());
     forget();
     open("auto.ma");
     EXPECT_EQ(run("pluginInfo -q -loaded hosttestplugin"), "1");

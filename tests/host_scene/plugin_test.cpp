@@ -64,7 +64,8 @@ TEST_F(Plugins, FailuresToLoadAreExplainedAndUndone) {
               std::string::npos);
     EXPECT_EQ(failing("unloadPlugin noSuchPlugin"), "Plug-in, \"noSuchPlugin\", is not loaded.");
     qputenv("HOSTTESTPLUGIN_REFUSE", "1");
-    const std::string load = std::string("loadPlugin ") + host::script::quoted(TEST_PLUGIN_PATH);
+    const std::string load =
+        "loadPlugin " + host::script::quoted(support::testPluginPath().toStdString());
     EXPECT_NE(failing(load).find("initializePlugin"), std::string::npos);
     qunsetenv("HOSTTESTPLUGIN_REFUSE");
     EXPECT_FALSE(host::script::commandExists("hostTestData")) << "what it registered is gone";

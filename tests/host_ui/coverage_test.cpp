@@ -1,5 +1,6 @@
 // host/coverage.md lists what the host has: nothing more, nothing less.
 #include "host_ui/UiTest.h"
+#include "support/Paths.h"
 
 #include "script/Commands.h"
 
@@ -27,7 +28,7 @@ QSet<QString> listed(const QString& kind) {
     static const QRegularExpression quoted("`([^`]+)`");
     QSet<QString> names;
     QString heading;
-    for (const QString& line : textOf(VELLUM_SOURCE_DIR "/host/coverage.md").split('\n')) {
+    for (const QString& line : textOf(support::sourcePath("host/coverage.md")).split('\n')) {
         const QStringList cells = line.split('|');
         if (cells.size() < 4) {
             heading.clear();
@@ -44,7 +45,7 @@ QSet<QString> listed(const QString& kind) {
 }
 
 QString apiFolder() {
-    return VELLUM_SOURCE_DIR "/host/include/maya";
+    return support::sourcePath("host/include/maya");
 }
 
 class Coverage : public uitest::UiTest {};

@@ -1,5 +1,6 @@
 // vellum-host as a program: its options, exit codes, pictures and replays.
 #include "support/HostProgram.h"
+#include "support/Paths.h"
 
 #include <QFile>
 #include <QImage>
@@ -113,7 +114,7 @@ TEST_F(Program, PictureOfTheWindowInBothRenderers) {
         const QString file = directory.filePath(QString(renderer) + ".png");
         const Outcome outcome =
             run({"--size", "640x480", "--renderer", renderer, "--screenshot", file, "--script",
-                 VELLUM_SOURCE_DIR "/resources/demo/shot.mel", "--command",
+                 support::sourcePath("resources/demo/shot.mel"), "--command",
                  "if (!`undoInfo -q -undoQueueEmpty`) error \"the demo itself can be undone\"",
                  "--command", "currentTime 3"});
         EXPECT_EQ(outcome.code, 0) << outcome.err;
@@ -164,11 +165,12 @@ TEST_F(Program, TheActivePanelIsFramed) {
 
 TEST_F(Program, ContactSheetOfTheView) {
     const QString file = directory.filePath("out/sheet.png");
-    const Outcome outcome = run(
-        {"--size", "640x480", "--script", VELLUM_SOURCE_DIR "/resources/demo/shot.mel", "--command",
-         "currentTime 9; hostContactSheet -start 1 -end 41 -byFrame 10 -columns 3 -width 100 "
-         "-file \"" +
-             file + "\"; print (\"at:\" + `currentTime -q` + \"\\n\"); quit -force"});
+    const Outcome outcome =
+        run({"--size", "640x480", "--script", support::sourcePath("resources/demo/shot.mel"),
+             "--command",
+             "currentTime 9; hostContactSheet -start 1 -end 41 -byFrame 10 -columns 3 -width 100 "
+             "-file \"" +
+                 file + "\"; print (\"at:\" + `currentTime -q` + \"\\n\"); quit -force"});
     EXPECT_EQ(outcome.code, 0) << outcome.err;
     EXPECT_EQ(marks(outcome.out), std::vector<std::string>{"9"});
     const QImage sheet(file);

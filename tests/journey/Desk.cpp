@@ -1,5 +1,7 @@
 #include "journey/Desk.h"
 
+#include "support/Paths.h"
+
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
 #include "ui/TimeSlider.h"
@@ -22,7 +24,8 @@ void Desk::SetUp() {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    ASSERT_TRUE(run(QStringLiteral("source \"" VELLUM_SOURCE_DIR "/resources/demo/shot.mel\"")));
+    ASSERT_TRUE(
+        run(QStringLiteral("source \"%1\"").arg(support::sourcePath("resources/demo/shot.mel"))));
     errors.clear();
 }
 

@@ -1,6 +1,7 @@
 // Whole jobs without window and display: what a script makes, the next process finds.
 #include "journey/LayerData.h"
 #include "support/HostProgram.h"
+#include "support/Paths.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -20,7 +21,7 @@ protected:
 
     /// Runs with the plug-in loaded and no display to be found; settings last from run to run.
     Outcome run(const QStringList& arguments) {
-        return HostProgram(QStringList{"--batch", "--plugin", VELLUM_PLUGIN_PATH} + arguments,
+        return HostProgram(QStringList{"--batch", "--plugin", support::pluginPath()} + arguments,
                            directory_.path(),
                            {"DISPLAY", "", "WAYLAND_DISPLAY", "", "MAYA_APP_DIR", path("prefs"),
                             "VELLUM_OUTPUT", directory_.path()})
@@ -43,7 +44,7 @@ protected:
     }
 
     static QStringList demo() {
-        return {"--script", VELLUM_SOURCE_DIR "/resources/demo/batch.mel"};
+        return {"--script", support::sourcePath("resources/demo/batch.mel")};
     }
 
 private:

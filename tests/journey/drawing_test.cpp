@@ -1,6 +1,7 @@
 // A session of drawing from the first stroke to the closed window.
 #include "journey/Desk.h"
 #include "journey/LayerData.h"
+#include "support/Paths.h"
 
 #include "ui/MainWindow.h"
 #include "ui/ViewWidget.h"
@@ -226,7 +227,8 @@ TEST_F(Drawing, ImportedDrawingsStandBesideThoseOfTheScene) {
     stroke(kUpper);
     const QImage upper = picture();
     save(file("upper.ma"));
-    ASSERT_TRUE(run(QStringLiteral("source \"" VELLUM_SOURCE_DIR "/resources/demo/shot.mel\"")));
+    ASSERT_TRUE(
+        run(QStringLiteral("source \"%1\"").arg(support::sourcePath("resources/demo/shot.mel"))));
     take("brush");
     stroke(kLower);
     const QImage lower = picture();

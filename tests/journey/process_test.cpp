@@ -1,6 +1,7 @@
 // The product across processes: what one draws and saves, the next finds.
 #include "journey/LayerData.h"
 #include "support/HostProgram.h"
+#include "support/Paths.h"
 
 #include <QDir>
 #include <QImage>
@@ -23,10 +24,10 @@ protected:
     /// The plug-in loaded, the demo shot open.
     QStringList shot() {
         return withPlugin(
-            {"--size", "900x700", "--script", VELLUM_SOURCE_DIR "/resources/demo/shot.mel"});
+            {"--size", "900x700", "--script", support::sourcePath("resources/demo/shot.mel")});
     }
     static QStringList withPlugin(const QStringList& rest) {
-        return QStringList{"--plugin", VELLUM_PLUGIN_PATH} + rest;
+        return QStringList{"--plugin", support::pluginPath()} + rest;
     }
 
     /// Writes a session of these steps, each a script or "x y" for a wavy stroke there.

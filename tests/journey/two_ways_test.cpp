@@ -2,6 +2,7 @@
 // saved documents are the same, layer by layer, frame by frame, pixel by pixel.
 #include "journey/Desk.h"
 #include "journey/LayerData.h"
+#include "support/Paths.h"
 
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
@@ -24,8 +25,8 @@ protected:
         QFile::remove(text(QStringLiteral("internalVar -userPrefDir")) +
                       QStringLiteral("vellum2.ini"));
         loadPlugin();
-        ASSERT_TRUE(
-            run(QStringLiteral("source \"" VELLUM_SOURCE_DIR "/resources/demo/shot.mel\"")));
+        ASSERT_TRUE(run(
+            QStringLiteral("source \"%1\"").arg(support::sourcePath("resources/demo/shot.mel"))));
         window->timeSlider().setRange(std::nullopt);
         ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -po 14 100 0; rvVellumUtil -bo 30 60 50 0;"
                                        "rvVellumUtil -eo 40 100 100 0")));

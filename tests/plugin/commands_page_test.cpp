@@ -1,5 +1,6 @@
 // docs/commands.md says what the commands do: its examples are run, its tables compared with what
 // the commands register.
+#include "support/Paths.h"
 #include "support/Session.h"
 
 #include "commands/FrameCommand.h"
@@ -54,7 +55,7 @@ QStringList quotedIn(const QString& text) {
 class Page {
 public:
     Page() {
-        QFile file(QStringLiteral(VELLUM_SOURCE_DIR "/docs/commands.md"));
+        QFile file(support::sourcePath("docs/commands.md"));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Text));
         const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
         for (int i = 0; i < lines.size(); ++i)

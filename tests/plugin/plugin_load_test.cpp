@@ -1,4 +1,5 @@
 // Loading and unloading in one process leaves things as they were.
+#include "support/Paths.h"
 #include "support/Session.h"
 
 #include "plugin/base/CommandStrings.h"
@@ -149,7 +150,7 @@ TEST_F(Loading, ANodeInTheSceneKeepsThePluginUnlessForced) {
 
 TEST_F(Loading, ATakenCommandNameStopsLoadingWithItsMessage) {
     unloadPlugin();
-    const QString library = QStringLiteral(VELLUM_PLUGIN_PATH);
+    const QString library = support::pluginPath();
     // The same library under another name finds every command taken.
     loadPlugin();
     QTemporaryDir directory;

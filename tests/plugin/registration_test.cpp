@@ -2,6 +2,7 @@
 #include "journey/LayerData.h"
 #include "support/Hand.h"
 #include "support/HostProgram.h"
+#include "support/Paths.h"
 #include "support/Session.h"
 
 #include "foundation/Faults.h"
@@ -64,7 +65,7 @@ protected:
 
     bool load() {
         errors.clear();
-        return run(QStringLiteral("loadPlugin \"%1\"").arg(QStringLiteral(VELLUM_PLUGIN_PATH)));
+        return run(QStringLiteral("loadPlugin \"%1\"").arg(support::pluginPath()));
     }
     bool unload() {
         errors.clear();
@@ -298,14 +299,14 @@ TEST_F(Registration, QuittingSavesAndClosesWhatTheInterfaceHas) {
 
 TEST(BatchMode, RegistersEverythingAndMakesNoWidget) {
     support::HostProgram program(
-        {QStringLiteral("--batch"), QStringLiteral("--plugin"), QStringLiteral(VELLUM_PLUGIN_PATH),
+        {QStringLiteral("--batch"), QStringLiteral("--plugin"), support::pluginPath(),
          QStringLiteral("--command"),
          QStringLiteral("print(\"menu \" + ($gRvVlMainMenu == \"\") + \" scripts \" + "
                         "`exists rvVlCreateMainMenu` + \" contexts \" + `exists rvVlDrawCtx` + "
                         "\"\\n\"); rvVellumNode -layer -camera persp; rvVellumFrame -ins persp;"
                         "currentTime 8; print(\"layers \" + `rvVellumLayer -count persp` + "
                         "\"\\n\"); file -f -new; unloadPlugin vellum2; loadPlugin ") +
-             QStringLiteral("\"%1\"").arg(QStringLiteral(VELLUM_PLUGIN_PATH))});
+             QStringLiteral("\"%1\"").arg(support::pluginPath())});
     const support::Outcome outcome = program.outcome();
     EXPECT_EQ(outcome.code, 0);
     EXPECT_NE(outcome.out.find("menu 1 scripts 1"), std::string::npos) << outcome.out;
@@ -319,7 +320,7 @@ TEST(BatchMode, AMenuScriptThatFailsStopsNothing) {
         {QStringLiteral("--batch"), QStringLiteral("--command"),
          QStringLiteral("global int $gRvVlMainMenu; loadPlugin \"%1\"; rvVellumNode;"
                         "print(\"nodes \" + size(`ls -type rvVellum`) + \"\\n\");")
-             .arg(QStringLiteral(VELLUM_PLUGIN_PATH))});
+             .arg(support::pluginPath())});
     const support::Outcome outcome = program.outcome();
     EXPECT_EQ(outcome.code, 0);
     EXPECT_NE(outcome.out.find("nodes 1"), std::string::npos) << outcome.out;
@@ -328,7 +329,7 @@ TEST(BatchMode, AMenuScriptThatFailsStopsNothing) {
 }
 
 TEST(Window, AMenuScriptThatFailsIsSaidOnceAndNothingAsksForTheMenu) {
-    const QString plugin = QStringLiteral(VELLUM_PLUGIN_PATH);
+    const QString plugin = support::pluginPath();
     support::HostProgram program(
         {QStringLiteral("--command"),
          QStringLiteral("global int $gRvVlMainMenu; loadPlugin \"%1\"; rvVellumNode;"

@@ -1,5 +1,7 @@
 #include "support/HostProgram.h"
 
+#include "support/Paths.h"
+
 #include <QElapsedTimer>
 #include <gtest/gtest.h>
 
@@ -16,7 +18,7 @@ HostProgram::HostProgram(const QStringList& arguments, const QString& workingDir
         variables.insert(environment.at(i), environment.at(i + 1));
     process_.setProcessEnvironment(variables);
     process_.setWorkingDirectory(workingDirectory);
-    process_.start(QStringLiteral(VELLUM_HOST_PATH), arguments);
+    process_.start(hostPath(), arguments);
 }
 
 HostProgram::~HostProgram() {

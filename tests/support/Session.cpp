@@ -1,5 +1,7 @@
 #include "support/Session.h"
 
+#include "support/Paths.h"
+
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
 #include "ui/MainWindow.h"
@@ -80,7 +82,7 @@ void Session::TearDown() {
 
 void Session::loadPlugin() {
     errors.clear();
-    ASSERT_TRUE(run(QStringLiteral("loadPlugin \"%1\"").arg(QStringLiteral(VELLUM_PLUGIN_PATH))));
+    ASSERT_TRUE(run(QStringLiteral("loadPlugin \"%1\"").arg(support::pluginPath())));
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
 

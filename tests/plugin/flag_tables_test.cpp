@@ -6,7 +6,7 @@
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 
 namespace vellum::test {
 namespace {

@@ -10,7 +10,7 @@
 #include "plugin/session/ActiveNode.h"
 #include "plugin/session/PluginState.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "script/PluginCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"

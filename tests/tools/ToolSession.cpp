@@ -5,7 +5,7 @@
 #include "plugin/base/Names.h"
 #include "plugin/base/Script.h"
 #include "plugin/session/ActiveNode.h"
-#include "scene/PluginServices.h"
+#include "plugins/PluginServices.h"
 #include "script/PluginCommands.h"
 #include "tools/interaction/DrawContextCommand.h"
 #include "tools/interaction/StrokeCommand.h"

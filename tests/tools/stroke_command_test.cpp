@@ -8,7 +8,7 @@
 #include "plugin/base/Settings.h"
 #include "plugin/session/ActiveNode.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 
 #include <maya/MFnDependencyNode.h>
 #include <maya/MSelectionList.h>

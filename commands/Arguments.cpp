@@ -2,8 +2,8 @@
 
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
-#include "plugin/session/ActiveNode.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/TimeSlider.h"
 
 #include <algorithm>
 #include <limits>

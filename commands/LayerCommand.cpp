@@ -6,7 +6,8 @@
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Cameras.h"
+#include "plugin/session/SceneNodes.h"
 
 #include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>

@@ -3,12 +3,14 @@
 #include "commands/Arguments.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
+#include "node/NodeSearch.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Cameras.h"
 #include "plugin/session/Panels.h"
+#include "plugin/session/SceneTime.h"
 #include "plugin/session/Timeline.h"
 
 #include <maya/MArgDatabase.h>

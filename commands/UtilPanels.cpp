@@ -1,9 +1,9 @@
 #include "commands/UtilActions.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
+#include "node/NodeSearch.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Script.h"
-#include "plugin/session/ActiveNode.h"
 #include "plugin/session/Panels.h"
 
 #include <QHash>

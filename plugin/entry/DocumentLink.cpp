@@ -2,10 +2,12 @@
 
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
+#include "node/NodeSearch.h"
 #include "plugin/base/Report.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Cameras.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/TimeSlider.h"
 #include "plugin/session/Timeline.h"
 #include "tools/interaction/TimeControlOverlay.h"
 

@@ -2,11 +2,12 @@
 
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
-#include "plugin/entry/DocumentLink.h"
+#include "node/NodeSearch.h"
 #include "plugin/base/Settings.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/entry/DocumentLink.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/SceneTime.h"
 #include "plugin/session/Timeline.h"
 
 #include <maya/M3dView.h>

@@ -1,3 +1,5 @@
+#include "plugin/session/DrawingTarget.h"
+
 #include "document/Layer.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
@@ -5,7 +7,7 @@
 #include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/SceneTime.h"
 #include "plugin/session/Timeline.h"
 
 #include <maya/MTime.h>

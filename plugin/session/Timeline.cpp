@@ -2,9 +2,10 @@
 
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
+#include "node/NodeSearch.h"
 #include "plugin/base/Settings.h"
-#include "plugin/session/ActiveNode.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/SceneNodes.h"
 
 #include <algorithm>
 #include <limits>

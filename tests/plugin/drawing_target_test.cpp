@@ -6,7 +6,10 @@
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "plugin/base/Settings.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Cameras.h"
+#include "plugin/session/DrawingTarget.h"
+#include "plugin/session/SceneNodes.h"
+#include "plugin/session/SceneTime.h"
 
 namespace vellum::test {
 namespace {

@@ -6,9 +6,11 @@
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
+#include "node/NodeSearch.h"
 #include "plugin/base/CommandStrings.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Cameras.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/SceneTime.h"
 
 #include "foundation/UndoQueue.h"
 #include "script/PluginCommands.h"

@@ -4,7 +4,7 @@
 #include "node/CameraFit.h"
 #include "plugin/base/Names.h"
 #include "plugin/base/Script.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/SceneTime.h"
 #include "plugins/PluginServices.h"
 #include "script/PluginCommands.h"
 #include "tools/interaction/DrawContextCommand.h"

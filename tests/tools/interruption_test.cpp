@@ -5,8 +5,9 @@
 #include "document/Frame.h"
 #include "document/Layer.h"
 #include "node/BaseNode.h"
+#include "node/NodeSearch.h"
 #include "plugin/base/Settings.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/SceneTime.h"
 #include "tools/interaction/ThreadManager.h"
 
 #include <QTemporaryDir>

@@ -6,7 +6,7 @@
 #include "node/BaseNode.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Settings.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/DrawingTarget.h"
 
 #include "foundation/UndoQueue.h"
 

@@ -2,7 +2,7 @@
 // that come and go.
 #include "tools/TransformSession.h"
 
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Cameras.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
 

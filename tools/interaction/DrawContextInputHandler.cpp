@@ -2,8 +2,8 @@
 
 #include "plugin/base/QtCompat.h"
 #include "plugin/base/Settings.h"
-#include "plugin/session/ActiveNode.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/TimeSlider.h"
 
 #include <QCursor>
 #include <QKeyEvent>

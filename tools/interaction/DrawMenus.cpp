@@ -7,7 +7,7 @@
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
 #include "plugin/base/Tool.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Cameras.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 
 #include <QAction>

@@ -8,7 +8,8 @@
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
 #include "plugin/base/Settings.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Cameras.h"
+#include "plugin/session/SceneNodes.h"
 #include "plugin/session/Timeline.h"
 
 #include <maya/M3dView.h>

@@ -3,8 +3,8 @@
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
-#include "plugin/session/ActiveNode.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/TimeSlider.h"
 
 #include <QHash>
 #include <QMouseEvent>

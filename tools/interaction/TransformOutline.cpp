@@ -1,6 +1,6 @@
 // The rectangle of the transform tool: how it is kept and how it is shown.
 #include "node/BaseNode.h"
-#include "plugin/session/ActiveNode.h"
+#include "plugin/session/Cameras.h"
 #include "tools/interaction/TransformContext.h"
 #include "tools/interaction/ViewMeasure.h"
 

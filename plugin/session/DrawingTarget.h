@@ -1,0 +1,25 @@
+// The check before a stroke: the picture that it goes into. Main thread only.
+#pragma once
+
+#include <QString>
+
+namespace vellum {
+
+class BaseNode;
+class Frame;
+
+/// What the check found or made.
+struct DrawingTarget {
+    Frame* frame = nullptr;    ///< frame to draw into, owned by the document; null: refused
+    int addedLayer = -1;       ///< index of a first layer made for the camera
+    bool frameCreated = false; ///< a frame was inserted
+
+    explicit operator bool() const { return frame != nullptr; }
+};
+
+/// Finds the picture of the camera's active layer at the current time, making the first layer or a
+/// frame where the preferences allow. A refusal has been reported and changed nothing, except that
+/// a layer made on the way stays.
+DrawingTarget drawingTarget(BaseNode& node, const QString& camera);
+
+} // namespace vellum

@@ -5,7 +5,6 @@
 #include <QMouseEvent>
 #include <QSettings>
 #include <QTabletEvent>
-#include <QWheelEvent>
 #include <QtGlobal>
 
 namespace vellum::qt {
@@ -16,14 +15,8 @@ using EnterEvent = QEnterEvent; ///< what QWidget::enterEvent takes
 inline QPointF position(const QMouseEvent* event) {
     return event->position();
 }
-inline QPointF globalPosition(const QMouseEvent* event) {
-    return event->globalPosition();
-}
 inline QPointF position(const QTabletEvent* event) {
     return event->position();
-}
-inline QPointF globalPosition(const QTabletEvent* event) {
-    return event->globalPosition();
 }
 
 /// Makes text in an INI file UTF-8, which Qt 6 writes and takes for granted. What Qt 5 writes is
@@ -41,14 +34,8 @@ using EnterEvent = QEvent;
 inline QPointF position(const QMouseEvent* event) {
     return event->localPos();
 }
-inline QPointF globalPosition(const QMouseEvent* event) {
-    return event->screenPos();
-}
 inline QPointF position(const QTabletEvent* event) {
     return event->posF();
-}
-inline QPointF globalPosition(const QTabletEvent* event) {
-    return event->globalPosF();
 }
 
 inline void readAsUtf8(QSettings& iniFile) {

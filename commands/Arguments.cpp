@@ -9,32 +9,66 @@
 #include <limits>
 #include <maya/MAnimControl.h>
 #include <maya/MTime.h>
+#include <string>
 
 namespace vellum {
 
-MStatus refuse(const QString& message) {
-    report::error(message);
-    return MS::kFailure;
+namespace {
+
+/// As a call writes the flag: with a dash, whether or not it is registered with one.
+std::string written(const char* flag) {
+    return flag[0] == '-' ? std::string(flag) : '-' + std::string(flag);
 }
 
-int indexArgument(const MArgDatabase& args, const char* flag, unsigned position) {
-    unsigned value = 0;
-    args.getFlagArgument(flag, position, value);
-    constexpr auto largest = static_cast<unsigned>(std::numeric_limits<int>::max());
-    return static_cast<int>(std::min(value, largest));
-}
-
-int signedArgument(const MArgDatabase& args, const char* flag, unsigned position) {
-    int value = 0;
-    args.getFlagArgument(flag, position, value);
+template <typename Value>
+Value argument(const MArgDatabase& args, const char* flag, unsigned position) {
+    Value value{};
+    if (isSet(args, flag))
+        args.getFlagArgument(written(flag).c_str(), position, value);
     return value;
 }
 
-QString textArgument(const MArgDatabase& args, const char* flag) {
-    MString value;
-    if (args.isFlagSet(flag))
-        args.getFlagArgument(flag, 0, value);
-    return fromMaya(value);
+} // namespace
+
+MStatus refuse(const QString& message, MStatus::MStatusCode code) {
+    report::error(message);
+    return code;
+}
+
+bool isSet(const MArgDatabase& args, const char* flag) {
+    return args.isFlagSet(written(flag).c_str());
+}
+
+unsigned unsignedArgument(const MArgDatabase& args, const char* flag, unsigned position) {
+    return argument<unsigned>(args, flag, position);
+}
+
+int intArgument(const MArgDatabase& args, const char* flag, unsigned position) {
+    return argument<int>(args, flag, position);
+}
+
+bool boolArgument(const MArgDatabase& args, const char* flag, unsigned position) {
+    return argument<bool>(args, flag, position);
+}
+
+double doubleArgument(const MArgDatabase& args, const char* flag, unsigned position) {
+    return argument<double>(args, flag, position);
+}
+
+QString stringArgument(const MArgDatabase& args, const char* flag, unsigned position) {
+    return fromMaya(argument<MString>(args, flag, position));
+}
+
+int indexArgument(const MArgDatabase& args, const char* flag, unsigned position) {
+    constexpr auto largest = static_cast<unsigned>(std::numeric_limits<int>::max());
+    return static_cast<int>(std::min(unsignedArgument(args, flag, position), largest));
+}
+
+int newStateArgument(const MArgDatabase& args, const char* flag) {
+    if (!isSet(args, flag))
+        return -1;
+    const int state = indexArgument(args, flag, 0);
+    return state > 2 ? 0 : state;
 }
 
 std::optional<FrameRange> sliderRange() {

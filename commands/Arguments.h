@@ -1,4 +1,6 @@
-// What the commands share: arguments out of a parsed command line, the time range, refusals.
+// What the commands share: arguments out of a parsed command line, the time range, refusals. Flags
+// are asked for by the name they are registered with, some of which have no dash. Of a flag that is
+// not set, or has no such argument, the answer is 0, false or empty.
 #pragma once
 
 #include "document/FrameRange.h"
@@ -10,20 +12,24 @@
 
 namespace vellum {
 
-/// Reports the message; the command fails.
-MStatus refuse(const QString& message);
+inline constexpr const char* kNodeNotFound = "Node not found";
 
-inline bool is(const char* flag, const char* name) {
-    return QLatin1String(flag) == QLatin1String(name);
-}
+/// Reports the message; the command fails.
+MStatus refuse(const QString& message, MStatus::MStatusCode code = MStatus::kFailure);
+
+bool isSet(const MArgDatabase& args, const char* flag);
+
+unsigned unsignedArgument(const MArgDatabase& args, const char* flag, unsigned position);
+int intArgument(const MArgDatabase& args, const char* flag, unsigned position);
+bool boolArgument(const MArgDatabase& args, const char* flag, unsigned position);
+double doubleArgument(const MArgDatabase& args, const char* flag, unsigned position);
+QString stringArgument(const MArgDatabase& args, const char* flag, unsigned position);
 
 /// Unsigned script numbers as indexes: what does not fit is just out of range.
 int indexArgument(const MArgDatabase& args, const char* flag, unsigned position);
 
-int signedArgument(const MArgDatabase& args, const char* flag, unsigned position);
-
-/// Empty when the flag is not set.
-QString textArgument(const MArgDatabase& args, const char* flag);
+/// State of a new layer: an unknown one is 0, -1 means that none was given.
+int newStateArgument(const MArgDatabase& args, const char* flag);
 
 /// The time slider's highlighted range; without a slider (batch mode) the current frame. Empty
 /// after a report.

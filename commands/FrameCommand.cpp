@@ -1,6 +1,6 @@
 #include "commands/FrameCommand.h"
 
-#include "commands/Arguments.h"
+#include "commands/FlagTable.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -9,23 +9,89 @@
 #include "plugin/session/Cameras.h"
 #include "plugin/session/Timeline.h"
 
-#include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>
 
 namespace vellum {
 
 namespace {
 
-/// The first of these flags that is set decides.
-constexpr const char* kOperations[] = {"-ins", "-dup", "-del", "-cut", "-cp", "-pst",
-                                       "-clr", "-sf",  "-sb",  "-ret", "-mv"};
+constexpr const char* kRelative = "rel";
+constexpr const char* kMoveToNext = "mvn";
 
-const char* chosenOperation(const MArgDatabase& args) {
-    for (const char* flag : kOperations) {
-        if (args.isFlagSet(flag))
-            return flag;
-    }
-    return "";
+constexpr const char* kCannotInsert = "Failed to insert key. Node does not exist.";
+
+/// A call of which the camera and the drawing are known.
+struct FrameCall {
+    const MArgDatabase& args;
+    const char* flag;
+    const QString& camera;
+    bool named; ///< the call names the camera
+    const LayerManager& document;
+};
+
+using Operation = frame_operation::Operation;
+
+struct FrameAction {
+    Operation (*make)(const FrameCall& call) = nullptr; ///< null, after a report, when refused
+    const char* withoutNode = kNodeNotFound;
+};
+
+template <auto make> Operation overRange(const FrameCall& call) {
+    const auto range = sliderRange();
+    return range ? make(call.camera, *range) : nullptr;
+}
+
+Operation duplicate(const FrameCall& call) {
+    return frame_operation::duplicate(call.camera);
+}
+
+Operation paste(const QString& camera, const FrameRange& range) {
+    return frame_operation::paste(camera, range.first);
+}
+
+Operation stepForward(const FrameCall&) {
+    return frame_operation::stepForward();
+}
+
+Operation stepBack(const FrameCall&) {
+    return frame_operation::stepBack();
+}
+
+Operation retime(const FrameCall& call) {
+    const auto range = sliderRange();
+    if (!range)
+        return nullptr;
+    return frame_operation::retime(*range, intArgument(call.args, call.flag, 0),
+                                   isSet(call.args, kRelative), isSet(call.args, kMoveToNext));
+}
+
+Operation move(const FrameCall& call) {
+    // Unnamed: what the time slider marks, whatever camera the view looks through.
+    return frame_operation::move(call.named ? call.camera : call.document.currentCamera(),
+                                 intArgument(call.args, call.flag, 0),
+                                 intArgument(call.args, call.flag, 1),
+                                 intArgument(call.args, call.flag, 2));
+}
+
+const FlagTable<FrameAction>& flags() {
+    constexpr auto L = MSyntax::kLong;
+    static const FlagTable<FrameAction> table{
+        {"-ins", "-insert", {}, {overRange<frame_operation::insert>, kCannotInsert}},
+        {"-dup", "-duplicate", {}, {duplicate}},
+        {"-del", "-delete", {}, {overRange<frame_operation::remove>}},
+        {"-cut", "-cutFrame", {}, {overRange<frame_operation::cut>}},
+        {"-cp", "-copy", {}, {overRange<frame_operation::copy>}},
+        {"-pst", "-paste", {}, {overRange<paste>}},
+        {"-clr", "-clear", {}, {overRange<frame_operation::clear>}},
+        {"-sf", "-stepForward", {}, {stepForward}},
+        {"-sb", "-stepBack", {}, {stepBack}},
+        // The names without a dash are as scripts know them.
+        {"ret", "retime", {L}, {retime}},
+        {kRelative, "relative", {}, {}},
+        {kMoveToNext, "moveToNext", {}, {}},
+        {"mv", "move", {L, L, L}, {move}},
+    };
+    return table;
 }
 
 } // namespace
@@ -35,22 +101,8 @@ void* FrameCommand::creator() {
 }
 
 MSyntax FrameCommand::newSyntax() {
-    constexpr auto L = MSyntax::kLong;
     MSyntax syntax;
-    syntax.addFlag("-ins", "-insert");
-    syntax.addFlag("-dup", "-duplicate");
-    syntax.addFlag("-del", "-delete");
-    syntax.addFlag("-cut", "-cutFrame");
-    syntax.addFlag("-cp", "-copy");
-    syntax.addFlag("-pst", "-paste");
-    syntax.addFlag("-clr", "-clear");
-    syntax.addFlag("-sf", "-stepForward");
-    syntax.addFlag("-sb", "-stepBack");
-    // The names without a dash are as scripts know them.
-    syntax.addFlag("ret", "retime", L);
-    syntax.addFlag("rel", "relative");
-    syntax.addFlag("mvn", "moveToNext");
-    syntax.addFlag("mv", "move", L, L, L);
+    addFlags(syntax, flags());
     syntax.setObjectType(MSyntax::kStringObjects, 0, 1);
     syntax.enableQuery(false);
     syntax.enableEdit(false);
@@ -71,14 +123,14 @@ MStatus FrameCommand::doIt(const MArgList& args) {
         return status;
     const BaseNode* active = activeNode();
     const auto document = active ? active->layerManager() : nullptr;
-    if (!document) {
-        return refuse(is(chosenOperation(parsed), "-ins")
-                          ? QStringLiteral("Failed to insert key. Node does not exist.")
-                          : QStringLiteral("Node not found"));
-    }
+    const auto* row = firstFlag(flags(), parsed, &FrameAction::make);
+    if (!document)
+        return refuse(QString::fromLatin1(row ? row->action.withoutNode : kNodeNotFound));
+    if (!row)
+        return refuse(QStringLiteral("Invalid command parameters"));
     document_ = document;
-    status = makeOperation(parsed);
-    return status == MS::kSuccess ? redoIt() : status;
+    operation_ = row->action.make({parsed, row->shortName, camera_, named_, *document});
+    return operation_ ? redoIt() : MS::kFailure;
 }
 
 MStatus FrameCommand::findCamera(const MArgDatabase& args) {
@@ -93,48 +145,6 @@ MStatus FrameCommand::findCamera(const MArgDatabase& args) {
     }
     camera_ = currentCamera();
     return camera_.isEmpty() ? refuse(QStringLiteral("Camera not specified")) : MS::kSuccess;
-}
-
-MStatus FrameCommand::makeOperation(const MArgDatabase& args) {
-    const char* flag = chosenOperation(args);
-    if (is(flag, ""))
-        return refuse(QStringLiteral("Invalid command parameters"));
-    if (is(flag, "-dup")) {
-        operation_ = frame_operation::duplicate(camera_);
-    } else if (is(flag, "-sf")) {
-        operation_ = frame_operation::stepForward();
-    } else if (is(flag, "-sb")) {
-        operation_ = frame_operation::stepBack();
-    } else if (is(flag, "-mv")) {
-        // Unnamed: what the time slider marks, whatever camera the view looks through.
-        operation_ = frame_operation::move(
-            named_ ? camera_ : document_.lock()->currentCamera(), signedArgument(args, flag, 0),
-            signedArgument(args, flag, 1), signedArgument(args, flag, 2));
-    } else {
-        const auto range = sliderRange();
-        if (!range)
-            return MS::kFailure;
-        operation_ = is(flag, "-ret")
-                         ? frame_operation::retime(*range, signedArgument(args, flag, 0),
-                                                   args.isFlagSet("-rel"), args.isFlagSet("-mvn"))
-                         : rangeOperation(flag, *range);
-    }
-    return MS::kSuccess;
-}
-
-std::unique_ptr<FrameOperation> FrameCommand::rangeOperation(const char* flag,
-                                                             const FrameRange& range) const {
-    if (is(flag, "-ins"))
-        return frame_operation::insert(camera_, range);
-    if (is(flag, "-del"))
-        return frame_operation::remove(camera_, range);
-    if (is(flag, "-cut"))
-        return frame_operation::cut(camera_, range);
-    if (is(flag, "-cp"))
-        return frame_operation::copy(camera_, range);
-    if (is(flag, "-pst"))
-        return frame_operation::paste(camera_, range.first);
-    return frame_operation::clear(camera_, range);
 }
 
 BaseNode* FrameCommand::node() const {

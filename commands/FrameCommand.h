@@ -27,8 +27,6 @@ public:
 
 private:
     MStatus findCamera(const MArgDatabase& args);
-    MStatus makeOperation(const MArgDatabase& args);
-    std::unique_ptr<FrameOperation> rangeOperation(const char* flag, const FrameRange& range) const;
     BaseNode* node() const;
     void showChange(BaseNode& changed) const;
 

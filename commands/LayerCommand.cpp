@@ -1,6 +1,6 @@
 #include "commands/LayerCommand.h"
 
-#include "commands/Arguments.h"
+#include "commands/FlagTable.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -9,19 +9,193 @@
 #include "plugin/session/Cameras.h"
 #include "plugin/session/SceneNodes.h"
 
-#include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>
+#include <optional>
 
 namespace vellum {
 
 namespace {
 
-/// State of a new layer, -1 when none was given.
-int stateArgument(const MArgDatabase& args) {
-    if (!args.isFlagSet("-ls"))
-        return -1;
-    const int state = indexArgument(args, "-ls", 0);
-    return state > 2 ? 0 : state;
+constexpr const char* kName = "-n";
+constexpr const char* kNewCamera = "-nc";
+constexpr const char* kLayerState = "-ls";
+
+constexpr const char* kCannotAdd = "Failed to add layer. Node does not exist.";
+constexpr const char* kCannotInsert = "Failed to insert layer. Node does not exist.";
+
+/// A call of which the camera and the drawing are known.
+struct LayerCall {
+    const MArgDatabase& args;
+    const char* flag;
+    const QString& camera;
+    LayerManager& document;
+    std::unique_ptr<LayerEdit>& edit; ///< left empty by what changes nothing
+};
+
+using LayerHandler = MStatus (*)(const LayerCall& call);
+
+/// What a flag does in a call without a mode, and in one with -edit or -query.
+struct LayerAction {
+    LayerHandler create = nullptr;
+    LayerHandler edit = nullptr;
+    LayerHandler query = nullptr;
+    const char* withoutNode = kNodeNotFound;
+};
+
+MStatus activate(const LayerCall& call) {
+    call.edit = layer_edit::activate(call.camera, indexArgument(call.args, call.flag, 0));
+    return MS::kSuccess;
+}
+
+MStatus tellActive(const LayerCall& call) {
+    MPxCommand::setResult(call.document.activeLayerIndex(call.camera));
+    return MS::kSuccess;
+}
+
+MStatus count(const LayerCall& call) {
+    MPxCommand::setResult(call.document.cameraLayerCount(call.camera));
+    return MS::kSuccess;
+}
+
+MStatus add(const LayerCall& call) {
+    call.edit = layer_edit::add(call.camera, stringArgument(call.args, kName, 0),
+                                newStateArgument(call.args, kLayerState));
+    return MS::kSuccess;
+}
+
+MStatus insert(const LayerCall& call) {
+    call.edit = layer_edit::insert(call.camera, intArgument(call.args, call.flag, 0),
+                                   stringArgument(call.args, kName, 0),
+                                   newStateArgument(call.args, kLayerState));
+    return MS::kSuccess;
+}
+
+MStatus remove(const LayerCall& call) {
+    call.edit = layer_edit::remove(call.camera, indexArgument(call.args, call.flag, 0));
+    return MS::kSuccess;
+}
+
+MStatus removeAll(const LayerCall& call) {
+    call.edit = layer_edit::removeAll(call.camera);
+    return MS::kSuccess;
+}
+
+MStatus move(const LayerCall& call) {
+    const int from = indexArgument(call.args, call.flag, 0);
+    const int to = intArgument(call.args, call.flag, 1);
+    call.edit = isSet(call.args, kNewCamera)
+                    ? layer_edit::moveToCamera(call.camera, from,
+                                               stringArgument(call.args, kNewCamera, 0), to)
+                    : layer_edit::move(call.camera, from, to);
+    return MS::kSuccess;
+}
+
+MStatus moveAll(const LayerCall& call) {
+    call.edit = layer_edit::moveAll(call.camera, stringArgument(call.args, call.flag, 0));
+    return MS::kSuccess;
+}
+
+/// Index of the layer that an argument names; empty, after a report, when there is none.
+std::optional<int> layerArgument(const LayerCall& call, unsigned position) {
+    const unsigned number = unsignedArgument(call.args, call.flag, position);
+    const int index = static_cast<int>(number);
+    if (call.document.isValidLayer(call.camera, index))
+        return index;
+    report::error(QStringLiteral("Layer does not exist for camera (index): %1 (%2)")
+                      .arg(call.camera, QString::number(number)));
+    return std::nullopt;
+}
+
+/// The value stands before the layer.
+template <auto make> MStatus editLayer(const LayerCall& call) {
+    const auto index = layerArgument(call, 1);
+    if (index)
+        call.edit = make(call, *index);
+    return call.edit ? MS::kSuccess : MS::kFailure;
+}
+
+using Edit = std::unique_ptr<LayerEdit>;
+
+Edit renamed(const LayerCall& call, int index) {
+    return layer_edit::rename(call.camera, index, stringArgument(call.args, call.flag, 0));
+}
+
+Edit shown(const LayerCall& call, int index) {
+    return layer_edit::setVisible(call.camera, index, boolArgument(call.args, call.flag, 0));
+}
+
+Edit faded(const LayerCall& call, int index) {
+    const auto opacity = static_cast<float>(doubleArgument(call.args, call.flag, 0));
+    return layer_edit::setOpacity(call.camera, index, opacity);
+}
+
+Edit inState(const LayerCall& call, int index) {
+    const unsigned state = unsignedArgument(call.args, call.flag, 0);
+    if (state <= 2)
+        return layer_edit::setState(call.camera, index, static_cast<int>(state));
+    report::error(QStringLiteral("Invalid state value: %1").arg(state));
+    return nullptr;
+}
+
+MString asResult(const QString& value) {
+    return toMaya(value);
+}
+
+bool asResult(bool value) {
+    return value;
+}
+
+double asResult(float value) {
+    return static_cast<double>(value);
+}
+
+int asResult(int value) {
+    return value;
+}
+
+template <auto value> MStatus tellOfLayer(const LayerCall& call) {
+    const auto index = layerArgument(call, 0);
+    if (!index)
+        return MS::kFailure;
+    MPxCommand::setResult(asResult((call.document.*value)(call.camera, *index)));
+    return MS::kSuccess;
+}
+
+MStatus accept(const LayerCall&) {
+    return MS::kSuccess;
+}
+
+const FlagTable<LayerAction>& flags() {
+    constexpr auto U = MSyntax::kUnsigned;
+    constexpr auto L = MSyntax::kLong;
+    constexpr auto S = MSyntax::kString;
+    constexpr auto B = MSyntax::kBoolean;
+    constexpr auto D = MSyntax::kDouble;
+    using Layers = LayerManager;
+    static const FlagTable<LayerAction> table{
+        {"-act", "-active", {U}, {nullptr, activate, tellActive}},
+        {"-cnt", "-count", {}, {count}},
+        {"-add", "-addLayer", {}, {add, nullptr, nullptr, kCannotAdd}},
+        {"-ins", "-insert", {L}, {insert, nullptr, nullptr, kCannotInsert}},
+        {"-del", "-delete", {U}, {remove}},
+        {"-da", "-deleteAll", {}, {removeAll}},
+        {"-mv", "-move", {U, L}, {move}},
+        {"-mva", "-moveAll", {S}, {moveAll}},
+        {kName, "-name", {S}, {}},
+        {kNewCamera, "-newCamera", {S}, {}},
+        // The long names without a dash are as scripts know them.
+        {"-en", "editName", {S, U}, {editLayer<renamed>}},
+        {"-qn", "queryName", {U}, {tellOfLayer<&Layers::layerName>}},
+        {"-ev", "editVis", {B, U}, {editLayer<shown>}},
+        {"-qv", "queryVis", {U}, {tellOfLayer<&Layers::layerVisible>}},
+        {"-eo", "editOpacity", {D, U}, {editLayer<faded>}},
+        {"-qo", "queryOpacity", {U}, {tellOfLayer<&Layers::layerOpacity>}},
+        {"-es", "editState", {U, U}, {editLayer<inState>}},
+        {"-qs", "queryState", {U}, {tellOfLayer<&Layers::layerState>}},
+        {kLayerState, "layerState", {U}, {}},
+        {"-irp", "importReelviewPro", {S, S}, {accept}},
+    };
+    return table;
 }
 
 } // namespace
@@ -31,29 +205,8 @@ void* LayerCommand::creator() {
 }
 
 MSyntax LayerCommand::newSyntax() {
-    constexpr auto U = MSyntax::kUnsigned;
     MSyntax syntax;
-    syntax.addFlag("-act", "-active", U);
-    syntax.addFlag("-cnt", "-count");
-    syntax.addFlag("-add", "-addLayer");
-    syntax.addFlag("-ins", "-insert", MSyntax::kLong);
-    syntax.addFlag("-del", "-delete", U);
-    syntax.addFlag("-da", "-deleteAll");
-    syntax.addFlag("-mv", "-move", U, MSyntax::kLong);
-    syntax.addFlag("-mva", "-moveAll", MSyntax::kString);
-    syntax.addFlag("-n", "-name", MSyntax::kString);
-    syntax.addFlag("-nc", "-newCamera", MSyntax::kString);
-    // The long names without a dash are as scripts know them.
-    syntax.addFlag("-en", "editName", MSyntax::kString, U);
-    syntax.addFlag("-qn", "queryName", U);
-    syntax.addFlag("-ev", "editVis", MSyntax::kBoolean, U);
-    syntax.addFlag("-qv", "queryVis", U);
-    syntax.addFlag("-eo", "editOpacity", MSyntax::kDouble, U);
-    syntax.addFlag("-qo", "queryOpacity", U);
-    syntax.addFlag("-es", "editState", U, U);
-    syntax.addFlag("-qs", "queryState", U);
-    syntax.addFlag("-ls", "layerState", U);
-    syntax.addFlag("-irp", "importReelviewPro", MSyntax::kString, MSyntax::kString);
+    addFlags(syntax, flags());
     syntax.setObjectType(MSyntax::kStringObjects, 1, 1);
     syntax.enableQuery(true);
     syntax.enableEdit(true);
@@ -87,117 +240,22 @@ MStatus LayerCommand::run(const MArgDatabase& args) {
     const BaseNode* node = activeNode();
     if (node)
         document_ = node->layerManager();
-    if (args.isEdit() || args.isQuery())
-        return runInMode(args, node);
-    if (args.isFlagSet("-add") && !args.isFlagSet("-cnt") && !node)
-        return refuse(QStringLiteral("Failed to add layer. Node does not exist."));
-    if (args.isFlagSet("-ins") && !args.isFlagSet("-cnt") && !node)
-        return refuse(QStringLiteral("Failed to insert layer. Node does not exist."));
-    // The first flag in this order decides.
-    for (const char* flag : {"-cnt", "-add", "-ins", "-del", "-da", "-mv", "-mva", "-en", "-qn",
-                             "-ev", "-qv", "-eo", "-qo", "-es", "-qs", "-irp"}) {
-        if (!args.isFlagSet(flag))
-            continue;
-        if (!node)
-            return refuse(QStringLiteral("Node not found"));
-        if (is(flag, "-irp"))
-            return MS::kSuccess;
-        if (is(flag, "-cnt") || flag[1] == 'q')
-            return query(args, flag, *node);
-        if (flag[1] == 'e')
-            return makePropertyEdit(args, flag, *node);
-        return makeStructureEdit(args, flag);
+    LayerHandler LayerAction::*mode = &LayerAction::create;
+    QString wrong = QStringLiteral("Invalid command parameters");
+    if (args.isEdit()) {
+        mode = &LayerAction::edit;
+        wrong = QStringLiteral("Invalid edit parameter");
+    } else if (args.isQuery()) {
+        mode = &LayerAction::query;
+        wrong = QStringLiteral("Invalid query parameter");
     }
-    return refuse(QStringLiteral("Invalid command parameters"));
-}
-
-MStatus LayerCommand::runInMode(const MArgDatabase& args, const BaseNode* node) {
-    // In a query the flag has no argument, so that nothing can be edited with it.
-    if (!args.isFlagSet("-act") || (args.isEdit() && args.isQuery()))
-        return refuse(args.isEdit() ? QStringLiteral("Invalid edit parameter")
-                                    : QStringLiteral("Invalid query parameter"));
+    const auto* row = firstFlag(flags(), args, mode);
+    // In a query flags have no arguments, so that nothing can be edited with them.
+    if (!row || (args.isEdit() && args.isQuery()))
+        return refuse(wrong);
     if (!node)
-        return refuse(QStringLiteral("Node not found"));
-    if (args.isEdit())
-        edit_ = layer_edit::activate(camera_, indexArgument(args, "-act", 0));
-    else
-        setResult(node->layerManager()->activeLayerIndex(camera_));
-    return MS::kSuccess;
-}
-
-MStatus LayerCommand::makeStructureEdit(const MArgDatabase& args, const char* flag) {
-    if (is(flag, "-add"))
-        edit_ = layer_edit::add(camera_, textArgument(args, "-n"), stateArgument(args));
-    else if (is(flag, "-ins"))
-        edit_ = layer_edit::insert(camera_, signedArgument(args, flag, 0), textArgument(args, "-n"),
-                                   stateArgument(args));
-    else if (is(flag, "-del"))
-        edit_ = layer_edit::remove(camera_, indexArgument(args, flag, 0));
-    else if (is(flag, "-da"))
-        edit_ = layer_edit::removeAll(camera_);
-    else if (is(flag, "-mv") && args.isFlagSet("-nc"))
-        edit_ = layer_edit::moveToCamera(camera_, indexArgument(args, flag, 0),
-                                         textArgument(args, "-nc"), signedArgument(args, flag, 1));
-    else if (is(flag, "-mv"))
-        edit_ =
-            layer_edit::move(camera_, indexArgument(args, flag, 0), signedArgument(args, flag, 1));
-    else
-        edit_ = layer_edit::moveAll(camera_, textArgument(args, flag));
-    return MS::kSuccess;
-}
-
-bool LayerCommand::requireLayer(const BaseNode& node, unsigned index) const {
-    if (node.layerManager()->isValidLayer(camera_, static_cast<int>(index)))
-        return true;
-    report::error(QStringLiteral("Layer does not exist for camera (index): %1 (%2)")
-                      .arg(camera_, QString::number(index)));
-    return false;
-}
-
-MStatus LayerCommand::makePropertyEdit(const MArgDatabase& args, const char* flag,
-                                       const BaseNode& node) {
-    unsigned number = 0;
-    args.getFlagArgument(flag, 1, number);
-    if (!requireLayer(node, number))
-        return MS::kFailure;
-    const int index = static_cast<int>(number);
-    if (is(flag, "-en")) {
-        edit_ = layer_edit::rename(camera_, index, textArgument(args, flag));
-    } else if (is(flag, "-ev")) {
-        edit_ = layer_edit::setVisible(camera_, index, args.flagArgumentBool(flag, 0));
-    } else if (is(flag, "-eo")) {
-        edit_ = layer_edit::setOpacity(camera_, index,
-                                       static_cast<float>(args.flagArgumentDouble(flag, 0)));
-    } else {
-        unsigned state = 0;
-        args.getFlagArgument(flag, 0, state);
-        if (state > 2)
-            return refuse(QStringLiteral("Invalid state value: %1").arg(state));
-        edit_ = layer_edit::setState(camera_, index, static_cast<int>(state));
-    }
-    return MS::kSuccess;
-}
-
-MStatus LayerCommand::query(const MArgDatabase& args, const char* flag, const BaseNode& node) {
-    const auto document = node.layerManager();
-    if (is(flag, "-cnt")) {
-        setResult(document->cameraLayerCount(camera_));
-        return MS::kSuccess;
-    }
-    unsigned number = 0;
-    args.getFlagArgument(flag, 0, number);
-    if (!requireLayer(node, number))
-        return MS::kFailure;
-    const int index = static_cast<int>(number);
-    if (is(flag, "-qn"))
-        setResult(toMaya(document->layerName(camera_, index)));
-    else if (is(flag, "-qv"))
-        setResult(document->layerVisible(camera_, index));
-    else if (is(flag, "-qo"))
-        setResult(static_cast<double>(document->layerOpacity(camera_, index)));
-    else
-        setResult(document->layerState(camera_, index));
-    return MS::kSuccess;
+        return refuse(QString::fromLatin1(row->action.withoutNode));
+    return (row->action.*mode)({args, row->shortName, camera_, *node->layerManager(), edit_});
 }
 
 MStatus LayerCommand::redoIt() {

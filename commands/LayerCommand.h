@@ -27,11 +27,6 @@ public:
 
 private:
     MStatus run(const MArgDatabase& args);
-    MStatus runInMode(const MArgDatabase& args, const BaseNode* node);
-    MStatus makeStructureEdit(const MArgDatabase& args, const char* flag);
-    MStatus makePropertyEdit(const MArgDatabase& args, const char* flag, const BaseNode& node);
-    MStatus query(const MArgDatabase& args, const char* flag, const BaseNode& node);
-    bool requireLayer(const BaseNode& node, unsigned index) const;
 
     QString camera_;
     std::unique_ptr<LayerEdit> edit_;      ///< null: a query

@@ -1,19 +1,17 @@
 #include "commands/NodeCommand.h"
 
-#include "commands/Arguments.h"
+#include "commands/FlagTable.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/MayaStrings.h"
-#include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
 #include "plugin/session/Cameras.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/SceneTime.h"
 #include "plugin/session/Timeline.h"
 
-#include <maya/MArgDatabase.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MGlobal.h>
 #include <maya/MPlug.h>
@@ -37,9 +35,63 @@ void lockChannels(const MObject& transform) {
     }
 }
 
-MStatus refuse(const char* message, MStatus::MStatusCode code) {
-    report::error(QString::fromLatin1(message));
-    return code;
+constexpr const char* kLayer = "-l";
+constexpr const char* kCamera = "-c";
+constexpr const char* kLayerName = "-ln";
+constexpr const char* kLayerState = "-ls";
+constexpr const char* kFrame = "-f";
+
+MStatus tellExistence() {
+    MPxCommand::setResult(activeNode() != nullptr);
+    return MS::kSuccess;
+}
+
+MStatus tellCamera() {
+    const BaseNode* node = activeNode();
+    if (!node)
+        return MS::kFailure;
+    MPxCommand::setResult(toMaya(node->layerManager()->currentCamera()));
+    return MS::kSuccess;
+}
+
+MStatus refresh() {
+    const BaseNode* node = activeNode();
+    if (!node)
+        return MS::kFailure;
+    node->layerManager()->RefreshActiveCamera();
+    return MS::kSuccess;
+}
+
+MStatus refreshGhosting() {
+    BaseNode* node = activeNode();
+    if (!node)
+        return MS::kFailure;
+    const auto document = node->layerManager();
+    document->markCameraModified(document->currentCamera());
+    node->forceRedraw();
+    return MS::kSuccess;
+}
+
+/// What a flag does instead of making the node, and in a query.
+struct NodeAction {
+    MStatus (*create)() = nullptr;
+    MStatus (*query)() = nullptr;
+};
+
+const FlagTable<NodeAction>& flags() {
+    constexpr auto U = MSyntax::kUnsigned;
+    constexpr auto S = MSyntax::kString;
+    static const FlagTable<NodeAction> table{
+        {"-ex", "-exists", {}, {tellExistence}},
+        {"-r", "-refresh", {}, {refresh}},
+        {"-rg", "-refreshGhosting", {}, {refreshGhosting}},
+        {kLayer, "-layer", {}, {}},
+        {kCamera, "-camera", {S}, {nullptr, tellCamera}},
+        {kLayerName, "-layerName", {S}, {}},
+        {kLayerState, "-layerState", {U}, {}},
+        {kFrame, "-frame", {}, {}},
+    };
+    return table;
 }
 
 } // namespace
@@ -50,14 +102,7 @@ void* NodeCommand::creator() {
 
 MSyntax NodeCommand::newSyntax() {
     MSyntax syntax;
-    syntax.addFlag("-ex", "-exists");
-    syntax.addFlag("-r", "-refresh");
-    syntax.addFlag("-rg", "-refreshGhosting");
-    syntax.addFlag("-l", "-layer");
-    syntax.addFlag("-c", "-camera", MSyntax::kString);
-    syntax.addFlag("-ln", "-layerName", MSyntax::kString);
-    syntax.addFlag("-ls", "-layerState", MSyntax::kUnsigned);
-    syntax.addFlag("-f", "-frame");
+    addFlags(syntax, flags());
     syntax.enableQuery(true);
     syntax.enableEdit(true);
     return syntax;
@@ -82,74 +127,27 @@ MStatus NodeCommand::doIt(const MArgList& args) {
 void NodeCommand::parse(const MArgDatabase& args) {
     edit_ = args.isEdit();
     query_ = args.isQuery();
-    queryCamera_ = query_ && args.isFlagSet("-camera");
-    if (query_)
-        return;
-    exists_ = args.isFlagSet("-exists");
-    refresh_ = !exists_ && args.isFlagSet("-refresh");
-    refreshGhosting_ = !exists_ && !refresh_ && args.isFlagSet("-refreshGhosting");
-    layer_ = args.isFlagSet("-layer");
-    frame_ = args.isFlagSet("-frame");
-    if (!layer_)
-        return;
-    MString text;
-    if (args.isFlagSet("-camera") && args.getFlagArgument("-camera", 0, text) == MS::kSuccess)
-        camera_ = fromMaya(text);
-    if (args.isFlagSet("-layerName") && args.getFlagArgument("-layerName", 0, text) == MS::kSuccess)
-        layerName_ = fromMaya(text);
-    unsigned state = 0;
-    if (args.isFlagSet("-layerState") &&
-        args.getFlagArgument("-layerState", 0, state) == MS::kSuccess)
-        layerState_ = state > 2 ? 0 : static_cast<int>(state);
+    const auto mode = query_ ? &NodeAction::query : &NodeAction::create;
+    const auto* row = firstFlag(flags(), args, mode);
+    action_ = row ? row->action.*mode : nullptr;
+    layer_ = isSet(args, kLayer);
+    frame_ = isSet(args, kFrame);
+    camera_ = stringArgument(args, kCamera, 0);
+    layerName_ = stringArgument(args, kLayerName, 0);
+    layerState_ = newStateArgument(args, kLayerState);
 }
 
 MStatus NodeCommand::redoIt() {
     if (edit_)
-        return refuse("Invalid edit parameter", MS::kInvalidParameter);
-    if (query_)
-        return query();
-    if (exists_) {
-        setResult(activeNode() != nullptr);
-        return MS::kSuccess;
-    }
-    if (refresh_)
-        return refresh();
-    if (refreshGhosting_)
-        return refreshGhosting();
-    return create();
-}
-
-MStatus NodeCommand::query() {
-    if (!queryCamera_)
-        return refuse("Invalid query parameter", MS::kInvalidParameter);
-    const BaseNode* node = activeNode();
-    if (!node)
-        return MS::kFailure;
-    setResult(toMaya(node->layerManager()->currentCamera()));
-    return MS::kSuccess;
-}
-
-MStatus NodeCommand::refresh() {
-    const BaseNode* node = activeNode();
-    if (!node)
-        return MS::kFailure;
-    node->layerManager()->RefreshActiveCamera();
-    return MS::kSuccess;
-}
-
-MStatus NodeCommand::refreshGhosting() {
-    BaseNode* node = activeNode();
-    if (!node)
-        return MS::kFailure;
-    const auto document = node->layerManager();
-    document->markCameraModified(document->currentCamera());
-    node->forceRedraw();
-    return MS::kSuccess;
+        return refuse(QStringLiteral("Invalid edit parameter"), MS::kInvalidParameter);
+    if (query_ && !action_)
+        return refuse(QStringLiteral("Invalid query parameter"), MS::kInvalidParameter);
+    return action_ ? action_() : create();
 }
 
 MStatus NodeCommand::create() {
     if (activeNode())
-        return refuse("Node already exists", MS::kFailure);
+        return refuse(QStringLiteral("Node already exists"));
     if (!doneOnce_) {
         const MStatus status = buildNodes();
         if (status != MS::kSuccess)
@@ -174,11 +172,11 @@ MStatus NodeCommand::buildNodes() {
     MStatus status;
     transform_ = modifier_.createNode("transform", MObject::kNullObj, &status);
     if (status != MS::kSuccess)
-        return refuse("Failed to create transform", MS::kFailure);
+        return refuse(QStringLiteral("Failed to create transform"));
     modifier_.renameNode(transform_, "vellum");
     const MObject shape = modifier_.createNode(BaseNode::id, transform_, &status);
     if (status != MS::kSuccess)
-        return refuse("Failed to create shape", MS::kFailure);
+        return refuse(QStringLiteral("Failed to create shape"));
     modifier_.renameNode(shape, "vellumShape");
     return MS::kSuccess;
 }

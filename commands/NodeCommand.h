@@ -24,9 +24,6 @@ public:
 
 private:
     void parse(const MArgDatabase& args);
-    MStatus query();
-    MStatus refresh();
-    MStatus refreshGhosting();
     MStatus create();
     MStatus buildNodes();
     void addFirstLayer();
@@ -41,13 +38,10 @@ private:
     bool doneOnce_ = false; ///< redo runs the modifier only
     bool undoable_ = false;
 
-    // From the flags; exists, refresh and refreshGhosting exclude each other in that order.
-    bool exists_ = false;
-    bool refresh_ = false;
-    bool refreshGhosting_ = false;
+    // From the flags.
+    MStatus (*action_)() = nullptr; ///< null: makes the node
     bool layer_ = false;
     bool frame_ = false;
-    bool queryCamera_ = false;
     QString layerName_;
     QString camera_;
     int layerState_ = -1; ///< -1: not given

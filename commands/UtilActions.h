@@ -1,12 +1,12 @@
 // What each flag of rvVellumUtil does, in the order in which the flags are looked for.
 #pragma once
 
+#include "commands/FlagTable.h"
+#include "plugin/session/Panels.h"
+
 #include <QColor>
-#include <QString>
 #include <maya/MArgDatabase.h>
 #include <maya/MStatus.h>
-#include <maya/MSyntax.h>
-#include <vector>
 
 namespace vellum {
 
@@ -14,23 +14,15 @@ using UtilHandler = MStatus (*)(const MArgDatabase& args, const char* flag);
 
 /// A flag runs `create`, or, when it has `edit` and `query`, one of those by the mode of the call.
 struct UtilAction {
-    const char* shortName;
-    const char* longName; ///< some without a dash: both forms name the same flag
-    std::vector<MSyntax::MArgType> arguments;
-    UtilHandler create;
-    UtilHandler edit;
-    UtilHandler query;
+    UtilHandler create = nullptr;
+    UtilHandler edit = nullptr;
+    UtilHandler query = nullptr;
 };
 
-/// In order of registration and of precedence.
-const std::vector<UtilAction>& utilActions();
+const FlagTable<UtilAction>& utilFlags();
 
-// The actions, by subject. Appended to the table by utilActions().
+// The actions, by subject.
 namespace util {
-
-unsigned unsignedArgument(const MArgDatabase& args, const char* flag, unsigned index);
-int intArgument(const MArgDatabase& args, const char* flag, unsigned index);
-QString stringArgument(const MArgDatabase& args, const char* flag, unsigned index);
 
 // tools, see UtilTools.cpp
 MStatus activateDraw(const MArgDatabase& args, const char* flag);
@@ -56,8 +48,12 @@ MStatus floatingView(const MArgDatabase& args, const char* flag);
 MStatus floatingViewMove(const MArgDatabase& args, const char* flag);
 
 // panels and dialogs, see UtilPanels.cpp
-MStatus showPanel(const MArgDatabase& args, const char* flag);
-MStatus openDialog(const MArgDatabase& args, const char* flag);
+template <Panel panel> MStatus showPanel(const MArgDatabase&, const char*) {
+    return panels().show(panel) ? MS::kSuccess : MS::kFailure;
+}
+template <Dialog dialog> MStatus openDialog(const MArgDatabase&, const char*) {
+    return panels().open(dialog) ? MS::kSuccess : MS::kFailure;
+}
 MStatus openLayerProperties(const MArgDatabase& args, const char* flag);
 MStatus refreshLayerManager(const MArgDatabase& args, const char* flag);
 MStatus refreshToolbox(const MArgDatabase& args, const char* flag);

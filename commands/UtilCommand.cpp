@@ -1,11 +1,9 @@
 #include "commands/UtilCommand.h"
 
 #include "commands/UtilActions.h"
-#include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
 
 #include <QColor>
-#include <maya/MArgDatabase.h>
 #include <maya/MIntArray.h>
 
 namespace vellum {
@@ -13,14 +11,15 @@ namespace vellum {
 namespace {
 
 /// Null when the flag does nothing in the mode of the call.
-UtilHandler handlerOf(const UtilAction& action, const MArgDatabase& args) {
+UtilHandler handlerOf(const FlagRow<UtilAction>& row, const MArgDatabase& args) {
+    const UtilAction& action = row.action;
     UtilHandler handler = action.create;
     if (!handler && args.isEdit())
         handler = action.edit;
     else if (!handler && args.isQuery())
         handler = action.query;
     // In a query no flag has arguments.
-    const bool incomplete = args.isQuery() && !action.arguments.empty();
+    const bool incomplete = args.isQuery() && !row.arguments.empty();
     return incomplete && handler != action.query ? nullptr : handler;
 }
 
@@ -32,13 +31,7 @@ void* UtilCommand::creator() {
 
 MSyntax UtilCommand::newSyntax() {
     MSyntax syntax;
-    for (const UtilAction& action : utilActions()) {
-        MSyntax::MArgType types[4] = {MSyntax::kNoArg, MSyntax::kNoArg, MSyntax::kNoArg,
-                                      MSyntax::kNoArg};
-        for (std::size_t i = 0; i < action.arguments.size(); ++i)
-            types[i] = action.arguments[i];
-        syntax.addFlag(action.shortName, action.longName, types[0], types[1], types[2], types[3]);
-    }
+    addFlags(syntax, utilFlags());
     syntax.enableQuery(true);
     syntax.enableEdit(true);
     return syntax;
@@ -53,90 +46,68 @@ MStatus UtilCommand::doIt(const MArgList& args) {
     const MArgDatabase parsed(syntax(), args, &status);
     if (status != MS::kSuccess)
         return status;
-    for (const UtilAction& action : utilActions()) {
-        if (!parsed.isFlagSet(action.shortName))
-            continue;
-        if (const UtilHandler handler = handlerOf(action, parsed))
-            return handler(parsed, action.shortName);
-        break;
-    }
-    report::error(QStringLiteral("Invalid command parameters"));
-    return MS::kInvalidParameter;
+    const auto* row = firstFlag(utilFlags(), parsed, [](const UtilAction&) { return true; });
+    const UtilHandler handler = row ? handlerOf(*row, parsed) : nullptr;
+    if (!handler)
+        return refuse(QStringLiteral("Invalid command parameters"), MS::kInvalidParameter);
+    return handler(parsed, row->shortName);
 }
 
-const std::vector<UtilAction>& utilActions() {
+const FlagTable<UtilAction>& utilFlags() {
     using namespace util;
     constexpr auto U = MSyntax::kUnsigned;
     constexpr auto L = MSyntax::kLong;
     constexpr auto S = MSyntax::kString;
-    static const std::vector<UtilAction> table{
-        {"-d", "-draw", {}, activateDraw, nullptr, nullptr},
-        {"-t", "-transform", {}, activateTransform, nullptr, nullptr},
-        {"-dc", "-drawColor", {U, U, U}, nullptr, setDrawColor, queryDrawColor},
-        {"-pt", "-pencilTool", {}, chooseTool, nullptr, nullptr},
-        {"-bt", "-brushTool", {}, chooseTool, nullptr, nullptr},
-        {"-et", "-eraserTool", {}, chooseTool, nullptr, nullptr},
-        {"-lt", "-lineTool", {}, chooseTool, nullptr, nullptr},
-        {"-at", "-arrowTool", {}, chooseTool, nullptr, nullptr},
-        {"-elt", "-ellipseTool", {}, chooseTool, nullptr, nullptr},
-        {"-rt", "-rectangleTool", {}, chooseTool, nullptr, nullptr},
-        {"-tt", "-textTool", {}, chooseTool, nullptr, nullptr},
-        {"-po", "-pencilOptions", {U, U, U}, setToolOptions, nullptr, nullptr},
-        {"-bo", "-brushOptions", {U, U, U, U}, setToolOptions, nullptr, nullptr},
-        {"-eo", "-eraserOptions", {U, U, U, U}, setToolOptions, nullptr, nullptr},
-        {"-txo", "-textOptions", {U, U, S}, setToolOptions, nullptr, nullptr},
-        {"-lo", "-lineOptions", {U, U}, setToolOptions, nullptr, nullptr},
-        {"-ao", "-arrowOptions", {U, U}, setToolOptions, nullptr, nullptr},
-        {"-elo", "-ellipseOptions", {U, U}, setToolOptions, nullptr, nullptr},
-        {"-ro", "-rectangleOptions", {U, U}, setToolOptions, nullptr, nullptr},
-        {"-gp", "-ghostPrevious", {L}, nullptr, setGhost, queryGhost},
-        {"-gn", "-ghostNext", {L}, nullptr, setGhost, queryGhost},
-        {"-gpc", "-ghostPreviousCount", {U}, nullptr, setGhostCount, queryGhostCount},
-        {"-gnc", "-ghostNextCount", {U}, nullptr, setGhostCount, queryGhostCount},
-        {"-gco", "-ghostColorOverride", {U}, nullptr, setGhostOverride, queryGhostOverride},
-        {"-gcp", "-ghostColorPrevious", {U, U, U}, nullptr, setGhostColor, queryGhostColor},
-        {"-gcn", "-ghostColorNext", {U, U, U}, nullptr, setGhostColor, queryGhostColor},
-        {"-tfd", "-timelineFrameDisplay", {U}, nullptr, setTimelineDisplay, queryTimelineDisplay},
-        {"-rtd", "-refreshTimelineDisplay", {}, refreshTimelineDisplay, nullptr, nullptr},
-        {"-fv", "-floatingViewport", {}, floatingView, nullptr, nullptr},
-        {"-fvm", "-floatingViewportMove", {S}, floatingViewMove, nullptr, nullptr},
-        {"-lm", "-layerManager", {}, showPanel, nullptr, nullptr},
-        {"-rlm", "-refreshLayerManager", {}, refreshLayerManager, nullptr, nullptr},
-        {"-tb", "-toolbox", {}, showPanel, nullptr, nullptr},
-        {"-to", "-toolOptions", {}, showPanel, nullptr, nullptr},
-        {"-rtb", "-refreshToolbox", {}, refreshToolbox, nullptr, nullptr},
-        {"-cp", "colorPalette", {}, showPanel, nullptr, nullptr},
-        {"-rtt", "retimingTool", {}, showPanel, nullptr, nullptr},
-        {"-nl", "-newLayer", {}, openDialog, nullptr, nullptr},
-        {"-lp", "-layerProperties", {}, openLayerProperties, nullptr, nullptr},
-        {"-gs", "-ghostingSettings", {}, openDialog, nullptr, nullptr},
-        {"-rvi", "-reelviewImport", {}, doNothing, nullptr, nullptr},
-        {"-rui", "-resetUI", {}, resetInterface, nullptr, nullptr},
-        {"-pr", "-preferences", {}, openDialog, nullptr, nullptr},
-        {"-ab", "-about", {}, openDialog, nullptr, nullptr},
+    static const FlagTable<UtilAction> table{
+        {"-d", "-draw", {}, {activateDraw}},
+        {"-t", "-transform", {}, {activateTransform}},
+        {"-dc", "-drawColor", {U, U, U}, {nullptr, setDrawColor, queryDrawColor}},
+        {"-pt", "-pencilTool", {}, {chooseTool}},
+        {"-bt", "-brushTool", {}, {chooseTool}},
+        {"-et", "-eraserTool", {}, {chooseTool}},
+        {"-lt", "-lineTool", {}, {chooseTool}},
+        {"-at", "-arrowTool", {}, {chooseTool}},
+        {"-elt", "-ellipseTool", {}, {chooseTool}},
+        {"-rt", "-rectangleTool", {}, {chooseTool}},
+        {"-tt", "-textTool", {}, {chooseTool}},
+        {"-po", "-pencilOptions", {U, U, U}, {setToolOptions}},
+        {"-bo", "-brushOptions", {U, U, U, U}, {setToolOptions}},
+        {"-eo", "-eraserOptions", {U, U, U, U}, {setToolOptions}},
+        {"-txo", "-textOptions", {U, U, S}, {setToolOptions}},
+        {"-lo", "-lineOptions", {U, U}, {setToolOptions}},
+        {"-ao", "-arrowOptions", {U, U}, {setToolOptions}},
+        {"-elo", "-ellipseOptions", {U, U}, {setToolOptions}},
+        {"-ro", "-rectangleOptions", {U, U}, {setToolOptions}},
+        {"-gp", "-ghostPrevious", {L}, {nullptr, setGhost, queryGhost}},
+        {"-gn", "-ghostNext", {L}, {nullptr, setGhost, queryGhost}},
+        {"-gpc", "-ghostPreviousCount", {U}, {nullptr, setGhostCount, queryGhostCount}},
+        {"-gnc", "-ghostNextCount", {U}, {nullptr, setGhostCount, queryGhostCount}},
+        {"-gco", "-ghostColorOverride", {U}, {nullptr, setGhostOverride, queryGhostOverride}},
+        {"-gcp", "-ghostColorPrevious", {U, U, U}, {nullptr, setGhostColor, queryGhostColor}},
+        {"-gcn", "-ghostColorNext", {U, U, U}, {nullptr, setGhostColor, queryGhostColor}},
+        {"-tfd", "-timelineFrameDisplay", {U}, {nullptr, setTimelineDisplay, queryTimelineDisplay}},
+        {"-rtd", "-refreshTimelineDisplay", {}, {refreshTimelineDisplay}},
+        {"-fv", "-floatingViewport", {}, {floatingView}},
+        {"-fvm", "-floatingViewportMove", {S}, {floatingViewMove}},
+        {"-lm", "-layerManager", {}, {showPanel<Panel::LayerManager>}},
+        {"-rlm", "-refreshLayerManager", {}, {refreshLayerManager}},
+        {"-tb", "-toolbox", {}, {showPanel<Panel::Toolbox>}},
+        {"-to", "-toolOptions", {}, {showPanel<Panel::ToolOptions>}},
+        {"-rtb", "-refreshToolbox", {}, {refreshToolbox}},
+        {"-cp", "colorPalette", {}, {showPanel<Panel::ColorPalette>}},
+        {"-rtt", "retimingTool", {}, {showPanel<Panel::RetimingTool>}},
+        {"-nl", "-newLayer", {}, {openDialog<Dialog::NewLayer>}},
+        {"-lp", "-layerProperties", {}, {openLayerProperties}},
+        {"-gs", "-ghostingSettings", {}, {openDialog<Dialog::GhostingSettings>}},
+        {"-rvi", "-reelviewImport", {}, {doNothing}},
+        {"-rui", "-resetUI", {}, {resetInterface}},
+        {"-pr", "-preferences", {}, {openDialog<Dialog::Preferences>}},
+        {"-ab", "-about", {}, {openDialog<Dialog::About>}},
     };
     return table;
 }
 
 namespace util {
-
-unsigned unsignedArgument(const MArgDatabase& args, const char* flag, unsigned index) {
-    unsigned value = 0;
-    args.getFlagArgument(flag, index, value);
-    return value;
-}
-
-int intArgument(const MArgDatabase& args, const char* flag, unsigned index) {
-    int value = 0;
-    args.getFlagArgument(flag, index, value);
-    return value;
-}
-
-QString stringArgument(const MArgDatabase& args, const char* flag, unsigned index) {
-    MString value;
-    args.getFlagArgument(flag, index, value);
-    return fromMaya(value);
-}
 
 bool readColor(const MArgDatabase& args, const char* flag, QColor& color) {
     unsigned parts[3];

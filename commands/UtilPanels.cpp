@@ -6,8 +6,6 @@
 #include "plugin/base/Script.h"
 #include "plugin/session/Panels.h"
 
-#include <QHash>
-
 namespace vellum::util {
 
 namespace {
@@ -17,23 +15,6 @@ MStatus statusOf(bool done) {
 }
 
 } // namespace
-
-MStatus showPanel(const MArgDatabase&, const char* flag) {
-    static const QHash<QString, Panel> byFlag{{QStringLiteral("-lm"), Panel::LayerManager},
-                                              {QStringLiteral("-tb"), Panel::Toolbox},
-                                              {QStringLiteral("-to"), Panel::ToolOptions},
-                                              {QStringLiteral("-cp"), Panel::ColorPalette},
-                                              {QStringLiteral("-rtt"), Panel::RetimingTool}};
-    return statusOf(panels().show(byFlag.value(QString::fromLatin1(flag))));
-}
-
-MStatus openDialog(const MArgDatabase&, const char* flag) {
-    static const QHash<QString, Dialog> byFlag{{QStringLiteral("-nl"), Dialog::NewLayer},
-                                               {QStringLiteral("-gs"), Dialog::GhostingSettings},
-                                               {QStringLiteral("-pr"), Dialog::Preferences},
-                                               {QStringLiteral("-ab"), Dialog::About}};
-    return statusOf(panels().open(byFlag.value(QString::fromLatin1(flag))));
-}
 
 MStatus openLayerProperties(const MArgDatabase&, const char*) {
     const BaseNode* node = activeNode();

@@ -21,12 +21,13 @@ include_directories(${CMAKE_SOURCE_DIR})
 # plays Maya's part.
 vellum_room(vellum_base STATIC ${CMAKE_SOURCE_DIR}/plugin/base maya_api ${VELLUM_QT_GUI})
 vellum_room(vellum_raster STATIC ${CMAKE_SOURCE_DIR}/tools/raster ${VELLUM_QT_GUI} ZLIB::ZLIB)
+vellum_room(vellum_gestures STATIC ${CMAKE_SOURCE_DIR}/tools/gestures vellum_raster)
 vellum_room(vellum_document STATIC ${CMAKE_SOURCE_DIR}/document vellum_raster vellum_base)
 vellum_room(vellum_node STATIC ${CMAKE_SOURCE_DIR}/node vellum_document OpenGL::GL)
 vellum_room(vellum_session STATIC ${CMAKE_SOURCE_DIR}/plugin/session vellum_node
     ${VELLUM_QT_WIDGETS})
 vellum_room(vellum_interaction STATIC ${CMAKE_SOURCE_DIR}/tools/interaction vellum_session
-    ${vellum_pointer_library} OpenGL::GL)
+    vellum_gestures ${vellum_pointer_library} OpenGL::GL)
 vellum_room(vellum_commands STATIC ${CMAKE_SOURCE_DIR}/commands vellum_session)
 # Pixel loops are optimised for the vectoriser whatever the configuration.
 foreach(room vellum_raster vellum_document)

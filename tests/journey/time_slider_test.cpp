@@ -9,6 +9,7 @@
 #include "ui/TimeSlider.h"
 
 #include <QImage>
+#include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -318,6 +319,24 @@ TEST_F(TimeSliderMarkers, ADragThatIsDisturbedLeavesNothingBehind) {
     hand.release();
     EXPECT_THAT(markers(), ElementsAre(15, 18));
     ASSERT_TRUE(run(QStringLiteral("undo")));
+    // A menu takes the release: the drawings go along all the same when the hand is back.
+    highlight(8, 15);
+    grab(12);
+    dragTo(15);
+    dragTo(17);
+    {
+        QMenu menu;
+        menu.addAction(QStringLiteral("entry"));
+        menu.popup(window->mapToGlobal(QPoint(300, 100)));
+        settle();
+        hand.release();
+        menu.close();
+        settle();
+    }
+    hand.moveTo(slider(), onFrame(17) + QPointF(0, 2));
+    EXPECT_THAT(markers(), ElementsAre(15, 18));
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_THAT(markers(), ElementsAre(10, 13));
     // A new highlight is no move, even if it is as long as the one before.
     highlight(8, 15);
     EXPECT_THAT(markers(), ElementsAre(10, 13));

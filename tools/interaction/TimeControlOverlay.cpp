@@ -29,6 +29,10 @@ int shownFrame(const MTime& time) {
     return static_cast<int>(std::floor(time.asUnits(MTime::uiUnit())));
 }
 
+std::optional<RangeDrag::Range> highlightedRange() {
+    return isTimeRangeVisible() ? timeRange() : std::nullopt;
+}
+
 /// Fill, and within it an outline of one logical pixel. Not with the pen, which stands between the
 /// pixels of a scaled display.
 void paintBox(QPainter& painter, const QRect& box, const QColor& fill, const QColor& outline) {
@@ -76,15 +80,14 @@ bool TimeControlOverlay::areMarkersVisible() const {
 
 void TimeControlOverlay::setEnabled(bool enabled) {
     enabled_ = enabled;
-    forgetDrag();
-    if (enabled)
-        releaseRange();
+    restartDrag();
 }
 
 std::optional<TimelineMarkers::RangeMove> TimeControlOverlay::rangeMove() const {
-    if (!watchesRange() || !dragged_ || !storedRange_)
+    const std::optional<RangeDrag::Range>& before = drag_.before();
+    if (!watchesRange() || !drag_.isDragging() || !before)
         return std::nullopt;
-    return RangeMove{offset_, storedRange_->first, storedRange_->second};
+    return RangeMove{drag_.offset(), before->first, before->second};
 }
 
 bool TimeControlOverlay::watchesRange() const {
@@ -97,47 +100,30 @@ void TimeControlOverlay::followSlider() {
         setGeometry(slider->rect());
 }
 
-void TimeControlOverlay::forgetDrag() {
-    rangeAtPress_ = false;
-    dragged_ = false;
-    rangeCaptured_ = false;
-    offset_ = 0;
-    storedRange_.reset();
+// What is highlighted now is where the next drag starts.
+void TimeControlOverlay::restartDrag() {
+    if (watchesRange())
+        drag_.restart(highlightedRange());
+    else
+        drag_.forget();
 }
 
 void TimeControlOverlay::timeChanged() {
-    if (!watchesRange() || !dragged_)
-        return;
-    if (!isTimeRangeVisible()) {
-        forgetDrag();
-        return;
-    }
-    const auto range = timeRange();
-    // A range of another length is being resized, not moved.
-    if (range && storedRange_ &&
-        range->first - storedRange_->first == range->second - storedRange_->second)
-        offset_ = static_cast<int>(range->first) - static_cast<int>(storedRange_->first);
-    rangeCaptured_ = true;
+    if (watchesRange() && drag_.isDragging())
+        drag_.follow(highlightedRange());
 }
 
-/// What is highlighted now is where the next drag starts; what was dragged is carried out.
 void TimeControlOverlay::releaseRange() {
-    if (!watchesRange())
-        return;
-    const std::optional<Range> before = storedRange_;
-    const int offset = offset_;
-    const bool captured = rangeCaptured_ && before;
-    storedRange_ = isTimeRangeVisible() ? timeRange() : std::nullopt;
-    offset_ = 0;
-    rangeAtPress_ = false;
-    dragged_ = false;
-    rangeCaptured_ = false;
-    if (!captured)
+    if (watchesRange())
+        carryOut(drag_.release(highlightedRange()));
+}
+
+void TimeControlOverlay::carryOut(const std::optional<RangeDrag::Move>& move) {
+    if (!move)
         return;
     // The markers stand where the drawings would have gone: a refused move has to bring them back.
-    if (offset == 0 || !script::execute(command::moveFrames(offset, static_cast<int>(before->first),
-                                                            static_cast<int>(before->second)),
-                                        true, true))
+    if (move->offset == 0 ||
+        !script::execute(command::moveFrames(move->offset, move->start, move->end), true, true))
         script::execute(command::util(QStringLiteral("-refreshTimelineDisplay")));
 }
 
@@ -176,7 +162,7 @@ void TimeControlOverlay::paintEvent(QPaintEvent*) {
         if (!box.intersects(rect()))
             continue;
         // A frame dragged onto another one. Only towards later times.
-        const bool collides = offset_ >= 1 && timesSeen.value(time) >= 2;
+        const bool collides = drag_.offset() >= 1 && timesSeen.value(time) >= 2;
         paintBox(painter, box, collides ? QColor(Qt::black) : fill, color);
     }
 }
@@ -184,17 +170,18 @@ void TimeControlOverlay::paintEvent(QPaintEvent*) {
 void TimeControlOverlay::mousePressEvent(QMouseEvent* event) {
     event->ignore();
     // A second button in the middle of a drag begins nothing.
-    if (!watchesRange() || event->buttons() != event->button())
-        return;
-    rangeCaptured_ = false;
-    rangeAtPress_ = isTimeRangeVisible();
+    if (watchesRange() && event->buttons() == event->button())
+        carryOut(drag_.press(highlightedRange()));
 }
 
 void TimeControlOverlay::mouseMoveEvent(QMouseEvent* event) {
     event->ignore();
-    // The release after a press may have gone to a menu.
-    if (watchesRange() && rangeAtPress_ && event->buttons() != Qt::NoButton)
-        dragged_ = true;
+    if (!watchesRange())
+        return;
+    if (event->buttons() != Qt::NoButton)
+        drag_.move();
+    else if (drag_.isDragging())
+        releaseRange(); // its release went to a menu, say
 }
 
 void TimeControlOverlay::mouseReleaseEvent(QMouseEvent* event) {
@@ -206,12 +193,11 @@ void TimeControlOverlay::mouseReleaseEvent(QMouseEvent* event) {
 void TimeControlOverlay::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     followSlider();
-    forgetDrag();
-    releaseRange();
+    restartDrag();
 }
 
 void TimeControlOverlay::hideEvent(QHideEvent* event) {
-    forgetDrag();
+    drag_.forget();
     QWidget::hideEvent(event);
 }
 

@@ -4,18 +4,17 @@
 #pragma once
 
 #include "plugin/session/Timeline.h"
+#include "tools/gestures/RangeDrag.h"
 
 #include <QList>
 #include <QRect>
 #include <QWidget>
 #include <optional>
-#include <utility>
 
 namespace vellum {
 
 /// While the draw tool is current, dragging a highlighted range along the slider moves the drawings
-/// in it when the button is let go: idle → pressed with a range → dragged → the time followed with
-/// the range as long as before → released.
+/// in it when the button is let go.
 class TimeControlOverlay : public QWidget, public TimelineMarkers {
 public:
     /// Hidden at first. Deleted with the slider at the latest; pluginState() is then told.
@@ -44,20 +43,15 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    using Range = std::pair<double, double>; ///< frames, [start, end)
-
     bool watchesRange() const;
     void followSlider();
-    void forgetDrag();
+    void restartDrag();
     void releaseRange();
+    static void carryOut(const std::optional<RangeDrag::Move>& move);
 
     QList<int> frameTimes_;
     bool enabled_ = false;
-    bool rangeAtPress_ = false;
-    bool dragged_ = false;
-    bool rangeCaptured_ = false;
-    std::optional<Range> storedRange_; ///< as it was highlighted before the drag
-    int offset_ = 0;                   ///< frames by which the range has been dragged
+    RangeDrag drag_;
 };
 
 } // namespace vellum

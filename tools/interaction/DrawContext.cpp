@@ -108,10 +108,11 @@ void DrawContext::toolOffCleanup() {
     MPxContext::toolOffCleanup();
 }
 
-DrawContext::Position DrawContext::positionOf(const MEvent& event) {
-    Position position;
-    event.getPosition(position.x, position.y);
-    return position;
+QPoint DrawContext::positionOf(const MEvent& event) {
+    short x = 0;
+    short y = 0;
+    event.getPosition(x, y);
+    return {x, y};
 }
 
 BaseNode* DrawContext::node() const {
@@ -134,10 +135,10 @@ MStatus DrawContext::doPress(MEvent& event) {
     addedLayer_ = -1;
     frameAdded_ = false;
     handler_.watchActiveView();
-    if (handler_.sizeKeyHeld()) {
-        beginAdjusting(Adjusting::Size, event);
-    } else if (handler_.opacityKeyHeld() && settings().activeTool != tool::kEraser) {
-        beginAdjusting(Adjusting::Opacity, event);
+    const AdjustDrag::Option option = AdjustDrag::optionFor(
+        handler_.sizeKeyHeld(), handler_.opacityKeyHeld(), settings().activeTool == tool::kEraser);
+    if (option != AdjustDrag::Option::None) {
+        beginAdjusting(option, event);
     } else {
         const MEvent::MouseButtonType button = event.mouseButton();
         if (button == MEvent::kLeftMouse)
@@ -211,8 +212,7 @@ void DrawContext::startSampling(int number, const MEvent& press) {
 
 // From pixels of the view to the sampling's convention.
 QPoint DrawContext::samplingPosition(const MEvent& event) {
-    const Position at = positionOf(event);
-    return {at.x + 1, at.y + 2};
+    return positionOf(event) + QPoint(1, 2);
 }
 
 void DrawContext::makeLayersOfViewCurrent() {
@@ -225,7 +225,7 @@ void DrawContext::makeLayersOfViewCurrent() {
 }
 
 MStatus DrawContext::doDrag(MEvent& event) {
-    if (adjusting_ != Adjusting::Nothing)
+    if (adjusting_.isOn())
         adjust(event);
     else if (BaseNode* drawn = node())
         drawn->forceRedraw();
@@ -233,9 +233,8 @@ MStatus DrawContext::doDrag(MEvent& event) {
 }
 
 MStatus DrawContext::doRelease(MEvent& event) {
-    if (adjusting_ != Adjusting::Nothing) {
+    if (adjusting_.end()) {
         eraseSizeCursor();
-        adjusting_ = Adjusting::Nothing;
         forgetStroke();
     } else if (document_) {
         ThreadManager::instance().finish(samplingPosition(event));

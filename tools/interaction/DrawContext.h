@@ -3,6 +3,7 @@
 // drag changes the tool's size or opacity instead. Main thread only.
 #pragma once
 
+#include "tools/gestures/AdjustDrag.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 
 #include <QString>
@@ -45,12 +46,8 @@ public:
     void commitText() override;
 
 private:
-    enum class Adjusting { Nothing, Size, Opacity };
-
-    struct Position {
-        short x = 0, y = 0; // view pixels, origin at the bottom left
-    };
-    static Position positionOf(const MEvent& event);
+    /// View pixels, origin at the bottom left.
+    static QPoint positionOf(const MEvent& event);
 
     BaseNode* node() const;
     Stroke* strokeInProgress() const;
@@ -59,7 +56,7 @@ private:
     QWidget* holdActiveView();
     void pointerLost();
 
-    void beginAdjusting(Adjusting what, const MEvent& event);
+    void beginAdjusting(AdjustDrag::Option option, const MEvent& event);
     void adjust(const MEvent& event);
     void forgetAdjusting();
     void beginStroke(const MEvent& press);
@@ -86,10 +83,8 @@ private:
     QPointer<QWidget> pressedView_; ///< where the button went down
     QMetaObject::Connection viewClosed_;
 
-    Adjusting adjusting_ = Adjusting::Nothing;
+    AdjustDrag adjusting_;
     int adjustedTool_ = 0;
-    int startValue_ = 0;
-    Position anchor_;
 
     MHWRender::MUIDrawManager* drawManager_ = nullptr; ///< during one call
     bool cursorDrawn_ = false;                         ///< legacy views: waits to be erased

@@ -25,7 +25,6 @@ namespace vellum {
 
 namespace {
 
-constexpr int kDragPerStep = 10; // view pixels of a drag for one unit
 constexpr int kCircleVertices = 360;
 constexpr double kRadiansPerVertex = 0.017453292;
 
@@ -68,26 +67,26 @@ MStatus DrawContext::doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManage
 MStatus DrawContext::doHold(MEvent&, MHWRender::MUIDrawManager& drawManager,
                             const MHWRender::MFrameContext&) {
     const DrawManagerScope scope(drawManager_, drawManager);
-    if (adjusting_ != Adjusting::Nothing)
+    if (adjusting_.isOn())
         drawSizeCursor(cursorRadius_);
     return MS::kSuccess;
 }
 
-void DrawContext::beginAdjusting(Adjusting what, const MEvent& event) {
+void DrawContext::beginAdjusting(AdjustDrag::Option option, const MEvent& event) {
     adjustedTool_ = settings().activeTool;
     if (!activeNode() || !isTool(adjustedTool_))
         return;
     holdActiveView();
-    adjusting_ = what;
-    startValue_ = what == Adjusting::Size ? toolSize(adjustedTool_) : toolOpacity(adjustedTool_);
-    anchor_ = positionOf(event);
+    const bool size = option == AdjustDrag::Option::Size;
+    adjusting_.begin(option, size ? toolSize(adjustedTool_) : toolOpacity(adjustedTool_),
+                     positionOf(event));
     eraseSizeCursor();
     toggleSizeCursor(sizeCursorRadius());
 }
 
 void DrawContext::adjust(const MEvent& event) {
-    const int value = (positionOf(event).x - anchor_.x) / kDragPerStep + startValue_;
-    if (adjusting_ == Adjusting::Size)
+    const int value = adjusting_.valueAt(positionOf(event));
+    if (adjusting_.option() == AdjustDrag::Option::Size)
         setToolSize(adjustedTool_, value);
     else
         setToolOpacity(adjustedTool_, value);
@@ -98,9 +97,8 @@ void DrawContext::adjust(const MEvent& event) {
 
 // Ends without a release. The cursor goes with the next picture of the view.
 void DrawContext::forgetAdjusting() {
-    if (adjusting_ == Adjusting::Nothing)
+    if (!adjusting_.end())
         return;
-    adjusting_ = Adjusting::Nothing;
     cursorDrawn_ = false;
     MStatus status;
     M3dView view = M3dView::active3dView(&status);
@@ -133,21 +131,23 @@ void DrawContext::eraseSizeCursor() {
 }
 
 void DrawContext::drawSizeCursor(double radius) const {
+    const QPoint anchor = adjusting_.anchor();
     if (drawManager_) {
-        const MPoint anchor(anchor_.x, anchor_.y);
-        const int value =
-            adjusting_ == Adjusting::Opacity ? toolOpacity(adjustedTool_) : toolSize(adjustedTool_);
+        const MPoint at(anchor.x(), anchor.y());
+        const int value = adjusting_.option() == AdjustDrag::Option::Opacity
+                              ? toolOpacity(adjustedTool_)
+                              : toolSize(adjustedTool_);
         drawManager_->beginDrawable();
         drawManager_->setLineWidth(1.0F);
-        drawManager_->circle2d(anchor, radius);
-        drawManager_->text2d(anchor, toMaya(QString::number(value)));
+        drawManager_->circle2d(at, radius);
+        drawManager_->text2d(at, toMaya(QString::number(value)));
         drawManager_->endDrawable();
         return;
     }
     MStatus status;
     M3dView view = M3dView::active3dView(&status);
     if (status == MS::kSuccess)
-        drawXorCircle(view, anchor_.x, anchor_.y, radius);
+        drawXorCircle(view, anchor.x(), anchor.y(), radius);
 }
 
 } // namespace vellum

@@ -18,9 +18,6 @@ namespace vellum {
 
 namespace {
 
-constexpr int kPanZoomKey = Qt::Key_Backslash;
-constexpr int kSizeKey = Qt::Key_B;
-constexpr int kOpacityKey = Qt::Key_M;
 // A press that long after the pen's last sign comes from a mouse.
 constexpr int kPenGoneMs = 1000;
 
@@ -148,7 +145,8 @@ void DrawContextInputHandler::acceptInputMethod(bool accept) {
 }
 
 void DrawContextInputHandler::releaseKeys() {
-    panZoomKeyHeld_ = sizeKeyHeld_ = opacityKeyHeld_ = false;
+    for (HeldKey* key : {&panZoomKey_, &sizeKey_, &opacityKey_})
+        key->letGo();
 }
 
 bool DrawContextInputHandler::eventFilter(QObject* watched, QEvent* event) {
@@ -211,7 +209,7 @@ bool DrawContextInputHandler::filterMouse(QWidget& view, const QMouseEvent& even
         commitPendingText();
     if (event.type() != QEvent::MouseButtonRelease && event.buttons() == event.button())
         relatePenTo(event);
-    if (!isPlainRightPress(event) || !settings().drawToolContextMenu || panZoomKeyHeld_)
+    if (!isPlainRightPress(event) || !settings().drawToolContextMenu || panZoomKey_.isHeld())
         return false;
     makeActiveView(view);
     showMenu(makeDrawMenu(mainWindow_));
@@ -292,35 +290,26 @@ bool DrawContextInputHandler::filterKey(QEvent* event) {
 }
 
 bool DrawContextInputHandler::wantsKey(const QKeyEvent& event) const {
-    if (isCommandKey(event) || event.key() == kPanZoomKey)
+    const int key = event.key();
+    if (isCommandKey(event) || panZoomKey_.is(key))
         return false;
-    return textTarget_ != nullptr || event.key() == kSizeKey || event.key() == kOpacityKey;
+    return textTarget_ != nullptr || sizeKey_.is(key) || opacityKey_.is(key);
 }
 
 bool DrawContextInputHandler::keyPressed(const QKeyEvent& event) {
-    if (event.key() == kPanZoomKey) {
-        panZoomKeyHeld_ = true;
+    if (panZoomKey_.press(event.key()))
         return false;
-    }
     if (textTarget_)
         return textTarget_->typeKey(event);
-    if (!wantsKey(event))
-        return false;
-    (event.key() == kSizeKey ? sizeKeyHeld_ : opacityKeyHeld_) = true;
-    return true;
+    return wantsKey(event) && (sizeKey_.press(event.key()) || opacityKey_.press(event.key()));
 }
 
 bool DrawContextInputHandler::keyReleased(const QKeyEvent& event) {
-    if (event.key() == kPanZoomKey) {
-        panZoomKeyHeld_ = panZoomKeyHeld_ && event.isAutoRepeat();
+    const int key = event.key();
+    const bool repeats = event.isAutoRepeat();
+    if (panZoomKey_.release(key, repeats))
         return false;
-    }
-    if (event.key() != kSizeKey && event.key() != kOpacityKey)
-        return false;
-    // A held key repeats as releases and presses; it is still held.
-    bool& held = event.key() == kSizeKey ? sizeKeyHeld_ : opacityKeyHeld_;
-    held = held && event.isAutoRepeat();
-    return true;
+    return sizeKey_.release(key, repeats) || opacityKey_.release(key, repeats);
 }
 
 void DrawContextInputHandler::showMenu(QMenu* menu) {

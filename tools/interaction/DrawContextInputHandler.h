@@ -3,6 +3,7 @@
 // every view drawn in. Main thread only.
 #pragma once
 
+#include "tools/gestures/HeldKey.h"
 #include "tools/interaction/WatchedWidgets.h"
 
 #include <QElapsedTimer>
@@ -59,8 +60,8 @@ public:
     /// The pen is lifted: full pressure and no eraser until it tells otherwise.
     void forgetPen();
 
-    bool sizeKeyHeld() const { return sizeKeyHeld_; }
-    bool opacityKeyHeld() const { return opacityKeyHeld_; }
+    bool sizeKeyHeld() const { return sizeKey_.isHeld(); }
+    bool opacityKeyHeld() const { return opacityKey_.isHeld(); }
 
     /// Typed keys go there from now on; null ends it. Not owned.
     void setTextTarget(TextTarget* target);
@@ -139,9 +140,9 @@ private:
     QElapsedTimer sinceTablet_; ///< invalid until a pen is used
     bool penDown_ = false;
     bool pressureKnown_ = false; ///< told since the pen is down
-    bool panZoomKeyHeld_ = false;
-    bool sizeKeyHeld_ = false;
-    bool opacityKeyHeld_ = false;
+    HeldKey panZoomKey_{Qt::Key_Backslash};
+    HeldKey sizeKey_{Qt::Key_B};
+    HeldKey opacityKey_{Qt::Key_M};
     bool active_ = false;
 };
 

@@ -1,14 +1,16 @@
-// Entry of every test program: Qt set up as in the host, and an unexpected Qt warning fails the
-// test it happens in.
+#include "support/TestProgram.h"
+
+#include "support/PrivateDisplay.h"
+#include "support/PrivateFolders.h"
+
+#include "ui/StartUp.h"
+
 #include <QApplication>
 #include <QStringList>
-
 #include <gtest/gtest.h>
 #include <memory>
 
-#include "support/DisplayConnection.h"
-
-#include "ui/StartUp.h"
+namespace support {
 
 namespace {
 
@@ -17,7 +19,6 @@ QtMessageHandler previousHandler = nullptr;
 // Warnings of the display platform, not of this code.
 bool isExpected(const QString& text) {
     static const QStringList expected = {
-        "XDG_RUNTIME_DIR",
         "This plugin does not support",
         "propagateSizeHints",
         "QXcbConnection: XCB error",
@@ -40,14 +41,25 @@ void onQtMessage(QtMsgType type, const QMessageLogContext& context, const QStrin
 
 } // namespace
 
-int main(int argc, char** argv) {
+int runTests(int argc, char** argv, Windows windows) {
     ::testing::InitGoogleTest(&argc, argv);
+    if (::testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
+    const PrivateFolders folders;
+    std::unique_ptr<PrivateDisplay> display;
+    if (windows == Windows::OnPrivateDisplay) {
+        display = std::make_unique<PrivateDisplay>();
+        if (!display->isReady())
+            return 1;
+    } else {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     host::prepareApplication();
-    auto display = std::make_unique<support::DisplayConnection>();
     QApplication application(argc, argv);
-    display.reset();
     previousHandler = qInstallMessageHandler(onQtMessage);
     const int result = RUN_ALL_TESTS();
     qInstallMessageHandler(previousHandler);
     return result;
 }
+
+} // namespace support

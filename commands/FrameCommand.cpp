@@ -2,6 +2,7 @@
 
 #include "commands/FlagTable.h"
 #include "document/LayerManager.h"
+#include "document/SceneCamera.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
@@ -139,9 +140,7 @@ MStatus FrameCommand::findCamera(const MArgDatabase& args) {
     named_ = objects.length() > 0;
     if (named_) {
         camera_ = fromMaya(objects[0]);
-        if (!cameraExists(camera_))
-            return refuse(QStringLiteral("Camera does not exist: %1").arg(camera_));
-        return MS::kSuccess;
+        return requireSceneCamera(camera_) ? MS::kSuccess : MS::kFailure;
     }
     camera_ = currentCamera();
     return camera_.isEmpty() ? refuse(QStringLiteral("Camera not specified")) : MS::kSuccess;

@@ -2,6 +2,7 @@
 
 #include "commands/FlagTable.h"
 #include "document/LayerManager.h"
+#include "document/SceneCamera.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
@@ -225,8 +226,8 @@ MStatus LayerCommand::doIt(const MArgList& args) {
     MStringArray objects;
     parsed.getObjects(objects);
     camera_ = objects.length() > 0 ? fromMaya(objects[0]) : QString();
-    if (!cameraExists(camera_))
-        return refuse(QStringLiteral("Camera does not exist: %1").arg(camera_));
+    if (!requireSceneCamera(camera_))
+        return MS::kFailure;
     status = run(parsed);
     if (status != MS::kSuccess || !edit_)
         return status;

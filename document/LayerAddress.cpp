@@ -1,8 +1,8 @@
 #include "document/LayerAddress.h"
 
-#include "document/DocumentObserver.h"
 #include "document/Layer.h"
 #include "document/LayerManager.h"
+#include "document/SceneCamera.h"
 #include "plugin/base/Report.h"
 
 #include <utility>
@@ -41,11 +41,7 @@ bool LayerAddress::requireCamera() const {
         report::error(QStringLiteral("Camera not specified"));
         return false;
     }
-    if (!documentObserver().cameraExists(camera_)) {
-        report::error(QStringLiteral("Camera does not exist: %1").arg(camera_));
-        return false;
-    }
-    return true;
+    return requireSceneCamera(camera_);
 }
 
 Layer* LayerAddress::resolve(const LayerManager& document) const {

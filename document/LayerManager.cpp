@@ -2,8 +2,9 @@
 
 #include "document/DocumentObserver.h"
 #include "document/IntTime.h"
-#include "tools/raster/PixelRows.h"
+#include "document/SceneCamera.h"
 #include "plugin/base/Report.h"
+#include "tools/raster/PixelRows.h"
 
 #include <algorithm>
 #include <utility>
@@ -197,11 +198,7 @@ int LayerManager::moveLayer(const QString& camera, int from, int to) {
 
 int LayerManager::moveLayerToCamera(const QString& camera, int index, const QString& newCamera,
                                     int newIndex) {
-    if (!documentObserver().cameraExists(newCamera)) {
-        report::error(QStringLiteral("Camera does not exist: %1").arg(newCamera));
-        return -1;
-    }
-    if (reportInvalidLayer(camera, index)) {
+    if (!requireSceneCamera(newCamera) || reportInvalidLayer(camera, index)) {
         return -1;
     }
     const ChangeGroup group(*this);

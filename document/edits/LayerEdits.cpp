@@ -1,9 +1,9 @@
 #include "document/edits/LayerEdits.h"
 
-#include "document/DocumentObserver.h"
 #include "document/Layer.h"
 #include "document/LayerAddress.h"
 #include "document/LayerManager.h"
+#include "document/SceneCamera.h"
 #include "plugin/base/Report.h"
 
 #include <deque>
@@ -263,10 +263,8 @@ public:
 
 private:
     bool doFirst(LayerManager& document) override {
-        if (!documentObserver().cameraExists(target_)) {
-            report::error(QStringLiteral("Camera does not exist: %1").arg(target_));
+        if (!requireSceneCamera(target_))
             return false;
-        }
         before_.remember(document, {camera_, target_});
         moved_.clear();
         const LayerManager::ChangeGroup group(document);

@@ -1,9 +1,9 @@
 #include "plugin/session/SceneNodes.h"
 
+#include "document/SceneCamera.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/Report.h"
-#include "plugin/session/Cameras.h"
 
 #include <maya/MDagPath.h>
 #include <maya/MGlobal.h>
@@ -35,11 +35,7 @@ BaseNode* nodeForUndo(const LayerManager* document, const QString& camera) {
     BaseNode* node = nodeWith(document);
     if (!node)
         report::error(QStringLiteral("Node not found"));
-    else if (!cameraExists(camera))
-        report::error(QStringLiteral("Camera does not exist: %1").arg(camera));
-    else
-        return node;
-    return nullptr;
+    return node && requireSceneCamera(camera) ? node : nullptr;
 }
 
 } // namespace vellum

@@ -8,6 +8,7 @@
 #include "node/NodeSearch.h"
 #include "plugin/base/Names.h"
 #include "plugin/base/Settings.h"
+#include "plugin/session/Cameras.h"
 #include "plugin/session/PluginState.h"
 
 #define MNoPluginEntry
@@ -19,7 +20,18 @@
 
 namespace vellum::test {
 
+namespace {
+
+/// Answers what the document asks about the scene, as in the loaded plug-in; hears nothing.
+class SceneAnswers : public DocumentObserver {
+    bool cameraExists(const QString& camera) const override { return vellum::cameraExists(camera); }
+};
+
+} // namespace
+
 void LinkedClasses::SetUp() {
+    static SceneAnswers answers;
+    setDocumentObserver(&answers);
     resetSettings();
     resetPluginState();
     ASSERT_TRUE(host::addDataType(kDataTypeName, BaseNodeLayerData::id, BaseNodeLayerData::creator,
@@ -38,6 +50,7 @@ void LinkedClasses::TearDown() {
                                                                         kDrawRegistrant));
     host::removeNodeType(kNodeTypeName);
     host::removeDataType(kDataTypeName);
+    setDocumentObserver(nullptr);
     resetSettings();
 }
 

@@ -342,9 +342,10 @@ QString WatchedCommands::currentCamera() const {
 }
 
 bool WatchedCommands::cameraExists(const QString& camera) const {
-    if (camerasLeft > 0)
+    const bool counts = camera == QStringLiteral("shotCam");
+    if (counts && camerasLeft > 0)
         --camerasLeft;
-    else if (camerasLeft == 0)
+    else if (counts && camerasLeft == 0)
         return false;
     return vellum::cameraExists(camera);
 }

@@ -57,7 +57,7 @@ protected:
 
     QString currentCamera() const override;
     bool cameraExists(const QString& camera) const override;
-    /// The document is told so many times that a camera exists, then never; -1: the truth.
+    /// So many times whoever asks is told that shotCam exists, then never; -1: the truth.
     mutable int camerasLeft = -1;
 
     QString contextName; ///< what the stand-ins of the context commands answer

@@ -3,6 +3,7 @@
 #include "document/Frame.h"
 #include "document/Layer.h"
 #include "document/LayerManager.h"
+#include "document/SceneCamera.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
@@ -68,10 +69,8 @@ MStatus StrokeCommand::parse(const MArgList& args) {
         return MS::kFailure;
     }
     camera_ = fromMaya(objects[0]);
-    if (!cameraExists(camera_)) {
-        report::error(QStringLiteral("Camera does not exist: %1").arg(camera_));
+    if (!requireSceneCamera(camera_))
         return MS::kFailure;
-    }
     if (parsed.isFlagSet(kLayerAdded))
         parsed.getFlagArgument(kLayerAdded, 0, addedLayer_);
     frameAdded_ = parsed.isFlagSet(kFrameAdded);

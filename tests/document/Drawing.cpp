@@ -6,8 +6,6 @@
 #include "plugin/base/Settings.h"
 #include "tools/raster/StrokeImage.h"
 
-#include <QPainter>
-#include <QRadialGradient>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -17,12 +15,6 @@
 namespace drawing {
 
 using namespace vellum;
-
-QImage marked(int id) {
-    QImage image = blankCanvas();
-    image.setPixelColor(id % kCanvasSize, id / kCanvasSize, QColor(id & 255, id >> 8 & 255, 77));
-    return image;
-}
 
 int markOf(const QImage& image) {
     int found = 0;
@@ -54,27 +46,6 @@ QImage withoutFringe(QImage image) {
             }
         }
     }
-    return image;
-}
-
-QImage scribble(unsigned seed) {
-    std::mt19937 random(seed);
-    const auto upTo = [&](int limit) { return static_cast<int>(random() % unsigned(limit)); };
-    const auto color = [&] { return QColor(upTo(256), upTo(256), upTo(256), 1 + upTo(255)); };
-    QImage image = blankCanvas();
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    for (int i = 0; i < 4; ++i) {
-        const QPointF centre(upTo(1024), upTo(1024));
-        QRadialGradient soft(centre, 40 + upTo(300));
-        soft.setColorAt(0, color());
-        soft.setColorAt(1, Qt::transparent);
-        painter.fillRect(image.rect(), soft);
-        painter.setPen(QPen(color(), 1 + upTo(60), Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(upTo(1024), upTo(1024), upTo(1024), upTo(1024));
-    }
-    painter.fillRect(upTo(900), upTo(900), 20 + upTo(300), 20 + upTo(300),
-                     QColor(upTo(256), upTo(256), upTo(256)));
     return image;
 }
 
@@ -123,15 +94,6 @@ Messages::~Messages() {
 
 std::vector<std::string> Messages::take() {
     return std::exchange(shown_, {});
-}
-
-QuietQt::QuietQt()
-    : previous_(
-          qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {
-}
-
-QuietQt::~QuietQt() {
-    qInstallMessageHandler(previous_);
 }
 
 int premultipliedDifference(const QImage& a, const QImage& b) {

@@ -2,26 +2,20 @@
 #pragma once
 
 #include "document/LayerManager.h"
+#include "raster/Pictures.h"
 
 #include <QImage>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
 namespace drawing {
-
-/// A canvas that is transparent but for one pixel, whose place and colour tell `id` (1..1048575).
-QImage marked(int id);
 
 /// The id of a marked canvas; 0 for a blank one, -1 for anything else.
 int markOf(const QImage& image);
 
 /// The image with black in every transparent pixel, as frames have it and composites do not.
 QImage withoutFringe(QImage image);
-
-/// A canvas with soft, hard and opaque parts, different for each seed.
-QImage scribble(unsigned seed);
 
 /// A frame with a picture, not packed.
 std::unique_ptr<vellum::Frame> frameWith(int intTime, const QImage& image);
@@ -54,16 +48,6 @@ public:
 private:
     int listener_;
     std::vector<std::string> shown_;
-};
-
-/// Qt says a lot about broken pictures; here that is expected.
-class QuietQt {
-public:
-    QuietQt();
-    ~QuietQt();
-
-private:
-    QtMessageHandler previous_;
 };
 
 /// Largest difference of any channel after premultiplying.

@@ -1,5 +1,5 @@
 // The colour of the transparent pixels around visible ones.
-#include "document/Drawing.h"
+#include "raster/Pictures.h"
 #include "tools/raster/ColorFringe.h"
 #include "tools/raster/StrokeImage.h"
 

@@ -1,6 +1,6 @@
 // The verdict on picture bytes equals what decoding them would say, and costs nothing for pictures
 // of other sizes.
-#include "document/Drawing.h"
+#include "raster/Pictures.h"
 #include "support/Seed.h"
 #include "tools/raster/PngCheck.h"
 #include "tools/raster/PngCodec.h"

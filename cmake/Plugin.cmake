@@ -15,20 +15,32 @@ endif()
 
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
-include_directories(${CMAKE_SOURCE_DIR})
+include(VellumRooms)
 
-# Floors below the interface see Maya's headers and no widgets; only the module is linked with what
+# plugin_floor(NAME FOLDER [KNOWS FLOORS...] [LINKS LIBRARIES...]): the sources of one folder as the
+# library vellum_NAME, which finds its own headers and those of the floors it KNOWS, with all that
+# these know, and no others.
+macro(plugin_floor name folder)
+    cmake_parse_arguments(floor "" "" "KNOWS;LINKS" ${ARGN})
+    list(TRANSFORM floor_KNOWS PREPEND vellum_)
+    set(floor_headers ${floor_KNOWS})
+    list(TRANSFORM floor_headers APPEND _headers)
+    vellum_room_includes(vellum_${name}_headers ${CMAKE_SOURCE_DIR} ${folder} ${floor_headers})
+    vellum_room(vellum_${name} STATIC ${CMAKE_SOURCE_DIR}/${folder} vellum_${name}_headers
+        ${floor_KNOWS} ${floor_LINKS})
+endmacro()
+
+# From the bottom up. Floors below the session see no widgets; only the module is linked with what
 # plays Maya's part.
-vellum_room(vellum_base STATIC ${CMAKE_SOURCE_DIR}/plugin/base maya_api ${VELLUM_QT_GUI})
-vellum_room(vellum_raster STATIC ${CMAKE_SOURCE_DIR}/tools/raster ${VELLUM_QT_GUI} ZLIB::ZLIB)
-vellum_room(vellum_gestures STATIC ${CMAKE_SOURCE_DIR}/tools/gestures vellum_raster)
-vellum_room(vellum_document STATIC ${CMAKE_SOURCE_DIR}/document vellum_raster vellum_base)
-vellum_room(vellum_node STATIC ${CMAKE_SOURCE_DIR}/node vellum_document OpenGL::GL)
-vellum_room(vellum_session STATIC ${CMAKE_SOURCE_DIR}/plugin/session vellum_node
-    ${VELLUM_QT_WIDGETS})
-vellum_room(vellum_interaction STATIC ${CMAKE_SOURCE_DIR}/tools/interaction vellum_session
-    vellum_gestures ${vellum_pointer_library} OpenGL::GL)
-vellum_room(vellum_commands STATIC ${CMAKE_SOURCE_DIR}/commands vellum_session)
+plugin_floor(base plugin/base LINKS maya_api ${VELLUM_QT_GUI})
+plugin_floor(raster tools/raster LINKS ${VELLUM_QT_GUI} ZLIB::ZLIB)
+plugin_floor(gestures tools/gestures KNOWS raster)
+plugin_floor(document document KNOWS raster base)
+plugin_floor(node node KNOWS document LINKS OpenGL::GL)
+plugin_floor(session plugin/session KNOWS node LINKS ${VELLUM_QT_WIDGETS})
+plugin_floor(interaction tools/interaction KNOWS session gestures
+    LINKS ${vellum_pointer_library})
+plugin_floor(commands commands KNOWS session)
 # Pixel loops are optimised for the vectoriser whatever the configuration.
 foreach(room vellum_raster vellum_document)
     get_target_property(kind ${room} TYPE)
@@ -43,7 +55,8 @@ set(entry_compiled ${entry_sources})
 list(FILTER entry_compiled INCLUDE REGEX "\\.cpp$")
 if(entry_compiled)
     add_library(vellum2 MODULE ${entry_sources})
-    target_link_libraries(vellum2 PRIVATE vellum_commands vellum_interaction)
+    vellum_room_includes(vellum_entry_headers ${CMAKE_SOURCE_DIR} plugin/entry)
+    target_link_libraries(vellum2 PRIVATE vellum_entry_headers vellum_commands vellum_interaction)
     if(TARGET vellumhost)
         target_link_libraries(vellum2 PRIVATE vellumhost)
     endif()

@@ -15,19 +15,11 @@
 #include "tools/interaction/DrawManagerScope.h"
 #include "tools/interaction/ViewMeasure.h"
 
-#include <QPoint>
-#include <algorithm>
 #include <maya/MCursor.h>
-#include <utility>
 
 namespace vellum {
 
 namespace {
-
-constexpr float kScalePerPixel = 0.0001F; // and drag event: the farther the pointer, the faster
-constexpr float kSmallestScale = 0.1F;
-// Last column and row of "the whole image".
-constexpr int kWholeImageBound = 1022;
 
 constexpr char kSelectHelp[] = "Select region to transform and press Enter. "
                                "No selection will apply transform to entire image.";
@@ -39,6 +31,16 @@ QPoint positionOf(const MEvent& event) {
     short y = 0;
     event.getPosition(x, y);
     return {x, y};
+}
+
+Qt::MouseButton buttonOf(const MEvent& event) {
+    switch (event.mouseButton()) {
+    case MEvent::kLeftMouse:
+        return Qt::LeftButton;
+    case MEvent::kMiddleMouse:
+        return Qt::MiddleButton;
+    }
+    return Qt::NoButton;
 }
 
 } // namespace
@@ -74,12 +76,8 @@ void TransformContext::toolOffCleanup() {
 // Nothing selected, nothing shown.
 void TransformContext::startSelecting() {
     forgetOutline();
-    mode_ = Mode::Selecting;
-    dragging_ = Dragging::Nothing;
-    invalid_ = false;
+    gesture_.reset();
     camera_.clear();
-    corners_ = {};
-    state_ = {};
     document_.reset();
     nodeHandle_ = MObjectHandle();
     setHelpString(kSelectHelp);
@@ -108,12 +106,9 @@ bool TransformContext::begin(bool paste) {
         return false;
     nodeHandle_ = MObjectHandle(active->thisMObject());
     document_ = document;
-    flipX_ = flipY_ = invalid_ = frameAdded_ = false;
+    frameAdded_ = false;
     addedLayer_ = -1;
-    viewOffset_ = {};
-    scaleX_ = scaleY_ = 1.0F;
-    state_ = {};
-    state_.paste = paste;
+    bool possible = true;
     frame_ = currentFrame();
     camera_ = currentCamera();
     if (paste) {
@@ -122,14 +117,18 @@ bool TransformContext::begin(bool paste) {
         frameAdded_ = target.frameCreated;
         if (target)
             frameRevision_ = target.frame->revision();
-        invalid_ = !target;
+        possible = bool(target);
     }
     const int layer = document->activeLayerIndex(camera_);
     layer_ = LayerAddress(camera_);
     layer_.bind(*document, layer);
-    invalid_ = invalid_ || layer < 0 || !activeViewMapping(mapping_);
-    if (invalid_)
+    ViewMapping view;
+    possible = possible && layer >= 0 && activeViewMapping(view);
+    gesture_.begin(view, paste);
+    if (!possible) {
+        gesture_.invalidate();
         return false;
+    }
     if (document->currentCamera() != camera_) {
         active->clearTransformDisplay();
         document->setActiveLayer(camera_, layer, true);
@@ -150,85 +149,37 @@ MStatus TransformContext::doPress(MEvent& event) {
     handler_.watchActiveView();
     if (!activeNode())
         return MS::kFailure;
-    const QPoint position = positionOf(event);
     if (isTransforming()) {
-        beginPressed(event, position);
+        if (hasMoved())
+            gesture_.invalidate();
+        followView();
+        gesture_.press(buttonOf(event), event.isModifierShift(), positionOf(event));
         return MS::kSuccess;
     }
     forgetOutline();
     if (!begin(false))
         return MS::kFailure;
-    dragging_ = Dragging::Select;
-    setSelection(position, position);
+    gesture_.press(buttonOf(event), event.isModifierShift(), positionOf(event));
     showOutline();
     return MS::kSuccess;
-}
-
-void TransformContext::beginPressed(MEvent& event, QPoint position) {
-    invalid_ = invalid_ || hasMoved();
-    dragging_ = Dragging::Nothing;
-    followView();
-    switch (event.mouseButton()) {
-    case MEvent::kLeftMouse:
-        if (event.isModifierShift()) {
-            dragging_ = Dragging::Rotate;
-            rotateAnchor_ = static_cast<float>(position.x()) - state_.rotation;
-        } else {
-            dragging_ = Dragging::Translate;
-            translateAnchor_ = position - viewOffset_;
-        }
-        break;
-    case MEvent::kMiddleMouse:
-        dragging_ = Dragging::Scale;
-        scaleAnchorX_ = static_cast<float>(position.x()) - scaleX_;
-        scaleAnchorY_ = static_cast<float>(position.y()) - scaleY_;
-        break;
-    }
 }
 
 MStatus TransformContext::doDrag(MEvent& event) {
-    if (invalid_ || !node())
+    if (gesture_.isInvalid() || !node())
         return MS::kFailure;
-    const QPoint position = positionOf(event);
     if (isTransforming()) {
-        if (dragging_ != Dragging::Nothing && currentCamera() == camera_)
-            drag(event, position);
+        if (gesture_.isDragging() && currentCamera() == camera_ &&
+            gesture_.drag(positionOf(event), event.isModifierShift()))
+            publish();
         return MS::kSuccess;
     }
-    if (dragging_ != Dragging::Select)
+    if (!gesture_.isSelecting())
         return MS::kFailure;
     eraseOutline();
     followView();
-    setSelection(corners_[0], position);
+    gesture_.drag(positionOf(event), false);
     showOutline();
     return MS::kSuccess;
-}
-
-void TransformContext::drag(MEvent& event, QPoint position) {
-    switch (dragging_) {
-    case Dragging::Translate:
-        viewOffset_ = position - translateAnchor_;
-        state_.offset = viewToImage(position, mapping_) - viewToImage(translateAnchor_, mapping_);
-        break;
-    case Dragging::Rotate:
-        state_.rotation = static_cast<float>(position.x()) - rotateAnchor_;
-        break;
-    case Dragging::Scale:
-        scale(event, position);
-        break;
-    case Dragging::Nothing:
-    case Dragging::Select:
-        return;
-    }
-    publish();
-}
-
-void TransformContext::scale(MEvent& event, QPoint position) {
-    const auto grown = [](float scale, int at, float anchor) {
-        return std::max(scale + (static_cast<float>(at) - anchor) * kScalePerPixel, kSmallestScale);
-    };
-    scaleX_ = grown(scaleX_, position.x(), scaleAnchorX_);
-    scaleY_ = event.isModifierShift() ? scaleX_ : grown(scaleY_, position.y(), scaleAnchorY_);
 }
 
 // Shows the selection where it is now.
@@ -237,29 +188,26 @@ void TransformContext::publish() {
     BaseNode* worked = node();
     if (!stroke || !worked)
         return;
-    state_.plain = false;
-    state_.scaleX = flipX_ ? -scaleX_ : scaleX_;
-    state_.scaleY = flipY_ ? -scaleY_ : scaleY_;
-    stroke->region = state_;
+    stroke->region = gesture_.state();
     stroke->dirty = true;
     showOutline();
     worked->forceRedraw();
 }
 
 MStatus TransformContext::doRelease(MEvent&) {
-    const Dragging dragged = std::exchange(dragging_, Dragging::Nothing);
-    if (invalid_) {
+    switch (gesture_.release()) {
+    case RegionGesture::Ended::Invalid:
         deleteAction();
         return MS::kFailure;
+    case RegionGesture::Ended::Selecting:
+        eraseOutline();
+        showOutline();
+        break;
+    case RegionGesture::Ended::Nothing:
+    case RegionGesture::Ended::Transforming:
+        break;
     }
-    if (isTransforming())
-        return currentCamera() == camera_ ? MS::kSuccess : MS::kFailure;
-    if (dragged != Dragging::Select)
-        return MS::kSuccess;
-    eraseOutline();
-    normaliseSelection();
-    showOutline();
-    return MS::kSuccess;
+    return !isTransforming() || currentCamera() == camera_ ? MS::kSuccess : MS::kFailure;
 }
 
 // A rectangle that was dragged stays on its place of the drawing; the time may have moved since.
@@ -269,36 +217,13 @@ bool TransformContext::ensureBegun() {
     return here && begin(false);
 }
 
-// The selected pixels, and the outline that fits them exactly. False when the selection is beside
-// the drawing.
-bool TransformContext::selectRegion() {
-    const QRect canvas(0, 0, kCanvasSize, kCanvasSize);
-    if (state_.paste) {
-        state_.region =
-            QRect(viewToImage(corners_[0], mapping_), document_->clipboardImage().size());
-    } else if (corners_[0] != corners_[2]) {
-        state_.region =
-            QRect(viewToImage(corners_[0], mapping_), viewToImage(corners_[2], mapping_)) & canvas;
-    } else {
-        state_.region = QRect(QPoint(0, 0), QPoint(kWholeImageBound, kWholeImageBound));
-    }
-    if (state_.region.isEmpty())
+bool TransformContext::beginTransform(bool copy, bool cut) {
+    if (hasMoved() || !gesture_.chooseRegion(copy, cut, document_->clipboardImage().size()))
         return false;
-    fitToRegion();
-    return true;
-}
-
-bool TransformContext::beginTransform() {
-    normaliseSelection();
-    if (hasMoved() || !selectRegion())
-        return false;
-    state_.setUp = true;
-    state_.plain = state_.paste;
-    if (!document_->beginTransform(camera_, state_))
+    if (!document_->beginTransform(camera_, gesture_.state()))
         return false;
     eraseOutline();
-    dragging_ = Dragging::Nothing;
-    mode_ = Mode::Transforming;
+    gesture_.lift();
     setHelpString(kTransformHelp);
     showOutline();
     node()->forceRedraw();
@@ -404,16 +329,12 @@ bool TransformContext::canPaste() const {
 bool TransformContext::lift(bool copy, bool cut) {
     if (isTransforming() || !ensureBegun())
         return false;
-    state_.copy = copy;
-    state_.cut = cut;
-    if (!beginTransform()) {
+    if (!beginTransform(copy, cut)) {
         deleteAction();
         return false;
     }
-    if (copy) {
-        clipboard_ = QRect(corners_[0], QSize(corners_[2].x() - corners_[0].x(),
-                                              corners_[0].y() - corners_[2].y()));
-    }
+    if (copy)
+        clipboard_ = gesture_.selectedSize();
     return true;
 }
 
@@ -442,8 +363,8 @@ void TransformContext::paste(bool thenTransform) {
     }
     const QPoint click = handler_.menuPosition();
     const int bottom = activeViewHeight() - clipboard_.height() - click.y();
-    setSelection({click.x(), bottom},
-                 {click.x() + clipboard_.width(), bottom + clipboard_.height()});
+    gesture_.select({click.x(), bottom},
+                    {click.x() + clipboard_.width(), bottom + clipboard_.height()});
     if (!beginTransform())
         deleteAction();
     else if (!thenTransform)
@@ -453,8 +374,7 @@ void TransformContext::paste(bool thenTransform) {
 void TransformContext::flip(bool horizontally) {
     if (!isTransforming() || hasMoved())
         return;
-    bool& flipped = horizontally ? flipX_ : flipY_;
-    flipped = !flipped;
+    gesture_.flip(horizontally);
     publish();
 }
 

@@ -6,14 +6,11 @@
 
 #include "document/LayerAddress.h"
 #include "plugin/session/PluginState.h"
+#include "tools/gestures/RegionGesture.h"
 #include "tools/interaction/TransformContextInputHandler.h"
-#include "tools/raster/RegionTransform.h"
-#include "tools/raster/ViewToImage.h"
 
-#include <QPoint>
-#include <QRect>
+#include <QSize>
 #include <QString>
-#include <array>
 #include <maya/MObjectHandle.h>
 #include <maya/MPxContext.h>
 #include <memory>
@@ -55,7 +52,7 @@ public:
     TransformContextInputHandler& inputHandler() { return handler_; }
 
     // What the context menu offers.
-    bool isTransforming() const { return mode_ == Mode::Transforming; }
+    bool isTransforming() const { return gesture_.isTransforming(); }
     bool canPaste() const;
     void transform(bool copy); ///< with `copy` the source pixels stay where they are
     void flip(bool horizontally);
@@ -64,23 +61,15 @@ public:
     void paste(bool thenTransform); ///< at the handler's menu position
 
 private:
-    enum class Mode { Selecting, Transforming };
-    enum class Dragging { Nothing, Select, Translate, Rotate, Scale };
-    /// View pixels, origin at the bottom left.
-    using Corners = std::array<QPoint, 4>;
+    using Corners = RegionGesture::Corners;
 
     void startSelecting();
     bool begin(bool paste);
-    void beginPressed(MEvent& event, QPoint position);
-    bool beginTransform();
+    bool beginTransform(bool copy = false, bool cut = false);
     bool lift(bool copy, bool cut);
-    bool selectRegion();
     bool ensureBegun();
     bool hasMoved() const;
     void followView();
-    void fitToRegion();
-    void drag(MEvent& event, QPoint position);
-    void scale(MEvent& event, QPoint position);
     void publish();
     void apply();
     void cleanUp();
@@ -89,38 +78,18 @@ private:
 
     BaseNode* node() const;
     Stroke* strokeInProgress() const;
-    void setSelection(QPoint first, QPoint opposite);
-    void normaliseSelection();
-    Corners outline() const;
     void showOutline();
     void eraseOutline();
     void forgetOutline();
     void toggleXorOutline(const Corners& corners);
 
-    Mode mode_ = Mode::Selecting;
+    RegionGesture gesture_;
     MObjectHandle nodeHandle_;               ///< node worked on since the transform was begun
     std::shared_ptr<LayerManager> document_; ///< its document
     QString camera_;
     LayerAddress layer_; ///< active when begun
     int frame_ = 0;      ///< current when begun
-
-    ViewMapping mapping_; ///< of the view whose pixels are meant
-    Corners corners_{};   ///< first corner (upper left once normalised), then around
-    RegionTransform state_;
-    QPoint viewOffset_;
-    float scaleX_ = 1.0F;
-    float scaleY_ = 1.0F;
-    bool flipX_ = false;
-    bool flipY_ = false;
-
-    Dragging dragging_ = Dragging::Nothing;
-    QPoint translateAnchor_;
-    float rotateAnchor_ = 0.0F;
-    float scaleAnchorX_ = 0.0F;
-    float scaleAnchorY_ = 0.0F;
-    bool invalid_ = false; ///< camera or frame are others than when begun
-
-    QRect clipboard_; ///< what was last cut or copied, view pixels from the upper left corner
+    QSize clipboard_;    ///< of what was last cut or copied, view pixels
     int addedLayer_ = -1;
     bool frameAdded_ = false;
     quint64 frameRevision_ = 0; ///< picture of the added frame: blank

@@ -5,14 +5,11 @@
 #include "plugin/session/PluginState.h"
 #include "plugin/session/TimeSlider.h"
 
-#include <QCursor>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QTabletEvent>
 #include <algorithm>
 #include <maya/M3dView.h>
-#include <maya/MQtUtil.h>
 
 namespace vellum {
 
@@ -20,11 +17,6 @@ namespace {
 
 // A press that long after the pen's last sign comes from a mouse.
 constexpr int kPenGoneMs = 1000;
-
-bool opensPopup(const QEvent& event) {
-    return event.type() == QEvent::FocusOut &&
-           static_cast<const QFocusEvent&>(event).reason() == Qt::PopupFocusReason;
-}
 
 // The widgets of all 3D views.
 QList<QWidget*> viewWidgets() {
@@ -74,31 +66,20 @@ DrawContextInputHandler::~DrawContextInputHandler() {
 }
 
 void DrawContextInputHandler::activate(bool active) {
-    if (active == active_ && !active)
+    if (!active && !isActive())
         return;
-    active_ = active;
-    releaseKeys();
     commitPendingText();
-    views_.clear();
     windows_.clear();
-    if (mainWindow_)
-        mainWindow_->removeEventFilter(this);
     if (timeSlider_)
         timeSlider_->removeEventFilter(this);
-    if (!active) {
-        if (menu_)
-            menu_->close();
-        return;
+    if (active) {
+        forgetPen();
+        if (!timeSlider_ && pluginState().interactive)
+            timeSlider_ = timeControlWidget();
+        if (timeSlider_)
+            timeSlider_->installEventFilter(this);
     }
-    forgetPen();
-    mainWindow_ = MQtUtil::mainWindow();
-    if (mainWindow_)
-        mainWindow_->installEventFilter(this);
-    if (!timeSlider_ && pluginState().interactive)
-        timeSlider_ = timeControlWidget();
-    if (timeSlider_)
-        timeSlider_->installEventFilter(this);
-    watchActiveView();
+    ToolInputHandler::activate(active);
 }
 
 void DrawContextInputHandler::watchPens() {
@@ -112,7 +93,7 @@ void DrawContextInputHandler::watchPens() {
 
 void DrawContextInputHandler::watchActiveView() {
     watchPens();
-    views_.add(activeViewWidget());
+    ToolInputHandler::watchActiveView();
 }
 
 void DrawContextInputHandler::setTextTarget(TextTarget* target) {
@@ -145,22 +126,18 @@ void DrawContextInputHandler::acceptInputMethod(bool accept) {
 }
 
 void DrawContextInputHandler::releaseKeys() {
-    for (HeldKey* key : {&panZoomKey_, &sizeKey_, &opacityKey_})
-        key->letGo();
+    ToolInputHandler::releaseKeys();
+    sizeKey_.letGo();
+    opacityKey_.letGo();
 }
 
-bool DrawContextInputHandler::eventFilter(QObject* watched, QEvent* event) {
-    bool consumed = false;
-    if (views_.contains(watched))
-        consumed = filterView(*static_cast<QWidget*>(watched), event);
-    else if (watched == timeSlider_.data())
-        consumed = filterTimeSlider(*event);
-    else if (watched == mainWindow_.data())
-        consumed = filterMainWindow(event);
-    else if ((event->type() == QEvent::TabletMove || event->type() == QEvent::TabletPress) &&
-             windows_.contains(watched))
+bool DrawContextInputHandler::filterOther(QObject* watched, QEvent* event) {
+    if (watched == timeSlider_.data())
+        return filterTimeSlider(*event);
+    if ((event->type() == QEvent::TabletMove || event->type() == QEvent::TabletPress) &&
+        windows_.contains(watched))
         readTabletOver(*static_cast<QWidget*>(watched), *static_cast<QTabletEvent*>(event));
-    return consumed || QObject::eventFilter(watched, event);
+    return false;
 }
 
 bool DrawContextInputHandler::filterView(QWidget& view, QEvent* event) {
@@ -168,52 +145,47 @@ bool DrawContextInputHandler::filterView(QWidget& view, QEvent* event) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
-        return filterMouse(view, *static_cast<QMouseEvent*>(event));
+        seeMouse(*static_cast<QMouseEvent*>(event));
+        break;
     case QEvent::TabletMove:
     case QEvent::TabletPress:
     case QEvent::TabletRelease:
         readTablet(*static_cast<QTabletEvent*>(event));
-        return false;
-    case QEvent::Hide:
-    case QEvent::WindowBlocked:
-        Q_EMIT PointerLost(&view);
-        return false;
-    case QEvent::FocusOut:
-        if (opensPopup(*event))
-            Q_EMIT PointerLost(&view);
-        return false;
+        break;
     default:
-        return filterTyping(view, event);
+        if (textTarget_ && filterTyping(event))
+            return true;
     }
+    return ToolInputHandler::filterView(view, event);
 }
 
-bool DrawContextInputHandler::filterTyping(const QWidget& view, QEvent* event) {
-    if (textTarget_ && event->type() == QEvent::InputMethod) {
+bool DrawContextInputHandler::filterTyping(QEvent* event) {
+    if (event->type() == QEvent::InputMethod) {
         const auto* input = static_cast<QInputMethodEvent*>(event);
         textTarget_->typeText(input->commitString(), input->preeditString());
         event->accept();
         return true;
     }
+    if (event->type() != QEvent::KeyPress)
+        return false;
     // Qt's change of focus would take the Tab key, and all later ones, away from the text.
-    if (textTarget_ && event->type() == QEvent::KeyPress) {
-        const auto& key = *static_cast<QKeyEvent*>(event);
-        if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab)
-            return keyPressed(key);
-    }
-    // Keys pressed in a window of its own do not come by the main window.
-    return view.window() != mainWindow_ && filterKey(event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    return (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) && keyPressed(key);
 }
 
-bool DrawContextInputHandler::filterMouse(QWidget& view, const QMouseEvent& event) {
+void DrawContextInputHandler::seeMouse(const QMouseEvent& event) {
     if (event.type() == QEvent::MouseButtonPress)
         commitPendingText();
     if (event.type() != QEvent::MouseButtonRelease && event.buttons() == event.button())
         relatePenTo(event);
-    if (!isPlainRightPress(event) || !settings().drawToolContextMenu || panZoomKey_.isHeld())
-        return false;
-    makeActiveView(view);
-    showMenu(makeDrawMenu(mainWindow_));
-    return true;
+}
+
+bool DrawContextInputHandler::isMenuEnabled() const {
+    return settings().drawToolContextMenu;
+}
+
+QMenu* DrawContextInputHandler::makeMenuAt(QPoint) {
+    return makeDrawMenu(mainWindow_);
 }
 
 // Whether the first button that goes down is the pen's.
@@ -259,7 +231,7 @@ bool DrawContextInputHandler::filterMainWindow(QEvent* event) {
         readTabletOver(*mainWindow_, *static_cast<QTabletEvent*>(event));
         return false;
     default:
-        return filterKey(event);
+        return ToolInputHandler::filterMainWindow(event);
     }
 }
 
@@ -281,11 +253,8 @@ bool DrawContextInputHandler::filterKey(QEvent* event) {
         return keyPressed(*static_cast<QKeyEvent*>(event));
     case QEvent::KeyRelease:
         return keyReleased(*static_cast<QKeyEvent*>(event));
-    case QEvent::WindowDeactivate:
-        releaseKeys(); // their releases go to another window
-        return false;
     default:
-        return false;
+        return ToolInputHandler::filterKey(event);
     }
 }
 
@@ -310,15 +279,6 @@ bool DrawContextInputHandler::keyReleased(const QKeyEvent& event) {
     if (panZoomKey_.release(key, repeats))
         return false;
     return sizeKey_.release(key, repeats) || opacityKey_.release(key, repeats);
-}
-
-void DrawContextInputHandler::showMenu(QMenu* menu) {
-    if (menu_)
-        menu_->close();
-    releaseKeys(); // the menu takes their releases
-    menu_ = menu;
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->popup(QCursor::pos());
 }
 
 } // namespace vellum

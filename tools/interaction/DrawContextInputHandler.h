@@ -1,13 +1,10 @@
-// What a tool context is not told by Maya: tablet pressure and eraser end, keys held for size and
-// opacity, typing, and the right-button menus. A filter on the main window, the time slider and
-// every view drawn in. Main thread only.
+// What the drawing tool is not told by Maya, beside what every tool is not: tablet pressure and
+// eraser end, keys held for size and opacity, typing, and the time slider's menu. Main thread only.
 #pragma once
 
-#include "tools/gestures/HeldKey.h"
-#include "tools/interaction/WatchedWidgets.h"
+#include "tools/interaction/ToolInputHandler.h"
 
 #include <QElapsedTimer>
-#include <QObject>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
@@ -41,18 +38,15 @@ float pressureCurve(float raw);
 /// can come as Control and Alt together.
 bool isCommandKey(const QKeyEvent& event);
 
-class DrawContextInputHandler : public QObject {
+class DrawContextInputHandler : public ToolInputHandler {
     Q_OBJECT
 
 public:
     DrawContextInputHandler() = default;
     ~DrawContextInputHandler() override;
 
-    void activate(bool active);
-    bool isActive() const { return active_; }
-
-    /// Adds the active 3D view to those whose events are seen.
-    void watchActiveView();
+    void activate(bool active) override;
+    void watchActiveView() override;
 
     /// Sees from now on what a pen does over any 3D view, also one not drawn in yet.
     void watchPens();
@@ -69,13 +63,6 @@ public:
     /// The menus, built anew at every call. The caller owns them.
     QMenu* makeDrawMenu(QWidget* parent);
     QMenu* makeTimelineMenu(QWidget* parent);
-
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
-Q_SIGNALS:
-    /// A button that is down over the view may be released unseen: the view is hidden, a dialog
-    /// blocks its window, or a menu has opened and takes the pointer.
-    void PointerLost(QWidget* view);
 
 public Q_SLOTS:
     void SetActiveLayer();
@@ -113,37 +100,36 @@ public Q_SLOTS:
     void DeleteActiveCameraLayers();
     void ClearAll();
 
+protected:
+    bool filterView(QWidget& view, QEvent* event) override;
+    bool filterMainWindow(QEvent* event) override;
+    bool filterOther(QObject* watched, QEvent* event) override;
+    bool filterKey(QEvent* event) override;
+    bool isMenuEnabled() const override;
+    QMenu* makeMenuAt(QPoint viewPixel) override;
+    void releaseKeys() override;
+
 private:
-    bool filterView(QWidget& view, QEvent* event);
-    bool filterTyping(const QWidget& view, QEvent* event);
-    bool filterMouse(QWidget& view, const QMouseEvent& event);
+    bool filterTyping(QEvent* event);
+    void seeMouse(const QMouseEvent& event);
     void relatePenTo(const QMouseEvent& event);
     void readTablet(const QTabletEvent& event);
-    bool filterKey(QEvent* event);
     bool filterTimeSlider(const QEvent& event);
-    bool filterMainWindow(QEvent* event);
     void readTabletOver(const QWidget& window, const QTabletEvent& event);
     bool keyPressed(const QKeyEvent& event);
     bool keyReleased(const QKeyEvent& event);
     bool wantsKey(const QKeyEvent& event) const;
-    void showMenu(QMenu* menu);
-    void releaseKeys();
     void acceptInputMethod(bool accept);
     void commitPendingText();
 
-    WatchedWidgets views_{this};
     WatchedWidgets windows_{this}; ///< of views outside the main window
     TextTarget* textTarget_ = nullptr;
     QPointer<QWidget> timeSlider_;
-    QPointer<QWidget> mainWindow_;
-    QPointer<QMenu> menu_;      ///< the one that is open
     QElapsedTimer sinceTablet_; ///< invalid until a pen is used
     bool penDown_ = false;
     bool pressureKnown_ = false; ///< told since the pen is down
-    HeldKey panZoomKey_{Qt::Key_Backslash};
     HeldKey sizeKey_{Qt::Key_B};
     HeldKey opacityKey_{Qt::Key_M};
-    bool active_ = false;
 };
 
 } // namespace vellum

@@ -1,81 +1,25 @@
 #include "tools/interaction/TransformContextInputHandler.h"
 
-#include "plugin/base/QtCompat.h"
 #include "plugin/base/Settings.h"
 #include "tools/interaction/TransformContext.h"
 
 #include <QAction>
-#include <QCursor>
-#include <QKeyEvent>
 #include <QMenu>
-#include <QMouseEvent>
-#include <maya/MQtUtil.h>
 
 namespace vellum {
-
-namespace {
-constexpr int kPanZoomKey = Qt::Key_Backslash;
-} // namespace
 
 TransformContextInputHandler::~TransformContextInputHandler() {
     context_ = nullptr; // its owner is going as well
     activate(false);
 }
 
-void TransformContextInputHandler::activate(bool active) {
-    if (active == active_ && !active)
-        return;
-    active_ = active;
-    panZoomKeyHeld_ = false;
-    views_.clear();
-    if (mainWindow_)
-        mainWindow_->removeEventFilter(this);
-    if (!active) {
-        if (menu_)
-            menu_->close();
-        return;
-    }
-    mainWindow_ = MQtUtil::mainWindow();
-    if (mainWindow_)
-        mainWindow_->installEventFilter(this);
-    watchActiveView();
+bool TransformContextInputHandler::isMenuEnabled() const {
+    return settings().transformToolContextMenu;
 }
 
-bool TransformContextInputHandler::eventFilter(QObject* watched, QEvent* event) {
-    bool consumed = false;
-    if (watched == mainWindow_.data()) {
-        filterKey(*event);
-    } else if (views_.contains(watched)) {
-        auto& view = *static_cast<QWidget*>(watched);
-        if (event->type() == QEvent::MouseButtonPress)
-            consumed = filterMouse(view, *static_cast<QMouseEvent*>(event));
-        else if (view.window() != mainWindow_)
-            filterKey(*event); // keys pressed there do not come by the main window
-    }
-    return consumed || QObject::eventFilter(watched, event);
-}
-
-void TransformContextInputHandler::filterKey(const QEvent& event) {
-    if (event.type() == QEvent::WindowDeactivate) {
-        panZoomKeyHeld_ = false; // its release goes to another window
-    } else if (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease) {
-        const auto& key = static_cast<const QKeyEvent&>(event);
-        if (key.key() == kPanZoomKey && !key.isAutoRepeat())
-            panZoomKeyHeld_ = event.type() == QEvent::KeyPress;
-    }
-}
-
-bool TransformContextInputHandler::filterMouse(QWidget& view, const QMouseEvent& event) {
-    if (!isPlainRightPress(event) || !settings().transformToolContextMenu || panZoomKeyHeld_)
-        return false;
-    makeActiveView(view);
-    menuPosition_ = (qt::position(&event) * view.devicePixelRatioF()).toPoint();
-    if (menu_)
-        menu_->close();
-    menu_ = makeMenu(mainWindow_);
-    menu_->setAttribute(Qt::WA_DeleteOnClose);
-    menu_->popup(QCursor::pos());
-    return true;
+QMenu* TransformContextInputHandler::makeMenuAt(QPoint viewPixel) {
+    menuPosition_ = viewPixel;
+    return makeMenu(mainWindow_);
 }
 
 QMenu* TransformContextInputHandler::makeMenu(QWidget* parent) {

@@ -7,6 +7,7 @@
 #include "ui/ModelPanel.h"
 
 #include <QApplication>
+#include <QMenu>
 #include <QTest>
 
 namespace vellum::test {
@@ -203,6 +204,43 @@ TEST_F(TransformMishaps, UndoFindsTheLayerAPasteMade) {
     ASSERT_TRUE(run(QStringLiteral("undo")));
     ASSERT_EQ(document()->cameraLayerCount(camera), 1);
     EXPECT_EQ(document()->layerName(camera, 0), QStringLiteral("Other"));
+}
+
+// A menu opened by a hotkey takes the pointer, and with it the release.
+TEST_F(TransformMishaps, ReleasesThatNeverCome) {
+    QMenu menu;
+    menu.addAction(QStringLiteral("entry"));
+    const auto dragIntoMenu = [&](QPointF from, QPointF to) {
+        moveTo(at(from));
+        press();
+        moveTo(at(to));
+        menu.popup(window->mapToGlobal(QPoint(700, 300)));
+        support::settle();
+        release();
+        menu.close();
+        support::settle();
+    };
+    for (const char* renderer : {"vp2Renderer", "base_OpenGL_Renderer"}) {
+        SCOPED_TRACE(renderer);
+        ASSERT_TRUE(run(QStringLiteral("modelEditor -e -rendererName \"%1\" `getPanel -withFocus`")
+                            .arg(QLatin1String(renderer))));
+        const QRect around(kSelected.topLeft(), kSelected.bottomRight() + QPoint(1, 1));
+        dragIntoMenu(around.bottomRight(), around.topLeft());
+        EXPECT_TRUE(isOutlined(kSelected)) << "what was selected stays so";
+        moveTo(at(QPointF(700, 300)));
+        EXPECT_TRUE(isOutlined(kSelected)) << "the hand has let go";
+        enter();
+        ASSERT_TRUE(tool()->isTransforming());
+        EXPECT_TRUE(near(document()->currentStroke()->region.region, kSelected, 2));
+        dragIntoMenu({470, 500}, {500, 520});
+        const QPoint offset = document()->currentStroke()->region.offset;
+        EXPECT_TRUE(near(QRect(offset, QSize(1, 1)), QRect(30, 20, 1, 1), 1));
+        drag(at(QPointF(700, 300)), at(QPointF(710, 300)));
+        const QPoint further = document()->currentStroke()->region.offset - offset;
+        EXPECT_TRUE(near(QRect(further, QSize(1, 1)), QRect(10, 0, 1, 1), 1)) << "no jump";
+        type({Qt::Key_Backspace});
+        host::idle::drain();
+    }
 }
 
 TEST_F(TransformMishaps, KeysInTheMiddleOfADrag) {

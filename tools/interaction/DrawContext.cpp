@@ -75,13 +75,7 @@ DrawContext::DrawContext() {
     setTitleString("Draw Context");
     setImage(":/icons/draw_context_01.png", MPxContext::kImage1);
     setCursor(MCursor::crossHairCursor);
-    QObject::connect(&handler_, &DrawContextInputHandler::PointerLost, &handler_,
-                     [this](const QWidget* view) {
-                         // Not at once: a view that is hidden may be about to be deleted.
-                         if (view == pressedView_)
-                             QMetaObject::invokeMethod(
-                                 &handler_, [this] { pointerLost(); }, Qt::QueuedConnection);
-                     });
+    listenTo(handler_);
 }
 
 DrawContext::~DrawContext() {
@@ -106,17 +100,6 @@ void DrawContext::toolOffCleanup() {
     setDrawToolActive(false);
     handler_.activate(false);
     MPxContext::toolOffCleanup();
-}
-
-QPoint DrawContext::positionOf(const MEvent& event) {
-    short x = 0;
-    short y = 0;
-    event.getPosition(x, y);
-    return {x, y};
-}
-
-BaseNode* DrawContext::node() const {
-    return nodeHandle_.isValid() ? BaseNode::fromObject(nodeHandle_.object()) : nullptr;
 }
 
 Stroke* DrawContext::strokeInProgress() const {
@@ -149,22 +132,6 @@ MStatus DrawContext::doPress(MEvent& event) {
     return MS::kSuccess;
 }
 
-// The view in which a button goes down now; its end is the end of what the button does.
-QWidget* DrawContext::holdActiveView() {
-    MStatus status;
-    const M3dView view = M3dView::active3dView(&status);
-    QWidget* widget = status == MS::kSuccess ? view.widget() : nullptr;
-    QObject::disconnect(viewClosed_);
-    pressedView_ = widget;
-    // Not at once: the view is being deleted then.
-    if (widget)
-        viewClosed_ = QObject::connect(
-            widget, &QObject::destroyed, &handler_, [this] { pointerLost(); },
-            Qt::QueuedConnection);
-    return widget;
-}
-
-// The release will not come.
 void DrawContext::pointerLost() {
     endStroke();
     forgetAdjusting();
@@ -342,12 +309,9 @@ void DrawContext::commit() {
 }
 
 void DrawContext::forgetStroke() {
-    QObject::disconnect(viewClosed_);
-    pressedView_ = nullptr;
+    letGoOfView();
+    forgetTarget();
     composing_ = 0;
-    document_.reset();
-    nodeHandle_ = MObjectHandle();
-    camera_.clear();
     addedLayer_ = -1;
     frameAdded_ = false;
 }

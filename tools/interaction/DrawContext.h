@@ -5,19 +5,14 @@
 
 #include "tools/gestures/AdjustDrag.h"
 #include "tools/interaction/DrawContextInputHandler.h"
-
-#include <QString>
-#include <maya/MObjectHandle.h>
-#include <maya/MPxContext.h>
-#include <memory>
+#include "tools/interaction/ToolContext.h"
+#include "tools/interaction/XorLine.h"
 
 namespace vellum {
 
-class BaseNode;
-class LayerManager;
 struct Stroke;
 
-class DrawContext : public MPxContext, public TextTarget {
+class DrawContext : public ToolContext, public TextTarget {
 public:
     DrawContext();
     ~DrawContext() override;
@@ -25,15 +20,12 @@ public:
     void toolOnSetup(MEvent& event) override;
     void toolOffCleanup() override;
 
+    using ToolContext::doPress;
     MStatus doPress(MEvent& event) override;
-    MStatus doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                    const MHWRender::MFrameContext& context) override;
+    using ToolContext::doRelease;
     MStatus doRelease(MEvent& event) override;
-    MStatus doRelease(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                      const MHWRender::MFrameContext& context) override;
+    using ToolContext::doDrag;
     MStatus doDrag(MEvent& event) override;
-    MStatus doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                   const MHWRender::MFrameContext& context) override;
     using MPxContext::doHold;
     MStatus doHold(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                    const MHWRender::MFrameContext& context) override;
@@ -46,15 +38,10 @@ public:
     void commitText() override;
 
 private:
-    /// View pixels, origin at the bottom left.
-    static QPoint positionOf(const MEvent& event);
-
-    BaseNode* node() const;
     Stroke* strokeInProgress() const;
     bool isTextStroke() const;
 
-    QWidget* holdActiveView();
-    void pointerLost();
+    void pointerLost() override;
 
     void beginAdjusting(AdjustDrag::Option option, const MEvent& event);
     void adjust(const MEvent& event);
@@ -69,26 +56,21 @@ private:
     void forgetStroke();
 
     double sizeCursorRadius() const;
-    void toggleSizeCursor(double radius);
-    void drawSizeCursor(double radius) const;
+    void showSizeCursor();
+    void drawSizeCursor();
     void eraseSizeCursor();
 
-    MObjectHandle nodeHandle_;               ///< node drawn on, during a press or while typing
-    std::shared_ptr<LayerManager> document_; ///< its document
-    QString camera_;
+    // The target stands from the press to the release, and while typing.
     int pressFrame_ = 0; ///< frame drawn on
     int addedLayer_ = -1;
     bool frameAdded_ = false;
     int composing_ = 0; ///< units at the end of the text that an input method has not settled
-    QPointer<QWidget> pressedView_; ///< where the button went down
-    QMetaObject::Connection viewClosed_;
 
     AdjustDrag adjusting_;
     int adjustedTool_ = 0;
 
-    MHWRender::MUIDrawManager* drawManager_ = nullptr; ///< during one call
-    bool cursorDrawn_ = false;                         ///< legacy views: waits to be erased
-    double cursorRadius_ = 1.0;
+    XorLine legacyCursor_;
+    double cursorRadius_ = 1.0; ///< view pixels
 
     DrawContextInputHandler handler_;
 };

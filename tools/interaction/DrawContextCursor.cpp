@@ -12,15 +12,6 @@
 #include <cmath>
 #include <maya/M3dView.h>
 
-#ifdef __APPLE__
-#include <OpenGL/gl.h>
-#else
-#ifdef _WIN32
-#include <windows.h>
-#endif
-#include <GL/gl.h>
-#endif
-
 namespace vellum {
 
 namespace {
@@ -28,47 +19,24 @@ namespace {
 constexpr int kCircleVertices = 360;
 constexpr double kRadiansPerVertex = 0.017453292;
 
-// Drawn a second time with the same values, the circle is gone.
-void drawXorCircle(M3dView& view, double x, double y, double radius) {
-    view.beginXorDrawing();
-    glBegin(GL_LINE_LOOP);
+QPolygonF circle(QPointF centre, double radius) {
+    QPolygonF line;
+    line.reserve(kCircleVertices);
     for (int i = 0; i < kCircleVertices; ++i) {
         const double angle = i * kRadiansPerVertex;
-        glVertex2d(x + radius * std::cos(angle), y + radius * std::sin(angle));
+        line << centre + radius * QPointF(std::cos(angle), std::sin(angle));
     }
-    glEnd();
-    view.endXorDrawing();
+    return line;
 }
 
 } // namespace
-
-MStatus DrawContext::doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                             const MHWRender::MFrameContext&) {
-    const DrawManagerScope scope(drawManager_, drawManager);
-    doPress(event);
-    return MS::kSuccess;
-}
-
-MStatus DrawContext::doRelease(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                               const MHWRender::MFrameContext&) {
-    const DrawManagerScope scope(drawManager_, drawManager);
-    doRelease(event);
-    return MS::kSuccess;
-}
-
-MStatus DrawContext::doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                            const MHWRender::MFrameContext&) {
-    const DrawManagerScope scope(drawManager_, drawManager);
-    doDrag(event);
-    return MS::kSuccess;
-}
 
 // What a tool shows lasts until its next event, and a press is held before it is dragged.
 MStatus DrawContext::doHold(MEvent&, MHWRender::MUIDrawManager& drawManager,
                             const MHWRender::MFrameContext&) {
     const DrawManagerScope scope(drawManager_, drawManager);
     if (adjusting_.isOn())
-        drawSizeCursor(cursorRadius_);
+        drawSizeCursor();
     return MS::kSuccess;
 }
 
@@ -80,8 +48,7 @@ void DrawContext::beginAdjusting(AdjustDrag::Option option, const MEvent& event)
     const bool size = option == AdjustDrag::Option::Size;
     adjusting_.begin(option, size ? toolSize(adjustedTool_) : toolOpacity(adjustedTool_),
                      positionOf(event));
-    eraseSizeCursor();
-    toggleSizeCursor(sizeCursorRadius());
+    showSizeCursor();
 }
 
 void DrawContext::adjust(const MEvent& event) {
@@ -90,8 +57,7 @@ void DrawContext::adjust(const MEvent& event) {
         setToolSize(adjustedTool_, value);
     else
         setToolOpacity(adjustedTool_, value);
-    eraseSizeCursor();
-    toggleSizeCursor(sizeCursorRadius());
+    showSizeCursor();
     panels().refreshToolOptions();
 }
 
@@ -99,10 +65,9 @@ void DrawContext::adjust(const MEvent& event) {
 void DrawContext::forgetAdjusting() {
     if (!adjusting_.end())
         return;
-    cursorDrawn_ = false;
-    MStatus status;
-    M3dView view = M3dView::active3dView(&status);
-    if (status == MS::kSuccess)
+    legacyCursor_.forget();
+    M3dView view;
+    if (activeView(view))
         view.refresh();
 }
 
@@ -114,40 +79,35 @@ double DrawContext::sizeCursorRadius() const {
     return toolSize(adjustedTool_) * 0.5 * viewPixelsPerImagePixel(mapping);
 }
 
-void DrawContext::toggleSizeCursor(double radius) {
-    drawSizeCursor(radius);
-    cursorDrawn_ = !cursorDrawn_;
-    cursorRadius_ = radius;
+void DrawContext::showSizeCursor() {
+    eraseSizeCursor();
+    cursorRadius_ = sizeCursorRadius();
+    drawSizeCursor();
 }
 
-// Only what was drawn by exclusive-or has to be taken back; the draw manager starts anew each time.
+// The draw manager starts anew with each event; only what was drawn by exclusive-or is taken back.
 void DrawContext::eraseSizeCursor() {
-    if (!cursorDrawn_)
-        return;
     if (drawManager_)
-        cursorDrawn_ = false;
+        legacyCursor_.forget();
     else
-        toggleSizeCursor(cursorRadius_);
+        legacyCursor_.erase();
 }
 
-void DrawContext::drawSizeCursor(double radius) const {
+void DrawContext::drawSizeCursor() {
     const QPoint anchor = adjusting_.anchor();
-    if (drawManager_) {
-        const MPoint at(anchor.x(), anchor.y());
-        const int value = adjusting_.option() == AdjustDrag::Option::Opacity
-                              ? toolOpacity(adjustedTool_)
-                              : toolSize(adjustedTool_);
-        drawManager_->beginDrawable();
-        drawManager_->setLineWidth(1.0F);
-        drawManager_->circle2d(at, radius);
-        drawManager_->text2d(at, toMaya(QString::number(value)));
-        drawManager_->endDrawable();
+    if (!drawManager_) {
+        legacyCursor_.draw(circle(anchor, cursorRadius_));
         return;
     }
-    MStatus status;
-    M3dView view = M3dView::active3dView(&status);
-    if (status == MS::kSuccess)
-        drawXorCircle(view, anchor.x(), anchor.y(), radius);
+    const MPoint at(anchor.x(), anchor.y());
+    const int value = adjusting_.option() == AdjustDrag::Option::Opacity
+                          ? toolOpacity(adjustedTool_)
+                          : toolSize(adjustedTool_);
+    drawManager_->beginDrawable();
+    drawManager_->setLineWidth(1.0F);
+    drawManager_->circle2d(at, cursorRadius_);
+    drawManager_->text2d(at, toMaya(QString::number(value)));
+    drawManager_->endDrawable();
 }
 
 } // namespace vellum

@@ -12,7 +12,6 @@
 #include "plugin/session/DrawingTarget.h"
 #include "plugin/session/SceneTime.h"
 #include "plugin/session/Timeline.h"
-#include "tools/interaction/DrawManagerScope.h"
 #include "tools/interaction/ViewMeasure.h"
 
 #include <maya/MCursor.h>
@@ -25,13 +24,6 @@ constexpr char kSelectHelp[] = "Select region to transform and press Enter. "
                                "No selection will apply transform to entire image.";
 constexpr char kTransformHelp[] = "Translate(LMB)  Rotate(Shift+LMB)  Scale(MMB)  "
                                   "Apply Changes(Enter)  Revert(Backspace)  Cancel(ESC)";
-
-QPoint positionOf(const MEvent& event) {
-    short x = 0;
-    short y = 0;
-    event.getPosition(x, y);
-    return {x, y};
-}
 
 Qt::MouseButton buttonOf(const MEvent& event) {
     switch (event.mouseButton()) {
@@ -49,6 +41,7 @@ TransformContext::TransformContext() : handler_(this) {
     setTitleString("Transform Context");
     setImage(":/icons/transform_context_01.png", MPxContext::kImage1);
     setCursor(MCursor::editCursor);
+    listenTo(handler_);
 }
 
 TransformContext::~TransformContext() {
@@ -77,19 +70,14 @@ void TransformContext::toolOffCleanup() {
 void TransformContext::startSelecting() {
     forgetOutline();
     gesture_.reset();
-    camera_.clear();
-    document_.reset();
-    nodeHandle_ = MObjectHandle();
+    letGoOfView();
+    forgetTarget();
     setHelpString(kSelectHelp);
 }
 
 MStatus TransformContext::helpStateHasChanged(MEvent&) {
     setHelpString(isTransforming() ? kTransformHelp : kSelectHelp);
     return MS::kSuccess;
-}
-
-BaseNode* TransformContext::node() const {
-    return nodeHandle_.isValid() ? BaseNode::fromObject(nodeHandle_.object()) : nullptr;
 }
 
 Stroke* TransformContext::strokeInProgress() const {
@@ -149,6 +137,7 @@ MStatus TransformContext::doPress(MEvent& event) {
     handler_.watchActiveView();
     if (!activeNode())
         return MS::kFailure;
+    holdActiveView();
     if (isTransforming()) {
         if (hasMoved())
             gesture_.invalidate();
@@ -195,6 +184,15 @@ void TransformContext::publish() {
 }
 
 MStatus TransformContext::doRelease(MEvent&) {
+    return endDrag();
+}
+
+void TransformContext::pointerLost() {
+    endDrag();
+}
+
+MStatus TransformContext::endDrag() {
+    letGoOfView();
     switch (gesture_.release()) {
     case RegionGesture::Ended::Invalid:
         deleteAction();
@@ -376,26 +374,6 @@ void TransformContext::flip(bool horizontally) {
         return;
     gesture_.flip(horizontally);
     publish();
-}
-
-// --- Viewport 2.0: the same with a drawing interface ---------------------------------------------
-
-MStatus TransformContext::doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                                  const MHWRender::MFrameContext&) {
-    const DrawManagerScope scope(drawManager_, drawManager);
-    return doPress(event);
-}
-
-MStatus TransformContext::doRelease(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                                    const MHWRender::MFrameContext&) {
-    const DrawManagerScope scope(drawManager_, drawManager);
-    return doRelease(event);
-}
-
-MStatus TransformContext::doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                                 const MHWRender::MFrameContext&) {
-    const DrawManagerScope scope(drawManager_, drawManager);
-    return doDrag(event);
 }
 
 } // namespace vellum

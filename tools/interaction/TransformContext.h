@@ -7,24 +7,18 @@
 #include "document/LayerAddress.h"
 #include "plugin/session/PluginState.h"
 #include "tools/gestures/RegionGesture.h"
+#include "tools/interaction/ToolContext.h"
 #include "tools/interaction/TransformContextInputHandler.h"
+#include "tools/interaction/XorLine.h"
 
 #include <QSize>
-#include <QString>
-#include <maya/MObjectHandle.h>
-#include <maya/MPxContext.h>
-#include <memory>
-
-class M3dView;
 
 namespace vellum {
 
-class BaseNode;
 class Layer;
-class LayerManager;
 struct Stroke;
 
-class TransformContext : public MPxContext, public TimeListener {
+class TransformContext : public ToolContext, public TimeListener {
 public:
     TransformContext();
     ~TransformContext() override;
@@ -32,15 +26,12 @@ public:
     void toolOnSetup(MEvent& event) override;
     void toolOffCleanup() override;
 
+    using ToolContext::doPress;
     MStatus doPress(MEvent& event) override;
-    MStatus doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                    const MHWRender::MFrameContext& context) override;
+    using ToolContext::doRelease;
     MStatus doRelease(MEvent& event) override;
-    MStatus doRelease(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                      const MHWRender::MFrameContext& context) override;
+    using ToolContext::doDrag;
     MStatus doDrag(MEvent& event) override;
-    MStatus doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManager,
-                   const MHWRender::MFrameContext& context) override;
     MStatus helpStateHasChanged(MEvent& event) override;
 
     void deleteAction() override;   ///< Backspace: revert
@@ -61,7 +52,8 @@ public:
     void paste(bool thenTransform); ///< at the handler's menu position
 
 private:
-    using Corners = RegionGesture::Corners;
+    void pointerLost() override;
+    MStatus endDrag();
 
     void startSelecting();
     bool begin(bool paste);
@@ -76,17 +68,14 @@ private:
     void takeBackAdditions(LayerManager& document);
     bool takeBackFrame(LayerManager& document, const Layer& layer);
 
-    BaseNode* node() const;
     Stroke* strokeInProgress() const;
     void showOutline();
     void eraseOutline();
     void forgetOutline();
-    void toggleXorOutline(const Corners& corners);
 
     RegionGesture gesture_;
-    MObjectHandle nodeHandle_;               ///< node worked on since the transform was begun
-    std::shared_ptr<LayerManager> document_; ///< its document
-    QString camera_;
+
+    // The target stands since the transform was begun.
     LayerAddress layer_; ///< active when begun
     int frame_ = 0;      ///< current when begun
     QSize clipboard_;    ///< of what was last cut or copied, view pixels
@@ -94,9 +83,7 @@ private:
     bool frameAdded_ = false;
     quint64 frameRevision_ = 0; ///< picture of the added frame: blank
 
-    MHWRender::MUIDrawManager* drawManager_ = nullptr; ///< during one call
-    bool xorDrawn_ = false;                            ///< legacy views: waits to be erased
-    Corners xorCorners_{};
+    XorLine legacyOutline_;
 
     TransformContextInputHandler handler_;
 };

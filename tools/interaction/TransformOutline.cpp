@@ -9,15 +9,6 @@
 #include <maya/MPoint.h>
 #include <maya/MUIDrawManager.h>
 
-#ifdef __APPLE__
-#include <OpenGL/gl.h>
-#else
-#ifdef _WIN32
-#include <windows.h>
-#endif
-#include <GL/gl.h>
-#endif
-
 namespace vellum {
 
 // The same place of the drawing, in the pixels of the active view as it is now: its size may have
@@ -32,10 +23,13 @@ void TransformContext::followView() {
 // draws the view anew, and with it whatever lies straight on the screen goes.
 void TransformContext::showOutline() {
     followView();
-    const Corners corners = gesture_.outline();
+    const RegionGesture::Corners corners = gesture_.outline();
     const bool dragged = gesture_.isSelecting();
     if (dragged && !isActiveViewViewport2()) {
-        toggleXorOutline(corners);
+        QPolygonF line;
+        for (const QPoint& corner : corners)
+            line << corner;
+        legacyOutline_.draw(line);
         return;
     }
     if (drawManager_) {
@@ -65,39 +59,21 @@ void TransformContext::showOutline() {
 }
 
 void TransformContext::eraseOutline() {
-    if (xorDrawn_)
-        toggleXorOutline(xorCorners_);
+    legacyOutline_.erase();
 }
 
 // No outline in any view. At once: what is drawn next may go straight to the screen.
 void TransformContext::forgetOutline() {
     BaseNode* worked = node();
-    const bool shown = worked && (xorDrawn_ || worked->transformDisplay());
+    const bool shown = worked && (legacyOutline_.isDrawn() || worked->transformDisplay());
     eraseOutline();
     if (!shown)
         return;
     worked->clearTransformDisplay();
     worked->forceRedraw();
-    MStatus status;
-    M3dView view = M3dView::active3dView(&status);
-    if (status == MS::kSuccess && !isActiveViewViewport2())
+    M3dView view;
+    if (activeView(view) && !isActiveViewViewport2())
         view.refresh(false, true);
-}
-
-// Drawn a second time with the same corners, it is gone.
-void TransformContext::toggleXorOutline(const Corners& corners) {
-    xorDrawn_ = !xorDrawn_;
-    xorCorners_ = corners;
-    MStatus status;
-    M3dView view = M3dView::active3dView(&status);
-    if (status != MS::kSuccess)
-        return;
-    view.beginXorDrawing();
-    glBegin(GL_LINE_LOOP);
-    for (const QPoint& corner : corners)
-        glVertex2i(corner.x(), corner.y());
-    glEnd();
-    view.endXorDrawing();
 }
 
 } // namespace vellum

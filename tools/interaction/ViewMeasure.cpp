@@ -6,6 +6,15 @@
 
 namespace vellum {
 
+bool activeView(M3dView& view) {
+    MStatus status;
+    const M3dView active = M3dView::active3dView(&status);
+    if (status != MS::kSuccess)
+        return false;
+    view = active;
+    return true;
+}
+
 bool viewMapping(M3dView& view, ViewMapping& mapping) {
     GateFit fit;
     if (!fitForView(view, fit))
@@ -15,21 +24,18 @@ bool viewMapping(M3dView& view, ViewMapping& mapping) {
 }
 
 bool activeViewMapping(ViewMapping& mapping) {
-    MStatus status;
-    M3dView view = M3dView::active3dView(&status);
-    return status == MS::kSuccess && viewMapping(view, mapping);
+    M3dView view;
+    return activeView(view) && viewMapping(view, mapping);
 }
 
 int activeViewHeight() {
-    MStatus status;
-    const M3dView view = M3dView::active3dView(&status);
-    return status == MS::kSuccess ? view.portHeight() : 0;
+    M3dView view;
+    return activeView(view) ? view.portHeight() : 0;
 }
 
 bool isActiveViewViewport2() {
-    MStatus status;
-    const M3dView view = M3dView::active3dView(&status);
-    return status == MS::kSuccess && view.getRendererName() == M3dView::kViewport2Renderer;
+    M3dView view;
+    return activeView(view) && view.getRendererName() == M3dView::kViewport2Renderer;
 }
 
 } // namespace vellum

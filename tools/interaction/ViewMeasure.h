@@ -7,6 +7,9 @@ class M3dView;
 
 namespace vellum {
 
+/// False, leaving `view` alone, when no 3D view is active.
+bool activeView(M3dView& view);
+
 /// Where the drawing lies in the active view. False, leaving `mapping` alone, when no view shows a
 /// camera.
 bool activeViewMapping(ViewMapping& mapping);

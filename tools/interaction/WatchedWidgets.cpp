@@ -2,6 +2,7 @@
 
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Script.h"
+#include "tools/interaction/ViewMeasure.h"
 
 #include <algorithm>
 #include <maya/M3dView.h>
@@ -9,9 +10,8 @@
 namespace vellum {
 
 QWidget* activeViewWidget() {
-    MStatus status;
-    const M3dView view = M3dView::active3dView(&status);
-    return status == MS::kSuccess ? view.widget() : nullptr;
+    M3dView view;
+    return activeView(view) ? view.widget() : nullptr;
 }
 
 void makeActiveView(QWidget& view) {

@@ -385,6 +385,7 @@ TEST(Composite, DrawingTouchesOnlyWhatTheStrokeTouches) {
 
 TEST(Composite, CommittingChangesNoPixelAndUndoRestoresAll) {
     for (const int tool : {tool::kPencil, tool::kBrush, tool::kEraser, tool::kLine}) {
+        SCOPED_TRACE("tool " + std::to_string(tool));
         const CleanScene scene;
         LayerManager manager;
         fill(manager, 3, 900);
@@ -457,6 +458,7 @@ TEST(StrokeSession, MergesPointsNeverShownAndKeepsTheRest) {
     Frame frame(MTime(1, MTime::uiUnit()));
     frame.setImage(picture);
     for (const int tool : {tool::kPencil, tool::kEraser}) {
+        SCOPED_TRACE("tool " + std::to_string(tool));
         StrokeSession session(frame, tool, QColor(200, 40, 10), QImage());
         session.stroke().points = {{20, 1.0F, 1.0F, 100, 650}, {20, 1.0F, 1.0F, 900, 650}};
         session.stroke().dirty = true;

@@ -113,6 +113,7 @@ TEST(Document, ALongFilmShownFrameByFrameKeepsToTheBudget) {
     manager.insertLayer("shotCam", 0, drawing::layerWith("A", times, 1));
     manager.insertLayer("shotCam", 1, drawing::layerWith("B", {1}, 500));
     for (int time = 1; time <= 30; ++time) {
+        SCOPED_TRACE("time " + std::to_string(time));
         drawing::goTo(manager, time);
         manager.compositeCamera("shotCam");
         EXPECT_LE(FrameCache::decodedCount(), 8);

@@ -59,6 +59,7 @@ protected:
         ASSERT_TRUE(does(operation));
         const int timeAfter = currentIntTime();
         for (int i = 0; i < 2; ++i) {
+            SCOPED_TRACE(i == 0 ? "at first" : "once more");
             EXPECT_EQ(frames(), after);
             EXPECT_EQ(currentIntTime(), timeAfter);
             ASSERT_TRUE(operation->undo(document));
@@ -103,6 +104,7 @@ TEST_F(FrameOperations, InsertGivesACameraItsFirstLayer) {
     document.renameLayer("other", 0, "Layer");
     const auto insert = op::insert("cam", {7, 8});
     for (int i = 0; i < 2; ++i) {
+        SCOPED_TRACE(i == 0 ? "at first" : "once more");
         ASSERT_TRUE(does(insert));
         EXPECT_EQ(document.layerName("cam", 0), "Layer 1");
         EXPECT_EQ(document.layerState("cam", 0), layer_state::kStatic);
@@ -151,6 +153,7 @@ TEST_F(FrameOperations, DeletedFramesComeBackAsTheyWere) {
     const QImage picture = document.currentFrame("cam")->image();
     const auto remove = op::remove("cam", {-1, 7});
     for (int i = 0; i < 3; ++i) {
+        SCOPED_TRACE("round " + std::to_string(i));
         ASSERT_TRUE(does(remove));
         EXPECT_EQ(frames(), (Frames{{-3, 1}, {8, 4}}));
         EXPECT_EQ(document.activeLayer("cam")->currentIndex(), 0);
@@ -209,6 +212,7 @@ TEST_F(FrameOperations, StepsGoAroundTheEnds) {
 
     drawing::goTo(document, 7);
     for (const int frames : {1, 0}) {
+        SCOPED_TRACE("frames " + std::to_string(frames));
         for (const int other : {3, 12, frames == 0 ? 7 : 3})
             document.takeFrameAt("cam", other);
         refuses(op::stepForward(), "");
@@ -321,10 +325,13 @@ TEST_F(FrameOperations, RangesOfTheTimeSlider) {
 TEST_F(FrameOperations, WaitForACameraOrLayerThatIsGone) {
     draw({1, 8});
     document.addLayer("cam", -1, "above");
-    const std::unique_ptr<FrameOperation> operations[] = {
-        op::insert("cam", {2, 3}), op::remove("cam", {1, 8}), op::clear("cam", {1, 8}),
-        op::duplicate("cam"),      op::move("cam", 1, 1, 1),  op::retime({1, 8}, 3, false, false)};
-    for (const auto& operation : operations) {
+    const std::pair<const char*, std::unique_ptr<FrameOperation>> operations[] = {
+        {"insert", op::insert("cam", {2, 3})}, {"remove", op::remove("cam", {1, 8})},
+        {"clear", op::clear("cam", {1, 8})},   {"duplicate", op::duplicate("cam")},
+        {"move", op::move("cam", 1, 1, 1)},    {"retime", op::retime({1, 8}, 3, false, false)},
+    };
+    for (const auto& [name, operation] : operations) {
+        SCOPED_TRACE(name);
         const Frames before = frames();
         ASSERT_TRUE(does(operation));
         const Frames after = frames();

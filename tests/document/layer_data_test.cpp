@@ -201,7 +201,8 @@ TEST(LayerData, WritingNeitherDecodesNorEncodesWhatDidNotChange) {
     for (const QString& camera : manager.cameras()) {
         for (int i = 0; i < manager.cameraLayerCount(camera); ++i) {
             for (int f = 0; f < manager.layer(camera, i)->frameCount(); ++f) {
-                EXPECT_FALSE(manager.layer(camera, i)->frameAt(f)->isDecoded());
+                EXPECT_FALSE(manager.layer(camera, i)->frameAt(f)->isDecoded())
+                    << camera.toStdString() << ", layer " << i << ", frame " << f;
             }
         }
     }
@@ -354,6 +355,7 @@ TEST(LayerData, BytesCutOffAnywhereFailAndKeepWhatCameBefore) {
     const std::string whole = binary(data);
     int layers = 0;
     for (std::size_t length = 0; length < whole.size(); length += length < 64 ? 1 : 997) {
+        SCOPED_TRACE("length " + std::to_string(length));
         BaseNodeLayerData part;
         ASSERT_EQ(readBytes(part, whole.substr(0, length)), MS::kFailure) << length;
         EXPECT_GE(part.layerManager()->totalLayerCount(), layers);
@@ -401,6 +403,7 @@ TEST(LayerData, DamagedBytesNeverDoHarm) {
     const std::string whole = binary(data);
     const Tokens words = tokens(ascii(data));
     for (int round = 0; round < 20; ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
         std::string bytes = whole;
         Tokens damaged = words;
         for (int i = 0; i < 4; ++i) {

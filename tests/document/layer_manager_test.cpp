@@ -398,10 +398,12 @@ struct Pair {
 
     void compare() {
         for (const auto& [camera, plain] : model.cameras) {
+            SCOPED_TRACE(camera.toStdString());
             ASSERT_EQ(document.cameraLayerCount(camera), static_cast<int>(plain.layers.size()));
             ASSERT_EQ(document.activeLayerIndex(camera), plain.active);
             for (std::size_t i = 0; i < plain.layers.size(); ++i) {
                 Layer& layer = *document.layer(camera, static_cast<int>(i));
+                SCOPED_TRACE("layer " + std::to_string(i));
                 ASSERT_EQ(layer.name(), plain.layers[i].name);
                 ASSERT_EQ(layer.frameCount(), static_cast<int>(plain.layers[i].marks.size()));
                 const QImage shown = layer.displayImage();

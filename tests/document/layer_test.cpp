@@ -71,6 +71,7 @@ TEST(IntTime, FramesThatFallTogetherShowAndGiveTheLast) {
 TEST(Layer, ShowsTheLastFrameAtOrBeforeTheTime) {
     const CleanScene scene;
     for (const int state : {layer_state::kAnimated, layer_state::kStatic, layer_state::kLocked}) {
+        SCOPED_TRACE("state " + std::to_string(state));
         const auto layer = drawing::layerWith("A", {10, 20}, 1);
         layer->setState(state);
         const struct {
@@ -200,6 +201,6 @@ TEST(Layer, PullsOpacityIntoRange) {
     for (const auto& [asked, kept] :
          {std::pair{1.7F, 1.0F}, {-0.2F, 0.0F}, {0.25F, 0.25F}, {std::nanf(""), 0.25F}}) {
         layer.setOpacity(asked);
-        EXPECT_EQ(layer.opacity(), kept);
+        EXPECT_EQ(layer.opacity(), kept) << "asked for " << asked;
     }
 }

@@ -177,7 +177,7 @@ TEST(Matrix, InverseAndPointsAsRows) {
             m(i / 4, i % 4) = number(random);
         if (std::abs(m.det4x4()) < 0.05)
             continue;
-        EXPECT_TRUE((m * m.inverse()).isEquivalent(MMatrix::identity, 1e-8));
+        EXPECT_TRUE((m * m.inverse()).isEquivalent(MMatrix::identity, 1e-8)) << "round " << round;
     }
     MMatrix move;
     move(3, 0) = 5.0;

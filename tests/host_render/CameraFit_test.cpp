@@ -44,10 +44,10 @@ TEST(CameraFit, FilmFitsDecideWhichSideOfTheFilmFillsTheView) {
          {Case{0, 1600, 800, 1600}, Case{0, 800, 800, 1200}, Case{1, 1600, 800, 1600},
           Case{1, 800, 800, 800}, Case{2, 1600, 800, 1200}, Case{2, 800, 800, 1200},
           Case{3, 1600, 800, 1200}, Case{3, 800, 800, 800}}) {
+        SCOPED_TRACE("fit " + std::to_string(c.fit) + " in " + std::to_string(c.width));
         lens.filmFit = c.fit;
         lens.overscan = 1;
-        EXPECT_NEAR(filmSize(lens, c.width, c.height).first, c.film, 1e-6)
-            << "fit " << c.fit << " in " << c.width;
+        EXPECT_NEAR(filmSize(lens, c.width, c.height).first, c.film, 1e-6);
         EXPECT_NEAR(filmSize(lens, c.width, c.height).second, c.film / 1.5, 1e-6);
         lens.overscan = 1.3;
         EXPECT_NEAR(filmSize(lens, c.width, c.height).first, c.film / 1.3, 1e-6);
@@ -82,11 +82,13 @@ TEST(CameraFit, OrthographicWidthFillsTheView) {
 
 TEST(CameraFit, ProjectionAndItsInverseAgreeAndKnowWhatIsClipped) {
     for (const bool orthographic : {false, true}) {
+        SCOPED_TRACE(orthographic ? "orthographic" : "perspective");
         CameraLens lens;
         lens.orthographic = orthographic;
         lens.filmOffsetX = 0.2;
         const Frame frame = frameOf(lens, 640, 360);
         for (const double depth : {-0.9, 0.0, 0.5}) {
+            SCOPED_TRACE("depth " + std::to_string(depth));
             const MPoint world = frame.unproject(100.25, 300.5, depth);
             const auto back = frame.project(world);
             EXPECT_NEAR(back.x, 100.25, 1e-6);

@@ -234,6 +234,7 @@ TEST_F(CoreEdgesTest, RemovedAttributesComeBackWithValueFlagsAndConnections) {
     MDGModifier modifier;
     modifier.removeAttribute(a, extra);
     for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
         ASSERT_TRUE(modifier.doIt());
         EXPECT_FALSE(MFnDependencyNode(a).hasAttribute("extra"));
         EXPECT_FALSE(plugOf(b, "tx").isDestination());

@@ -177,6 +177,7 @@ TEST_F(CoreTest, DeletedNodesComeBackWithEverythingAboutThem) {
     selected.add(second);
     host::setActiveSelection(selected);
     for (int round = 0; round < 3; ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
         ASSERT_TRUE(modifier.doIt());
         EXPECT_TRUE(handle.isAlive());
         EXPECT_FALSE(handle.isValid());
@@ -219,6 +220,7 @@ TEST_F(CoreTest, ModifiersMakeRenameAndMoveAnyNumberOfTimes) {
     EXPECT_EQ("|group|groupShape", pathOf(shape));
     plugOf(group, "tx").setDouble(5.0);
     for (int round = 0; round < 3; ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
         modifier.undoIt();
         EXPECT_EQ(before, sceneText());
         modifier.doIt();
@@ -273,7 +275,7 @@ TEST_F(CoreTest, RandomEditsUndoToTheSameScene) {
         ASSERT_EQ(states[i], sceneText()) << "seed 20 undo of " << i;
     }
     for (std::size_t i = 0; i < done.size(); ++i) {
-        ASSERT_TRUE(done[i]->doIt());
+        ASSERT_TRUE(done[i]->doIt()) << "seed 20 redo of " << i;
         ASSERT_EQ(states[i + 1], sceneText()) << "seed 20 redo of " << i;
     }
 }
@@ -303,8 +305,8 @@ TEST_F(CoreTest, CurvesDrivePlugsAtTheCurrentTime) {
         hill.addKey(MTime(key * 10, MTime::kFilm), key == 0 ? 0.0 : 1.0);
     for (int frame = 0; frame <= 30; ++frame) {
         const double value = hill.evaluate(MTime(frame, MTime::kFilm));
-        EXPECT_GE(value, -1e-9);
-        EXPECT_LE(value, 1.0 + 1e-9);
+        EXPECT_GE(value, -1e-9) << "frame " << frame;
+        EXPECT_LE(value, 1.0 + 1e-9) << "frame " << frame;
     }
 }
 

@@ -44,7 +44,7 @@ TEST_P(Damage, ACutFileIsReportedAndGivesWhatStandsBeforeTheCut) {
         if (cut > data) {
             EXPECT_EQ(run("getAttr first.tx"), "1.5") << cut;
         }
-        EXPECT_EQ(run("objExists persp"), "1");
+        EXPECT_EQ(run("objExists persp"), "1") << "cut at " << cut;
     }
     // Saving over such a file would lose what is still in it.
     write(name("cut"), whole.left(whole.size() / 2));
@@ -71,7 +71,7 @@ TEST_P(Damage, FlippedBitsNeverDoMoreThanSpoilWhatTheyHit) {
         if (binary) {
             EXPECT_FALSE(opened) << "the checksum of byte " << at << " went unnoticed";
         }
-        EXPECT_EQ(run("objExists persp"), "1");
+        EXPECT_EQ(run("objExists persp"), "1") << "byte " << at;
         const bool intact = run("objExists first") == "1" && run("objExists last") == "1" &&
                             run("getAttr first.tx") + run("getAttr last.tx") == "1.52.5";
         kept += intact ? 1 : 0;

@@ -115,6 +115,7 @@ TEST(AsciiTokens, ReadingGoesOnAfterDamage) {
          {QByteArray("\tsetAttr \".s\" -type \"string\" \"open;\n"),
           QByteArray("\tsetAttr \".ld\" 1 \"abc\n\t\t2 \"def\"\n\t\t3 \"ghi\";\n"),
           "\tsetAttr \"" + QByteArray(70000, 'x') + "\n\t\"" + QByteArray(70000, 'y') + "\";\n"}) {
+        SCOPED_TRACE(damage.left(20).toStdString());
         int problems = 0;
         const auto statements = scanAll(before + damage + after, &problems);
         EXPECT_EQ(problems, 1);
@@ -200,6 +201,7 @@ TEST(ChunkFile, FieldsNeverPromiseMoreThanThereIs) {
     EXPECT_FALSE(good.failed());
 
     for (std::uint32_t count : {4u, 0x7fffffffu, 0xffffffffu}) {
+        SCOPED_TRACE("count " + std::to_string(count));
         const std::string bytes = ChunkFields().number(count).text("ab").bytes();
         ChunkParser asCount(bytes);
         EXPECT_EQ(asCount.count(4), 0u);

@@ -67,7 +67,7 @@ TEST_P(RoundTrip, AddedAttributesAndTheirTextsSurvive) {
     EXPECT_EQ(run("`getAttr t.ratio` == 0.30000000000000004"), "1");
     EXPECT_EQ(run("getAttr -type t.mode") + run("getAttr -type t.small"), "enumfloat");
     for (std::size_t i = 0; i < hostileTexts.size(); ++i)
-        EXPECT_EQ(run("getAttr t.note" + std::to_string(i)), hostileTexts[i]);
+        EXPECT_EQ(run("getAttr t.note" + std::to_string(i)), hostileTexts[i]) << "text " << i;
     const QByteArray once = bytes(name("added"));
     save(name("added"));
     EXPECT_EQ(bytes(name("added")), once) << "saving what was read changes nothing";
@@ -107,6 +107,7 @@ TEST_P(RoundTrip, PluginDataTravelWhateverTheyHold) {
     run("createNode hostTestLocator -n empty");
     reopen("data");
     for (std::size_t i = 0; i < hostileTexts.size(); ++i) {
+        SCOPED_TRACE("text " + std::to_string(i));
         const std::string node = "d" + std::to_string(i);
         const auto n = static_cast<long long>(i) * 7919;
         std::string text = hostileTexts[i];

@@ -38,6 +38,7 @@ TEST_P(Saving, AFailureAtAnyStepKeepsTheOldFileAndSaysSo) {
     makeOldAndNew();
     int failures = 0;
     for (int bad = 0;; ++bad) {
+        SCOPED_TRACE("step " + std::to_string(bad));
         Steps steps([bad](int step) { return step == bad; });
         useSteps(steps);
         std::string message;

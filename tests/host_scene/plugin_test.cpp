@@ -9,6 +9,7 @@ class Plugins : public FileFixture {};
 
 TEST_F(Plugins, LoadUnloadAndLoadAgainLeavesNothingBehind) {
     for (int round = 0; round < 3; ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
         EXPECT_EQ(run("pluginInfo -q -loaded hosttestplugin"), "0");
         EXPECT_NE(failing("createNode hostTestNode").find("Unknown object type"),
                   std::string::npos);

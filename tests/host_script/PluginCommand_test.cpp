@@ -269,7 +269,7 @@ TEST_F(PluginCommand, ResultsKeepTheirType) {
                                    {"cleared", "void: "},
                                    {"inner", "string: outer"}};
     for (const auto& row : rows)
-        EXPECT_EQ(resultOf(std::string("results ") + row[0]), row[1]);
+        EXPECT_EQ(resultOf(std::string("results ") + row[0]), row[1]) << row[0];
     EXPECT_NE(warnings, ""); // the mixed one
 
     int i = -1;
@@ -398,6 +398,7 @@ TEST(Syntax, DatabaseReadsFlagsObjectsAndModes) {
     // Queried flags have no arguments, wherever the mode stands.
     for (const auto& words : {arguments({"-q", "-name", "obj"}), arguments({"-name", "-q", "obj"}),
                               arguments({"-name", "obj", "-query"})}) {
+        SCOPED_TRACE(words.asString(0).asChar());
         const MArgDatabase query(syntax, words, &status);
         ASSERT_EQ(status, MS::kSuccess);
         EXPECT_TRUE(query.isQuery() && query.isFlagSet("name"));
@@ -413,6 +414,7 @@ TEST(Syntax, DatabaseReadsFlagsObjectsAndModes) {
     for (const auto& words :
          {arguments({"-mv", "-4", "1", "c"}), arguments({"-mv", "1", "2"}), arguments({"-zz"}),
           arguments({"a", "b", "c"}), arguments({"-k", "word"}), arguments({"-a", "-active"})}) {
+        SCOPED_TRACE(words.asString(0).asChar());
         status = MS::kSuccess;
         const MArgDatabase bad(syntax, words, &status);
         EXPECT_NE(status, MS::kSuccess);

@@ -75,6 +75,7 @@ TEST_F(UndoModel, RandomWorkMatchesSnapshots) {
             ++at;
         };
         for (int step = 0; step < 200; ++step) {
+            SCOPED_TRACE("step " + std::to_string(step));
             const int number = 1 + static_cast<int>(random() % 9);
             const std::string push = "push " + std::to_string(number) + ";";
             switch (random() % 8) {
@@ -124,6 +125,7 @@ TEST_F(UndoModel, AStepIsNamedByWhatTheStatementCalls) {
     for (const char* statement :
          {"many;", "int $made = `many`;", "$made = 3 * `many`;", "if ($made) many;",
           "for ($one in {1, 2}) many;", "while ($made) { many; $made = 0; }"}) {
+        SCOPED_TRACE(statement);
         EXPECT_EQ(output(statement), "");
         EXPECT_EQ(resultOf("undoInfo -q -undoName"), "string: many") << statement;
     }

@@ -140,6 +140,7 @@ TEST_F(Values, ListsAndElements) {
     EXPECT_EQ(Value(Vectors{}).element(0).type(), Type::Vector);
     EXPECT_THROW(Value(1).element(0), ScriptError);
     for (const Type type : kTypes) {
+        SCOPED_TRACE("type " + std::to_string(static_cast<int>(type)));
         EXPECT_EQ(Value::ofType(type).type(), type);
         if (host::script::isArray(type)) {
             EXPECT_EQ(host::script::arrayType(host::script::elementType(type)), type);

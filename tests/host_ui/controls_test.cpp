@@ -65,7 +65,8 @@ TEST_F(Controls, AnOptionMenuShowsItsItemsAndTellsOfChoices) {
     EXPECT_EQ(runString("optionMenu -q -v option"), "Green") << "the last one is disabled";
     for (const char* wrong : {"-sl 3", "-sl 0", "-sl 9", "-v Blue", "-v Grey"})
         EXPECT_THAT(errorOf("optionMenu -e " + std::string(wrong) + " option"),
-                    HasSubstr("Item not found: "));
+                    HasSubstr("Item not found: "))
+            << wrong;
     EXPECT_EQ(runString("optionMenu -q -v option"), "Green");
     EXPECT_EQ(run("optionMenu -q -ils option").get<host::script::Strings>(),
               (host::script::Strings{"red", "green", "blue"}));
@@ -161,7 +162,8 @@ TEST_F(Controls, CommandsMayDeleteWhatTheyBelongTo) {
     uitest::settle();
     EXPECT_EQ(runInt("window -exists win"), 0);
     for (const char* part : {"modelPanel4", "viewPanes", "timeControl1", "mainWindowLayout"})
-        EXPECT_THAT(errorOf("deleteUI " + std::string(part)), HasSubstr("part of the main window"));
+        EXPECT_THAT(errorOf("deleteUI " + std::string(part)), HasSubstr("part of the main window"))
+            << part;
 }
 
 TEST_F(Controls, JobsEndAndRunWithTheirWindows) {

@@ -59,6 +59,7 @@ TEST_F(Program, WrongCommandLinesAreUsageErrors) {
         {{"--batch", "--screenshot", "x.png"}, "--screenshot"},
     };
     for (const auto& wrong : cases) {
+        SCOPED_TRACE(wrong.says);
         const Outcome outcome = run(wrong.arguments);
         EXPECT_EQ(outcome.code, 2) << wrong.says;
         EXPECT_THAT(outcome.err, HasSubstr(wrong.says));
@@ -111,6 +112,7 @@ TEST_F(Program, BatchRunsScriptsInOrderAndTellsFailures) {
 
 TEST_F(Program, PictureOfTheWindowInBothRenderers) {
     for (const char* renderer : {"vp2", "legacy"}) {
+        SCOPED_TRACE(renderer);
         const QString file = directory.filePath(QString(renderer) + ".png");
         const Outcome outcome =
             run({"--size", "640x480", "--renderer", renderer, "--screenshot", file, "--script",
@@ -150,7 +152,7 @@ TEST_F(Program, TheActivePanelIsFramed) {
                                      step.script, "--screenshot", file});
         EXPECT_EQ(outcome.code, 0) << outcome.err;
         const QImage picture(file);
-        ASSERT_FALSE(picture.isNull());
+        ASSERT_FALSE(picture.isNull()) << step.script;
         int rightmost = -1, leftmost = -1;
         for (int x = 0; x < picture.width(); ++x) {
             if (picture.pixel(x, 300) != qRgb(0x52, 0x85, 0xa6))
@@ -247,6 +249,7 @@ TEST_F(Program, WrongSessionsAreRefusedBeforeAnythingIsPlayed) {
         {"", "nothing to replay"},
     };
     for (const auto& wrong : cases) {
+        SCOPED_TRACE(wrong.says);
         const Outcome outcome = run({"--replay", write("s.txt", wrong.text)});
         EXPECT_EQ(outcome.code, 1) << wrong.says;
         EXPECT_THAT(outcome.err, HasSubstr(wrong.says));

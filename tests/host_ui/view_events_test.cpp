@@ -66,7 +66,7 @@ TEST_F(ViewEvents, ScaledDisplays) {
         child.start(QCoreApplication::applicationFilePath(),
                     {"--gtest_filter=ViewEvents.PressDragReleaseInDevicePixels:"
                      "TimeSliderTest.ScrubsToTheFrameUnderThePointer"});
-        ASSERT_TRUE(child.waitForFinished(60000));
+        ASSERT_TRUE(child.waitForFinished(60000)) << "scale " << scale;
         EXPECT_EQ(child.exitCode(), 0) << "scale " << scale << "\n"
                                        << child.readAll().toStdString();
     }
@@ -79,6 +79,7 @@ TEST_F(ViewEvents, OnlyLeftAndMiddleWithoutAltArrive) {
     release(Qt::RightButton);
     EXPECT_THAT(calls(), IsEmpty());
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
+        SCOPED_TRACE("button " + std::to_string(button));
         key(Qt::Key_Alt, true);
         press(button);
         moveTo(view(), {80, 70});
@@ -178,7 +179,7 @@ TEST_F(ViewEvents, AltMovesTheCamera) {
     EXPECT_FALSE(tracked.isEquivalent(start, 1e-6));
     for (int row = 0; row < 3; ++row) { // tracking turns nothing
         for (int column = 0; column < 3; ++column)
-            EXPECT_NEAR(tracked(row, column), start(row, column), 1e-9);
+            EXPECT_NEAR(tracked(row, column), start(row, column), 1e-9) << row << ", " << column;
     }
     drag(Qt::LeftButton, {140, 120});
     const MMatrix tumbled = camera();

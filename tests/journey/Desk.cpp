@@ -78,12 +78,13 @@ void Desk::chooseFromMenu(const QString& menu, const QString& entryStart) {
             continue;
         hand.click(bar, bar.actionGeometry(title).center());
         QMenu* list = title->menu();
-        ASSERT_TRUE(support::waitFor([&] { return list->isVisible(); }));
+        ASSERT_TRUE(support::waitFor([&] { return list->isVisible(); })) << menu.toStdString();
         for (QAction* entry : list->actions()) {
             if (!entry->text().startsWith(entryStart))
                 continue;
             hand.click(*list, list->actionGeometry(entry).center());
-            ASSERT_TRUE(support::waitFor([&] { return !list->isVisible(); }));
+            ASSERT_TRUE(support::waitFor([&] { return !list->isVisible(); }))
+                << entryStart.toStdString() << " was clicked";
             return;
         }
         FAIL() << "no entry " << entryStart.toStdString();

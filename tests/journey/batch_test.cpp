@@ -73,6 +73,7 @@ TEST_F(Batch, TheNextProcessFindsDrawingAndSettings) {
                `rvVellumUtil -query -ghostPreviousCount` + "\n");
     )");
     for (const QString form : {"ma", "mb"}) {
+        SCOPED_TRACE(form.toStdString());
         EXPECT_THAT(printed({"--open", path("batch." + form), "--script", look, "--command",
                              QStringLiteral("file -rename \"%1\"; file -type mayaAscii; file -save")
                                  .arg(path("again-" + form + ".ma"))}),
@@ -99,6 +100,7 @@ TEST_F(Batch, AnErrorEndsTheScriptAndTheProgram) {
         {"rvVellumUtil -toolbox;", "// Error: "}, // there is nowhere to show it
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(c.line);
         const QString file = script("faulty.mel", QByteArray("rvVellumUtil -edit -gnc 7;\n") +
                                                       c.line + "\nprint \"went on\";\n");
         const Outcome outcome = run({"--script", file, "--command", "print \"next\""});

@@ -117,6 +117,7 @@ TEST_F(Drawing, CamerasHaveTheirOwnAndKeepItAcrossRenaming) {
     ASSERT_TRUE(run(QStringLiteral("rename shotCam heroCam")));
     EXPECT_TRUE(shows(blank(1)));
     for (const char* name : {"cameras.ma", "cameras.mb"}) {
+        SCOPED_TRACE(name);
         save(file(name));
         ASSERT_TRUE(run(QStringLiteral("file -force -new")));
         open(file(name));

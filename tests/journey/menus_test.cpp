@@ -32,6 +32,7 @@ protected:
     // Clicks through the menu with the pointer, one label after the other.
     void choose(QMenu* menu, const QStringList& labels) {
         for (const QString& label : labels) {
+            SCOPED_TRACE(label.toStdString());
             ASSERT_NE(menu, nullptr);
             ASSERT_TRUE(support::waitFor([&] { return menu->isVisible(); }));
             QAction* found = nullptr;
@@ -120,6 +121,7 @@ TEST_F(MenuBar, ItsToolsStayAtHandWhenTornOff) {
         QAction* entry = nullptr;
         for (QAction* each : tornOff()->actions())
             entry = each->text() == QLatin1String(tool) ? each : entry;
+        ASSERT_NE(entry, nullptr) << tool;
         hand.click(*tornOff(), tornOff()->actionGeometry(entry).center());
         EXPECT_TRUE(support::waitFor([&] { return entry->isChecked(); })) << tool;
         EXPECT_NE(tornOff(), nullptr);

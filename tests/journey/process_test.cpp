@@ -124,6 +124,7 @@ TEST_F(Processes, WhatOneDrawsTheNextShowsInBothFormsAndRenderers) {
     const double ink = shareOfDifferent(blank, drawn);
     EXPECT_GT(ink, 0.01);
     for (const QString form : {"ma", "mb"}) {
+        SCOPED_TRACE(form.toStdString());
         succeeds(withPlugin({"--size", "900x700", "--open", path("shot." + form), "--command",
                              "lookThroughModelPanel shotCam `getPanel -withFocus`", "--command",
                              sheet(path(form + ".png")), "--command", "quit -force"}));
@@ -151,6 +152,7 @@ TEST_F(Processes, DyingInTheMiddleOfAStrokeLeavesTheLastSave) {
     program.kill();
     EXPECT_EQ(files(), (QStringList{"safe.ma", "safe.mb", "session.txt"}));
     for (const QString form : {"ma", "mb"}) {
+        SCOPED_TRACE(form.toStdString());
         succeeds(withPlugin({"--batch", "--open", path("safe." + form), "--command",
                              save(path("read-" + form + ".ma"))}));
         EXPECT_EQ(layerData(path("read-" + form + ".ma")), layerData(path("safe.ma")));
@@ -163,6 +165,7 @@ TEST_F(Processes, MachinesWithoutThePluginHandDrawingsOn) {
                                                        save(path("shot.ma")), save(path("shot.mb")),
                                                        "quit -force"})});
     for (const QString form : {"ma", "mb"}) {
+        SCOPED_TRACE(form.toStdString());
         const QString kept = path("kept." + form);
         const Outcome outcome = run({"--batch", "--open", path("shot." + form), "--command",
                                      "polyCube -name \"addedElsewhere\"", "--command", save(kept)});

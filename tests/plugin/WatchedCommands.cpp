@@ -185,9 +185,9 @@ void WatchedCommands::TearDown() {
     setDocumentObserver(nullptr);
     resetPluginState();
     for (const char* name : kCommands)
-        EXPECT_TRUE(host::script::unregisterPluginCommand(name));
+        EXPECT_TRUE(host::script::unregisterPluginCommand(name)) << name;
     for (const char* name : kContexts)
-        EXPECT_TRUE(host::script::unregisterCommand(name));
+        EXPECT_TRUE(host::script::unregisterCommand(name)) << name;
     LinkedClasses::TearDown();
 }
 

@@ -417,6 +417,7 @@ TEST_F(CommandAnswers, ToolsThatCannotBeHadFailSilently) {
     pluginState().drawContextName.clear();
     makeDrawing();
     for (const char* flag : {"-draw", "-transform", "-pencilTool"}) {
+        SCOPED_TRACE(flag);
         const QString written = line("rvVellumUtil ") + line(flag);
         contextName.clear();
         fails(written, QString());
@@ -469,6 +470,7 @@ TEST_F(CommandAnswers, ResetForgetsWherePanelsWere) {
     EXPECT_EQ(call(line("rvVellumUtil -fvm \"\"")).status, MS::kSuccess);
     // No camera is made for a view that there cannot be.
     for (const char* flag : {"-fv", "-fvm shotCam", "-fvm nobody"}) {
+        SCOPED_TRACE(flag);
         fails(line("rvVellumUtil ") + line(flag), QString());
         EXPECT_EQ(call(line("rvVellumUtil ") + line(flag)).log, QString());
     }

@@ -59,6 +59,7 @@ TEST_F(CommandStrings, EveryArgumentOfEveryCommandIsQuoted) {
         "{ global string $given[]; $given[size($given)] = $text; return 0; }"
         "global proc rvVlCreateFloatingViewport(string $camera) { note($camera); }")));
     for (const QString& name : hostileNames()) {
+        SCOPED_TRACE(name.toStdString());
         ASSERT_TRUE(script::execute(QStringLiteral("clear $given;")));
         ASSERT_TRUE(script::execute(command::createFloatingView(name))) << name.toStdString();
         EXPECT_EQ(script::executeString(QStringLiteral("$echo = $given[0]")).value_or("-"), name);

@@ -234,6 +234,7 @@ TEST_F(CommandsPage, TablesAreTheFlagsAsRegistered) {
         EXPECT_EQ(section.flags.join(QLatin1Char('\n')).toStdString(),
                   registered.join(QLatin1Char('\n')).toStdString());
         for (const QString& mode : section.modes) {
+            SCOPED_TRACE(mode.toStdString());
             EXPECT_TRUE(data.canQuery || !mode.contains(QLatin1String("query")));
             EXPECT_TRUE(data.canEdit || !mode.contains(QLatin1String("edit")));
         }

@@ -42,9 +42,9 @@ protected:
         ASSERT_TRUE(run(line)) << line.toStdString();
         for (int i = 0; i < 2; ++i) {
             EXPECT_EQ(stack(camera), after) << line.toStdString();
-            ASSERT_TRUE(run(QStringLiteral("undo")));
+            ASSERT_TRUE(run(QStringLiteral("undo"))) << line.toStdString();
             EXPECT_EQ(stack(camera), before) << line.toStdString();
-            ASSERT_TRUE(run(QStringLiteral("redo")));
+            ASSERT_TRUE(run(QStringLiteral("redo"))) << line.toStdString();
         }
         EXPECT_EQ(stack(camera), after) << line.toStdString();
     }
@@ -67,6 +67,7 @@ TEST_F(Util, GhostsCountsAndSwitches) {
 
 TEST_F(Util, ColoursAreCheckedBeforeTheyAreTaken) {
     for (const char* flag : {"-drawColor", "-ghostColorPrevious", "-ghostColorNext"}) {
+        SCOPED_TRACE(flag);
         const QString name = QString::fromLatin1(flag);
         ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -e %1 1 2 255").arg(name)));
         refuses(QStringLiteral("rvVellumUtil -e %1 255 256 0").arg(name),
@@ -137,6 +138,7 @@ TEST_F(Layers, PropertiesAreUndoable) {
          {Case{"-en \"new \\\"name\\\"\" 0", "-qn 0", "a", "new \"name\""},
           Case{"-ev 0 0", "-qv 0", "1", "0"}, Case{"-eo 0.25 0", "-qo 0", "1", "0.25"},
           Case{"-es 2 0", "-qs 0", "0", "2"}}) {
+        SCOPED_TRACE(c.edit);
         const QString query =
             QStringLiteral("$shown = string(`rvVellumLayer %1 persp`)").arg(QLatin1String(c.query));
         EXPECT_EQ(text(query).toStdString(), c.before) << c.edit;
@@ -233,9 +235,10 @@ TEST_F(Layers, UndoFindsItsOwnLayersWhateverWasDoneBehindIt) {
         EXPECT_EQ(stack(persp).count(QLatin1Char(' ')), 3) << stack(persp).toStdString();
         for (const char* name : {"a", "b", "[c]", "under"})
             EXPECT_TRUE(stack(persp).split(QLatin1Char(' ')).contains(QLatin1String(name)))
-                << stack(persp).toStdString();
+                << name << " in " << stack(persp).toStdString();
         EXPECT_EQ(stack(QStringLiteral("shotCam")), QStringLiteral("[under2]"));
         for (int i = 0; i < 4; ++i) {
+            SCOPED_TRACE("layer " + std::to_string(i));
             const QString at = QString::number(i);
             EXPECT_EQ(number(QStringLiteral("rvVellumLayer -qs %1 persp").arg(at)), 0);
             EXPECT_EQ(number(QStringLiteral("$v = int(`rvVellumLayer -qv %1 persp`)").arg(at)), 1);

@@ -105,6 +105,7 @@ TEST_P(Override, ErasedEdgesHaveNoDarkLine) {
     const QString camera = QStringLiteral("persp");
     constexpr int kStrip = 40;
     for (const int width : {2300, 1024, 560, 300}) {
+        SCOPED_TRACE("width " + std::to_string(width));
         const QSize size(width, kStrip);
         view_->setPortSize(size.width(), size.height());
         fill(QRect(0, 0, 1024, 1024), Qt::transparent);
@@ -154,6 +155,7 @@ TEST_P(Override, TwoCamerasShareTheNodeButNotThePicture) {
     green.fill(Qt::green);
     layer.setCurrentImage(green);
     for (int i = 0; i < 3; ++i) {
+        SCOPED_TRACE("round " + std::to_string(i));
         EXPECT_EQ(other.renderToImage(kSize).pixelColor(onShot(512, 512)), QColor(Qt::green));
         const QImage mine = shot();
         EXPECT_EQ(mine.pixelColor(onShot(200, 350)), QColor(Qt::red));

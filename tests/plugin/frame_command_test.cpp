@@ -65,9 +65,9 @@ protected:
         ASSERT_TRUE(run(command)) << command.toStdString() << " " << allErrors().toStdString();
         for (int i = 0; i < 2; ++i) {
             EXPECT_EQ(times(), line(after)) << command.toStdString();
-            ASSERT_TRUE(run(line("undo")));
+            ASSERT_TRUE(run(line("undo"))) << command.toStdString();
             EXPECT_EQ(times(), line(before)) << command.toStdString();
-            ASSERT_TRUE(run(line("redo")));
+            ASSERT_TRUE(run(line("redo"))) << command.toStdString();
         }
         EXPECT_EQ(times(), line(after)) << command.toStdString();
     }
@@ -144,6 +144,7 @@ TEST_F(Frames, RefusalsSayWhyAndChangeNothing) {
 TEST_F(Frames, TimesBeyondTheFrameNumbersAreRefused) {
     document();
     for (const bool interactive : {true, false}) {
+        SCOPED_TRACE(interactive ? "interactive" : "batch");
         pluginState().interactive = interactive;
         for (const char* flag : {"-insert", "-delete", "-copy", "-paste", "-clear", "-retime 2"}) {
             ASSERT_TRUE(run(line("currentTime 3000000000")));
@@ -155,7 +156,8 @@ TEST_F(Frames, TimesBeyondTheFrameNumbersAreRefused) {
     }
     pluginState().interactive = true;
     for (const char* time : {"2147483647", "-2147483648", "0"})
-        ASSERT_TRUE(run(line("currentTime ") + line(time) + line("; rvVellumFrame -ins persp")));
+        ASSERT_TRUE(run(line("currentTime ") + line(time) + line("; rvVellumFrame -ins persp")))
+            << time;
     const char* all = "-2147483648 0 2147483647";
     EXPECT_EQ(times(), line(all));
     refuses(line("rvVellumFrame -move -2147483648 -2147483648 2147483647 persp"),

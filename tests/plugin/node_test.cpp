@@ -114,6 +114,7 @@ TEST_F(Node, OpacityStaysWithinItsRange) {
 
 TEST_F(Node, ADocumentReadFromAFileIsNotReplaced) {
     for (const char* type : {"mayaAscii", "mayaBinary"}) {
+        SCOPED_TRACE(type);
         QTemporaryDir directory;
         const QString file = directory.filePath(QStringLiteral("scene.m"));
         const QString kind = QString::fromLatin1(type);
@@ -191,6 +192,7 @@ TEST_F(Node, OfSeveralActiveOnesTheFirstWorks) {
                                    "file -rename \"%1\"; file -f -save")
                         .arg(file)));
     for (const char* way : {"file -f -open", "file -f -new; file -import"}) {
+        SCOPED_TRACE(way);
         ASSERT_TRUE(run(QStringLiteral("%1 \"%2\"").arg(QLatin1String(way), file)));
         EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 1) << way;
         EXPECT_EQ(number(QStringLiteral("rvVellumNode -exists")), 0) << way;

@@ -56,8 +56,9 @@ TEST_F(Loading, LoadUnloadLoadLeavesNothing) {
     EXPECT_EQ(without.at("loaded"), 0);
     EXPECT_EQ(without.at("jobs"), loaded.at("jobs") - 1);
     for (int i = 0; i < 3; ++i) {
+        SCOPED_TRACE("load " + std::to_string(i));
         loadPlugin();
-        EXPECT_EQ(inventory(), loaded) << "load " << i;
+        EXPECT_EQ(inventory(), loaded);
         // Work with everything that could hang on.
         ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp")));
         ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -e -ghostPrevious 1; rvVellumNode -rg;"
@@ -66,7 +67,7 @@ TEST_F(Loading, LoadUnloadLoadLeavesNothing) {
         ASSERT_TRUE(run(QStringLiteral("file -f -new")));
         host::idle::drain();
         unloadPlugin();
-        EXPECT_EQ(inventory(), without) << "unload " << i;
+        EXPECT_EQ(inventory(), without);
         ASSERT_TRUE(run(QStringLiteral("currentTime 7; polyCube; select -cl; undo; undo")))
             << "events reach nobody who is gone";
     }

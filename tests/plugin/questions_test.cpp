@@ -97,6 +97,7 @@ TEST_F(Questions, WhichCameraToMoveLayersFrom) {
 TEST_F(Questions, WhetherToResetTheInterface) {
     const QString geometry = QStringLiteral("toolboxGeometry");
     for (const bool yes : {false, true}) {
+        SCOPED_TRACE(yes ? "answered yes" : "answered no");
         const auto answer = [yes](QDialog& dialog) {
             auto* question = qobject_cast<QMessageBox*>(&dialog);
             ASSERT_NE(question, nullptr);

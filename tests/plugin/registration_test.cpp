@@ -82,6 +82,25 @@ protected:
         }
         EXPECT_EQ(errors.filter(QStringLiteral("register")).size(), 1) << allErrors().toStdString();
     }
+    /// How often a load that goes well calls a script command in making the main menu.
+    int menuCallsOfALoad(const char* fault) {
+        const auto fails = [&](int passes) {
+            host::faults::arm(fault, passes);
+            EXPECT_TRUE(load()) << allErrors().toStdString();
+            host::faults::clear();
+            const bool failed = !errors.filter(QStringLiteral("main menu")).isEmpty();
+            EXPECT_TRUE(unload()) << allErrors().toStdString();
+            return failed;
+        };
+        int calls = 1;
+        while (fails(calls))
+            calls *= 2;
+        for (int step = calls / 4; step > 0; step /= 2) {
+            if (!fails(calls - step))
+                calls -= step;
+        }
+        return calls;
+    }
     /// A short piece of work with everything the plug-in has.
     void works() {
         errors.clear();
@@ -173,9 +192,11 @@ TEST_F(Registration, MenuAndJobMayFailWithoutStoppingTheLoad) {
         int passes;
         const char* message;
     };
+    const int items = menuCallsOfALoad("command menuItem");
+    ASSERT_GT(items, 2) << "the menu has entries, and they are brought up to date";
     for (const Case& one : {Case{"command menu", 0, "Failed to create main menu"},
-                            Case{"command menuItem", 20, "Failed to create main menu"},
-                            Case{"command menuItem", 58, "Failed to update main menu"},
+                            Case{"command menuItem", 1, "Failed to create main menu"},
+                            Case{"command menuItem", items - 1, "Failed to update main menu"},
                             Case{"command scriptJob", 0, nullptr}}) {
         SCOPED_TRACE(one.fault + (" after " + std::to_string(one.passes)));
         host::faults::arm(one.fault, one.passes);
@@ -274,6 +295,7 @@ TEST_F(Registration, AForcedUnloadLeavesTheDrawingsToTheScene) {
     EXPECT_EQ(save(file("without.ma")), before);
     ASSERT_TRUE(load());
     for (const char* name : {"failed.ma", "without.ma"}) {
+        SCOPED_TRACE(name);
         errors.clear();
         ASSERT_TRUE(run(QStringLiteral("file -f -open \"%1\"").arg(file(name)))) << name;
         EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();

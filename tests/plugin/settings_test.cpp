@@ -207,6 +207,7 @@ TEST_F(SettingsFile, ObjectsInTheFileAreNeitherBuiltNorLost) {
     EXPECT_EQ(settings().mainMenuName, QStringLiteral("VL2"));
 
     for (int i = 0; i < 2; ++i) {
+        SCOPED_TRACE(i == 0 ? "saved" : "saved once more");
         ASSERT_TRUE(saveSettingsTo(path()));
         QFile file(path());
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -254,6 +255,7 @@ TEST_F(SettingsFile, DamageNeverReachesWhatIsSaved) {
         resetSettings();
         loadSettingsFrom(path());
         for (int tool = 0; tool < kDrawToolCount; ++tool) {
+            SCOPED_TRACE("tool " + std::to_string(tool));
             EXPECT_GE(toolSize(tool), 1);
             EXPECT_LE(toolSize(tool), 100);
         }

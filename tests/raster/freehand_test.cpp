@@ -227,6 +227,7 @@ TEST(Freehand, ThinLineByHand) {
 
 TEST(Freehand, SingleColumnMarginOfWidthOne) {
     for (const int tool : {tool::kPencil, tool::kEraser}) {
+        SCOPED_TRACE("tool " + std::to_string(tool));
         QImage image = canvas(64, tool == tool::kEraser ? 255 : 0);
         const QImage before = image.copy();
         drawFreehandSegments(image, {point(0, 5, 1), point(0, 50, 1)}, 0, tool);
@@ -285,6 +286,8 @@ TEST(BrushStamp, EqualsThePlainTableForEveryWidth) {
         for (const float opacity : {1.0F, 0.37F}) {
             const float radius = static_cast<float>(width) * 0.5F;
             for (const bool hard : {true, false}) {
+                SCOPED_TRACE("width " + std::to_string(width) + ", opacity " +
+                             std::to_string(opacity) + (hard ? ", hard" : ", soft"));
                 stamp.build(hard ? BrushStamp::Mode::Hard : BrushStamp::Mode::Soft, radius,
                             opacity);
                 const plain::Table table =
@@ -293,7 +296,7 @@ TEST(BrushStamp, EqualsThePlainTableForEveryWidth) {
                 for (int row = 0; row < BrushStamp::kSize; ++row) {
                     for (int column = 0; column < BrushStamp::kSize; ++column) {
                         ASSERT_EQ(stamp.at(column, row), table.cells[column][row])
-                            << "width " << width << " at " << column << ", " << row;
+                            << "at " << column << ", " << row;
                         ASSERT_TRUE(
                             table.cells[column][row] == 0 ||
                             (stamp.span(row).first <= column && stamp.span(row).last >= column));

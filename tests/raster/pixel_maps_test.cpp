@@ -123,7 +123,7 @@ TEST(PixelMaps, ShapesOfTwoPixelsStandOnTheirOutline) {
             EXPECT_EQ(alpha(box, x, 3 + int(y)), 255) << x;
     }
     for (const int y : {5, 6, 7, 8})
-        EXPECT_EQ(rows[std::size_t(y - 3)], " ff ff . . . . . . ff ff");
+        EXPECT_EQ(rows[std::size_t(y - 3)], " ff ff . . . . . . ff ff") << "row " << y;
     for (const QPoint corner : {QPoint(3, 3), {12, 3}, {3, 10}, {12, 10}})
         EXPECT_NEAR(alpha(box, corner.x(), corner.y()), 127, 2) << "bevelled";
 
@@ -131,7 +131,8 @@ TEST(PixelMaps, ShapesOfTwoPixelsStandOnTheirOutline) {
     EXPECT_EQ(map(line, QRect(4, 6, 7, 4)), (Rows{" . . . . . . .", " ff ff ff ff ff ff ff",
                                                   " ff ff ff ff ff ff ff", " . . . . . . ."}));
     for (const QPoint cap : {QPoint(3, 7), {3, 8}, {11, 7}, {11, 8}})
-        EXPECT_NEAR(alpha(line, cap.x(), cap.y()), 255 * 0.785, 12) << "a quarter of a circle";
+        EXPECT_NEAR(alpha(line, cap.x(), cap.y()), 255 * 0.785, 12)
+            << "a quarter of a circle at " << cap.x() << ", " << cap.y();
     EXPECT_EQ(alpha(line, 12, 8), 0);
 
     const QImage ring = shape(tool::kEllipse, {12, 3}, {4, 13}, 2); // corners in any order

@@ -58,7 +58,7 @@ QByteArray rawRows(int rows, char filter) {
 
 TEST(PngCheck, ProvesOwnPicturesWithoutDecoding) {
     for (unsigned seed = 1; seed < 4; ++seed) {
-        EXPECT_TRUE(pngProvenGood(encoded(drawing::scribble(seed))));
+        EXPECT_TRUE(pngProvenGood(encoded(drawing::scribble(seed)))) << "seed " << seed;
     }
     EXPECT_TRUE(pngProvenGood(encoded(drawing::marked(1))));
     EXPECT_TRUE(pngProvenGood(forged(1024, 1024, rawRows(1024, 4))));

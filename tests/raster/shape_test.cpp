@@ -52,6 +52,7 @@ QRect inked(const QImage& image) {
 
 TEST(Shapes, ArrowHeadLengthAndAngle) {
     for (const auto& [shaft, length] : {std::pair(100, 20.0), {200, 40.0}, {300, 40.0}}) {
+        SCOPED_TRACE("shaft " + std::to_string(shaft));
         const QPoint tip(500, 500);
         const ArrowHead head = arrowHead(QPoint(500 - shaft, 500), tip);
         for (const QPoint end : {head.left, head.right}) {
@@ -117,11 +118,13 @@ TEST(Shapes, LinesAndArrowsEndRound) {
 // The head of a long shaft: 40 at 36 degrees, so 32 back along the shaft and 24 to either side.
 TEST(Shapes, AnArrowIsAShaftAndTwoStrokesFromItsTip) {
     for (const bool forward : {true, false}) {
+        SCOPED_TRACE(forward ? "to the right" : "to the left");
         const int way = forward ? 1 : -1;
         const QPoint tip(500, 500), tail(500 - way * 300, 500);
         QImage image = blankCanvas();
         const QRect painted = drawShape(image, shape(tool::kArrow, tail, tip), true);
         for (const int side : {-1, 1}) {
+            SCOPED_TRACE("side " + std::to_string(side));
             EXPECT_GT(alpha(image, 500 - way * 31, 500 + side * 23), 200) << "its end";
             EXPECT_GT(alpha(image, 500 - way * 16, 500 + side * 12), 200) << "its middle";
             EXPECT_EQ(alpha(image, 500 - way * 150, 500 + side * 10), 0) << "none from the tail";

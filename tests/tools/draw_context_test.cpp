@@ -42,7 +42,8 @@ protected:
                 press();
             down = true;
             const QPoint expected = imagePixel(place);
-            EXPECT_TRUE(waitFor([&] { return isSampledNear(expected); }));
+            EXPECT_TRUE(waitFor([&] { return isSampledNear(expected); }))
+                << "no sample near " << place.x() << ", " << place.y();
         }
     }
 
@@ -63,6 +64,7 @@ protected:
 
 TEST_F(Drawing, ClickLeavesADabUnderThePointer) {
     for (const int tool : {tool::kPencil, tool::kBrush}) {
+        SCOPED_TRACE("tool " + std::to_string(tool));
         settings().activeTool = tool;
         moveTo({200, 150});
         press();

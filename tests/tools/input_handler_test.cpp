@@ -77,6 +77,7 @@ TEST(PressureCurve, Table) {
 
 TEST_F(InputHandler, SizeAndOpacityKeysAreConsumedWithTheirHotkeys) {
     for (const int key : {Qt::Key_B, Qt::Key_M}) {
+        SCOPED_TRACE(key == Qt::Key_B ? "size key" : "opacity key");
         const auto held = [&] {
             return key == Qt::Key_B ? handler.sizeKeyHeld() : handler.opacityKeyHeld();
         };
@@ -92,6 +93,7 @@ TEST_F(InputHandler, SizeAndOpacityKeysAreConsumedWithTheirHotkeys) {
         EXPECT_FALSE(held());
     }
     for (const int key : {Qt::Key_Backslash, Qt::Key_Q, Qt::Key_Escape}) {
+        SCOPED_TRACE("key " + std::to_string(key));
         EXPECT_FALSE(send(QEvent::ShortcutOverride, key));
         EXPECT_FALSE(send(QEvent::KeyPress, key));
         EXPECT_FALSE(send(QEvent::KeyRelease, key));

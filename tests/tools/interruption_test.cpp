@@ -109,13 +109,14 @@ TEST_F(Interrupted, NodeDeletedUnderThePointer) {
 TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
     stroke(100);
     const QImage first = picture();
-    const std::function<void()> changes[] = {
-        [this] { document()->setLayerState(camera, 0, layer_state::kLocked); },
-        [this] { document()->setLayerVisible(camera, 0, false); },
-        [this] { document()->takeLayer(camera, 0); },
-        [this] { document()->activeLayer(camera)->clearFrames(); },
+    const std::pair<const char*, std::function<void()>> changes[] = {
+        {"locked", [this] { document()->setLayerState(camera, 0, layer_state::kLocked); }},
+        {"hidden", [this] { document()->setLayerVisible(camera, 0, false); }},
+        {"taken away", [this] { document()->takeLayer(camera, 0); }},
+        {"emptied", [this] { document()->activeLayer(camera)->clearFrames(); }},
     };
-    for (const auto& change : changes) {
+    for (const auto& [name, change] : changes) {
+        SCOPED_TRACE(name);
         drag(200);
         change();
         release();
@@ -133,6 +134,7 @@ TEST_F(Interrupted, SceneOpenedUnderThePointer) {
     const QImage first = picture();
     QTemporaryDir folder;
     for (const char* name : {"a.ma", "a.mb"}) {
+        SCOPED_TRACE(name);
         const QString file = folder.filePath(QString::fromLatin1(name));
         ASSERT_TRUE(run(QStringLiteral("file -rename \"%1\"; file -f -save -type \"%2\"")
                             .arg(file, QString::fromLatin1(name).endsWith(QLatin1Char('b'))

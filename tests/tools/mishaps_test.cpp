@@ -127,6 +127,7 @@ TEST_F(Mishaps, ReleasesThatNeverCome) {
 
     // A window that is hidden, not closed.
     for (const bool adjusting : {false, true}) {
+        SCOPED_TRACE(adjusting ? "adjusting" : "drawing");
         host::ModelPanel& panel = floating();
         panel.window()->activateWindow();
         panel.viewWidget().setFocus();

@@ -115,6 +115,7 @@ TEST_F(Options, EraserTakesItsSizeAndErasesWhollyAlsoWhenFaint) {
     setToolOpacity(tool::kEraser, 30);
     const QPoint middle = imagePixel({240, 150});
     for (const int size : {10, 30}) {
+        SCOPED_TRACE("size " + std::to_string(size));
         setToolSize(tool::kEraser, size);
         drawTo(kFrom, kTo);
         const QImage* shown = document()->compositeCamera(camera);
@@ -294,6 +295,7 @@ TEST_F(Pen, EraserEndTurnsTheStrokeIntoAnEraserStroke) {
     drawLine(kFrom, kTo);
     ASSERT_EQ(alphaAt(imagePixel({240, 150})), 255);
     for (const int number : {tool::kBrush, tool::kText, tool::kEllipse}) {
+        SCOPED_TRACE("tool " + std::to_string(number));
         settings().activeTool = number;
         moveTo(kFrom);
         pen(Phase::press, kFrom, 0.4, true);

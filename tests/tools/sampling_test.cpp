@@ -241,6 +241,7 @@ TEST_F(Sampling, BeginsAtThePressHoweverLateTheThreadIs) {
     };
     for (const auto& c : cases) {
         for (const int tool : {tool::kLine, tool::kBrush}) {
+            SCOPED_TRACE("tool " + std::to_string(tool));
             stroke_ = Stroke();
             stroke_.tool = tool;
             QSemaphore polled;
@@ -363,7 +364,7 @@ TEST(InputWorkerPoll, HoldsPositionsBackUntilThePressureIsKnown) {
     ASSERT_EQ(sent.size(), 4U); // the first one twice
     for (std::size_t i = 0; i < sent.size(); ++i) {
         EXPECT_EQ(sent[i].first.x(), 10 + int(i));
-        EXPECT_FLOAT_EQ(sent[i].second, 0.25F);
+        EXPECT_FLOAT_EQ(sent[i].second, 0.25F) << "sample " << i;
     }
 
     pluginState().tabletPressure = 1.0F;

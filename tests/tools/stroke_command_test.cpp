@@ -48,6 +48,7 @@ TEST_F(StrokeStep, UndoAndRedoExchangeThePictures) {
     EXPECT_NE(first, second);
     EXPECT_EQ(alphaAt({500, 100}), 0);
     for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
         ASSERT_TRUE(run(QStringLiteral("undo")));
         EXPECT_EQ(picture(), second);
         ASSERT_TRUE(run(QStringLiteral("undo")));

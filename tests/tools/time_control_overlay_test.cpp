@@ -47,6 +47,7 @@ TEST(MarkerBox, StandsOnItsFramesTick) {
             << frame;
     // Boxes side by side neither overlap nor drift away from their frames.
     for (int frame = 1; frame < 100; ++frame) {
+        SCOPED_TRACE("frame " + std::to_string(frame));
         const QRect box = TimeControlOverlay::markerBox(frame, 1, 100, size);
         EXPECT_LT(box.right(), TimeControlOverlay::markerBox(frame + 1, 1, 100, size).left());
         EXPECT_NEAR(box.left(), 5 + (frame - 1) * 9.9, 1.0);
@@ -65,6 +66,7 @@ TEST_F(Overlay, PaintsItsBoxesInTheLowerThirdAndNothingElse) {
     const auto over = [&](int channel, int white) { return (channel * 63 + white * 192) / 255; };
     const QColor mixed(over(200, 255), over(10, 255), over(20, 255));
     for (const int frame : {1, 50, 100}) {
+        SCOPED_TRACE("frame " + std::to_string(frame));
         const QRect box = TimeControlOverlay::markerBox(frame, 1, 100, slider.size());
         EXPECT_EQ(image.pixelColor(box.left(), 30), QColor(200, 10, 20));
         EXPECT_EQ(image.pixelColor(box.right(), 30), QColor(200, 10, 20));

@@ -12,6 +12,7 @@ namespace {
 
 TEST_F(Transforming, DragsARegionAppliesUndoesAndRedoes) {
     for (const char* renderer : {"vp2Renderer", "base_OpenGL_Renderer"}) {
+        SCOPED_TRACE(renderer);
         ASSERT_TRUE(run(QStringLiteral("modelEditor -e -rendererName \"%1\" `getPanel -withFocus`")
                             .arg(QLatin1String(renderer))));
         ASSERT_EQ(picture(), drawn);

@@ -59,7 +59,7 @@ TEST_F(Views, EveryViewDrawnInIsWatchedAndItsKeysAreHeard) {
     for (QWidget* view :
          {static_cast<QWidget*>(&panel.viewWidget()), static_cast<QWidget*>(&this->view())}) {
         QMenu* menu = menuAt(*view, {50, 50});
-        ASSERT_NE(menu, nullptr);
+        ASSERT_NE(menu, nullptr) << view->objectName().toStdString();
         menu->close();
         support::settle();
     }
@@ -263,10 +263,11 @@ TEST_F(Views, RightButtonMenusOfViewAndTimeSlider) {
     pluginState().interactive = true;
     activateDrawTool();
     for (const bool allowed : {true, false}) {
+        SCOPED_TRACE(allowed ? "allowed" : "not allowed");
         settings().timelineContextMenu = settings().drawToolContextMenu = allowed;
         for (QWidget* place : {static_cast<QWidget*>(&slider), static_cast<QWidget*>(&view())}) {
             menu = menuAt(*place, {40, 10});
-            EXPECT_EQ(menu != nullptr, allowed);
+            EXPECT_EQ(menu != nullptr, allowed) << place->metaObject()->className();
             if (menu)
                 menu->close();
             support::settle();

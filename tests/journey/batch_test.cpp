@@ -30,6 +30,7 @@ protected:
 
     /// What a script prints that must run to its end.
     std::string printed(const QStringList& arguments) {
+        SCOPED_TRACE(arguments.join(QLatin1Char(' ')).toStdString());
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.code, 0) << outcome.err;
         EXPECT_THAT(outcome.err, Not(HasSubstr("Error")));

@@ -79,6 +79,7 @@ protected:
     }
     void succeeds(const QStringList& arguments) {
         const Outcome outcome = run(arguments);
+        SCOPED_TRACE(arguments.join(QLatin1Char(' ')).toStdString());
         ASSERT_EQ(outcome.code, 0) << outcome.err << outcome.out;
         EXPECT_THAT(outcome.err, Not(HasSubstr("Error"))) << outcome.out;
     }

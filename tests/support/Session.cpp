@@ -43,8 +43,10 @@ HostSession::~HostSession() {
     window.reset();
 }
 
-bool HostSession::run(const QString& script) {
-    return MGlobal::executeCommand(toMaya(script), false, true) == MS::kSuccess;
+::testing::AssertionResult HostSession::run(const QString& script) {
+    const bool done = MGlobal::executeCommand(toMaya(script), false, true) == MS::kSuccess;
+    return (done ? ::testing::AssertionSuccess() : ::testing::AssertionFailure())
+           << script.toStdString() << "\nsaid: " << allErrors().toStdString();
 }
 
 int HostSession::number(const QString& script) {

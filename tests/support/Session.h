@@ -20,8 +20,8 @@ protected:
     HostSession();
     ~HostSession() override;
 
-    /// Runs a script, undoable; its success.
-    bool run(const QString& script);
+    /// Runs a script, undoable; its success. Of a failure it tells the script and the errors shown.
+    ::testing::AssertionResult run(const QString& script);
     /// Result of a script; a value nobody expects when it failed or gave another type.
     int number(const QString& script);
     QString text(const QString& script);

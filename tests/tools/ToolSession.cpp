@@ -131,13 +131,15 @@ void ToolSession::drawTo(QPoint from, QPoint to) {
     const Stroke* stroke = document()->currentStroke();
     ASSERT_NE(stroke, nullptr);
     const bool text = stroke->tool == tool::kText;
-    ASSERT_TRUE(waitFor([&] { return sampled() == (text ? 1U : 2U); }));
+    ASSERT_TRUE(waitFor([&] { return sampled() == (text ? 1U : 2U); }))
+        << sampled() << " samples of tool " << stroke->tool;
     const StrokePoint before = document()->currentStroke()->points.back();
     moveTo(to);
     ASSERT_TRUE(waitFor([&] {
         const StrokePoint& last = document()->currentStroke()->points.back();
         return last.x != before.x || last.y != before.y;
-    }));
+    })) << "no sample on the way to "
+        << to.x() << ", " << to.y();
 }
 
 void ToolSession::drawLine(QPoint from, QPoint to) {

@@ -29,9 +29,9 @@ protected:
     void drag(int row) {
         moveTo({100, row});
         press();
-        EXPECT_TRUE(waitFor([this] { return sampled() == 2; }));
+        EXPECT_TRUE(waitFor([this] { return sampled() == 2; })) << "in row " << row;
         moveTo({200, row});
-        EXPECT_TRUE(waitFor([this] { return sampled() > 2; }));
+        EXPECT_TRUE(waitFor([this] { return sampled() > 2; })) << "in row " << row;
     }
     std::size_t sampled() {
         const Stroke* stroke = document()->currentStroke();

@@ -39,8 +39,8 @@ protected:
         const int size = toolSize(tool::kPencil);
         drawLine({100, row}, {200, row});
         nothingIsStuck();
-        EXPECT_EQ(inkAt({150, row}), 255);
-        EXPECT_EQ(toolSize(tool::kPencil), size);
+        EXPECT_EQ(inkAt({150, row}), 255) << "in row " << row;
+        EXPECT_EQ(toolSize(tool::kPencil), size) << "after drawing in row " << row;
     }
 
     support::Hand other;

@@ -109,7 +109,7 @@ inline std::vector<Points> strokes(const std::string& file) {
 }
 
 /// Draws on the current frame as a committed stroke does, without making undo bytes.
-inline void draw(vellum::LayerManager& manager, Points points, int tool, int width,
+inline void draw(vellum::LayerManager& manager, Points points, vellum::Tool tool, int width,
                  const QColor& color) {
     vellum::Frame* frame = manager.currentFrame(kCamera);
     if (!frame) {
@@ -137,7 +137,7 @@ inline void sketch(vellum::LayerManager& manager, const std::vector<Points>& str
         const int number = first + i;
         const QColor color = QColor::fromHsv(number * 47 % 360, 200, 160);
         draw(manager, strokes[static_cast<std::size_t>(number) % strokes.size()],
-             number % 3 == 0 ? vellum::tool::kPencil : vellum::tool::kBrush, 4 + number % 5 * 4,
+             number % 3 == 0 ? vellum::Tool::Pencil : vellum::Tool::Brush, 4 + number % 5 * 4,
              color);
     }
 }

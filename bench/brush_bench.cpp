@@ -54,7 +54,7 @@ void drawOurs(QImage& image, const std::vector<StrokePoint>& points) {
     std::vector<StrokePoint> sofar = {points[0]};
     for (std::size_t i = 1; i < points.size(); ++i) {
         sofar.push_back(points[i]);
-        drawFreehandSegments(image, sofar, static_cast<int>(i) - 1, tool::kBrush);
+        drawFreehandSegments(image, sofar, static_cast<int>(i) - 1, Tool::Brush);
     }
 }
 
@@ -188,7 +188,7 @@ void pressureLine(benchmark::State& state) {
         state.PauseTiming();
         image = blank.copy();
         state.ResumeTiming();
-        drawFreehandSegments(image, points, 0, tool::kBrush);
+        drawFreehandSegments(image, points, 0, Tool::Brush);
     }
     state.counters["per_segment"] = benchmark::Counter(
         90, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);

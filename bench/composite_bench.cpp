@@ -2,8 +2,8 @@
 // scrubbing with ghosts; next to QPainter painting the same straight-alpha images in the same run.
 #include "bench/BenchDocument.h"
 #include "document/FrameCache.h"
-#include "tools/raster/PixelKernels.h"
 #include "plugin/base/Settings.h"
+#include "tools/raster/PixelKernels.h"
 #include "tools/raster/PngCodec.h"
 #include "tools/raster/StrokeImage.h"
 
@@ -98,7 +98,7 @@ double painterRebuild(LayerManager& manager, bool ghosts, bool stroke) {
 /// date after each.
 double drawAround(LayerManager& manager) {
     constexpr int kSamples = 300;
-    Stroke* stroke = manager.beginStroke(bench::kCamera, tool::kBrush, Qt::blue);
+    Stroke* stroke = manager.beginStroke(bench::kCamera, Tool::Brush, Qt::blue);
     const double spent = bench::seconds([&] {
         for (int sample = 0; sample < kSamples; ++sample) {
             const double angle = sample * 0.02;

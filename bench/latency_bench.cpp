@@ -118,7 +118,7 @@ bool reachesEnd(const Stroke* stroke, const Sign& last) {
 
 void drawStroke(LayerManager& manager, const std::vector<Sign>& stroke, int width,
                 Latencies& found) {
-    manager.beginStroke(bench::kCamera, tool::kBrush, QColor(200, 30, 60));
+    manager.beginStroke(bench::kCamera, Tool::Brush, QColor(200, 30, 60));
     ThreadManager& sampling = ThreadManager::instance();
     auto poller = std::make_unique<Pen>(stroke);
     const Pen& pen = *poller;

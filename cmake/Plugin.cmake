@@ -33,7 +33,7 @@ endmacro()
 # From the bottom up. Floors below the session see no widgets; only the module is linked with what
 # plays Maya's part.
 plugin_floor(base plugin/base LINKS maya_api ${VELLUM_QT_GUI})
-plugin_floor(raster tools/raster LINKS ${VELLUM_QT_GUI} ZLIB::ZLIB)
+plugin_floor(raster tools/raster LINKS vellum_base_headers ${VELLUM_QT_GUI} ZLIB::ZLIB)
 plugin_floor(gestures tools/gestures KNOWS raster)
 plugin_floor(document document KNOWS raster base)
 plugin_floor(node node KNOWS document LINKS OpenGL::GL)

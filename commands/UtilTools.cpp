@@ -79,7 +79,7 @@ MStatus chooseTool(const MArgDatabase& args, const char* flag) {
     const MStatus status = activateDraw(args, flag);
     if (status != MS::kSuccess)
         return status;
-    settings().activeTool = static_cast<int>(toolOfFlag(flag));
+    settings().activeTool = toolOfFlag(flag);
     updateMainMenu();
     panels().refreshToolbox();
     panels().refreshToolOptions();
@@ -102,14 +102,13 @@ MStatus queryDrawColor(const MArgDatabase&, const char*) {
 
 MStatus setToolOptions(const MArgDatabase& args, const char* flag) {
     const Tool tool = toolOfFlag(flag);
-    const int number = static_cast<int>(tool);
-    setToolSize(number, optionArgument(args, flag, 0));
-    setToolOpacity(number, optionArgument(args, flag, 1));
+    setToolSize(tool, optionArgument(args, flag, 0));
+    setToolOpacity(tool, optionArgument(args, flag, 1));
     if (tool == Tool::Pencil) {
-        setToolTabletEnabled(number, unsignedArgument(args, flag, 2) != 0);
+        setToolTabletEnabled(tool, unsignedArgument(args, flag, 2) != 0);
     } else if (tool == Tool::Brush || tool == Tool::Eraser) {
-        setToolHardness(number, optionArgument(args, flag, 2));
-        setToolTabletEnabled(number, unsignedArgument(args, flag, 3) != 0);
+        setToolHardness(tool, optionArgument(args, flag, 2));
+        setToolTabletEnabled(tool, unsignedArgument(args, flag, 3) != 0);
     } else if (tool == Tool::Text) {
         settings().textFontFamily = stringArgument(args, flag, 2);
     }

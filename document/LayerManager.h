@@ -114,11 +114,11 @@ public:
     // --- Stroke in progress: at most one --------------------------------------------------------
 
     /// Begins a stroke on the current frame of the camera's active layer and prepares the stroke
-    /// image for the tool (tools/raster/ToolNumber.h). A stroke still in progress is discarded.
+    /// image for the tool. A stroke still in progress is discarded.
     /// Null when the layer is missing or locked or has no frame to draw on now.
-    Stroke* beginStroke(const QString& camera, int tool, const QColor& color);
+    Stroke* beginStroke(const QString& camera, Tool tool, const QColor& color);
 
-    /// Begins a region transform there in the same way: a stroke of the tool kTransform whose
+    /// Begins a region transform there in the same way: a stroke of Tool::Transform whose
     /// `region` the caller changes from then on, marking the stroke dirty. With `state.copy` the
     /// clipboard gets the region's pixels, with `state.paste` they float.
     Stroke* beginTransform(const QString& camera, const RegionTransform& state);
@@ -191,7 +191,7 @@ private:
     void changeStep();
     bool reportInvalidLayer(const QString& camera, int index) const;
     const StrokeSession* strokeOn(const QString& camera, const Layer& layer) const;
-    Stroke* begin(const QString& camera, int tool, const QColor& color);
+    Stroke* begin(const QString& camera, Tool tool, const QColor& color);
     void endStroke();
     bool updateGhosts(Camera& camera);
     QRect collectChanges(const QString& name, Camera& camera);

@@ -12,8 +12,8 @@ namespace {
 constexpr int kCamerasOnDisplay = 4;
 } // namespace
 
-Stroke* LayerManager::beginStroke(const QString& camera, int tool, const QColor& color) {
-    if (tool < tool::kPencil || tool > tool::kRectangle) {
+Stroke* LayerManager::beginStroke(const QString& camera, Tool tool, const QColor& color) {
+    if (!isFreehand(tool) && !isShape(tool) && tool != Tool::Text) {
         discardStroke();
         return nullptr;
     }
@@ -21,7 +21,7 @@ Stroke* LayerManager::beginStroke(const QString& camera, int tool, const QColor&
 }
 
 Stroke* LayerManager::beginTransform(const QString& camera, const RegionTransform& state) {
-    Stroke* stroke = begin(camera, tool::kTransform, QColor());
+    Stroke* stroke = begin(camera, Tool::Transform, QColor());
     if (!stroke) {
         return nullptr;
     }
@@ -34,7 +34,7 @@ Stroke* LayerManager::beginTransform(const QString& camera, const RegionTransfor
     return stroke;
 }
 
-Stroke* LayerManager::begin(const QString& camera, int tool, const QColor& color) {
+Stroke* LayerManager::begin(const QString& camera, Tool tool, const QColor& color) {
     discardStroke();
     const Layer* active = activeLayer(camera);
     if (!active || active->state() == layer_state::kLocked || !active->hasFrameAtCurrentTime() ||
@@ -59,7 +59,7 @@ bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
         return false;
     }
     // A region of one frame means nothing in another.
-    if (stroke_->stroke().tool == tool::kTransform && !stroke_->isFrom(*frame)) {
+    if (stroke_->stroke().tool == Tool::Transform && !stroke_->isFrom(*frame)) {
         return false;
     }
     // The stroke's picture is the whole frame: as it is, it would overwrite another one.
@@ -138,7 +138,7 @@ QRect LayerManager::collectChanges(const QString& name, Camera& camera) {
         changed = Layer::wholeCanvas();
     }
     const bool strokeHere = stroke_ && strokeCamera_ == name;
-    if (strokeHere && stroke_->stroke().tool == tool::kTransform) {
+    if (strokeHere && stroke_->stroke().tool == Tool::Transform) {
         const Frame* frame = currentFrame(name);
         if (frame && stroke_->isFrom(*frame) && !stroke_->isOn(*frame)) {
             stroke_->moveTo(*frame);

@@ -9,7 +9,7 @@
 
 namespace vellum {
 
-StrokeSession::StrokeSession(const Frame& frame, int tool, const QColor& color, QImage canvas)
+StrokeSession::StrokeSession(const Frame& frame, Tool tool, const QColor& color, QImage canvas)
     : image_(std::move(canvas)), baseRevision_(frame.revision()), hold_(frame.hold()) {
     stroke_.tool = tool;
     stroke_.color = color;
@@ -20,7 +20,7 @@ void StrokeSession::moveTo(const Frame& frame) {
     baseRevision_ = frame.revision();
     hold_ = frame.hold();
     touched_ = QRect();
-    if (stroke_.tool == tool::kTransform) {
+    if (stroke_.tool == Tool::Transform) {
         lift(frame.image(), floating_);
         return;
     }
@@ -59,13 +59,13 @@ QRect StrokeSession::updateTransform() {
 }
 
 QRect StrokeSession::update() {
-    if (stroke_.tool == tool::kTransform) {
+    if (stroke_.tool == Tool::Transform) {
         const QRect changed = updateTransform();
         touched_ |= changed;
         return changed;
     }
     QRect changed = updateStrokeImage(image_, stroke_);
-    if (!tool::isFreehand(stroke_.tool)) {
+    if (!isFreehand(stroke_.tool)) {
         changed |= std::exchange(lastShape_, changed);
     }
     touched_ |= changed;
@@ -81,7 +81,7 @@ QImage StrokeSession::merged(const QImage& frameImage) {
     if (stroke_.dirty) {
         update();
     }
-    if (stroke_.tool == tool::kText) {
+    if (stroke_.tool == Tool::Text) {
         drawShape(image_, stroke_, false);
     }
     if (replacesFrame()) {

@@ -13,7 +13,7 @@ class StrokeSession {
 public:
     /// Prepares the stroke image for the tool. `canvas` is an image to reuse, or null. Holds the
     /// frame decoded for as long as the session lives.
-    StrokeSession(const Frame& frame, int tool, const QColor& color, QImage canvas);
+    StrokeSession(const Frame& frame, Tool tool, const QColor& color, QImage canvas);
 
     Stroke& stroke() { return stroke_; }
     const Stroke& stroke() const { return stroke_; }

@@ -1,7 +1,6 @@
 #include "plugin/base/CommandStrings.h"
 
 #include "plugin/base/Names.h"
-#include "plugin/base/Tool.h"
 
 #include <array>
 
@@ -182,13 +181,14 @@ QString util(const QString& arguments) {
     return join({text(kUtilCommand), arguments});
 }
 
-QString chooseTool(int tool) {
+QString chooseTool(Tool tool) {
     static constexpr std::array<const char*, kDrawToolCount> flags{
         "-pencilTool", "-brushTool", "-eraserTool",  "-textTool",
         "-lineTool",   "-arrowTool", "-ellipseTool", "-rectangleTool"};
-    if (tool < 0 || tool >= kDrawToolCount)
+    const int index = numberOf(tool);
+    if (index < 0 || index >= kDrawToolCount)
         return {};
-    return util(text(flags[static_cast<std::size_t>(tool)]));
+    return util(text(flags[static_cast<std::size_t>(index)]));
 }
 
 QString drawDeferred() {
@@ -227,9 +227,9 @@ QString textOptions(int size, int opacity, const QString& fontFamily) {
         join({QStringLiteral("-textOptions"), number(size), number(opacity), quote(fontFamily)}));
 }
 
-QString shapeOptions(int tool, int size, int opacity) {
+QString shapeOptions(Tool tool, int size, int opacity) {
     const char* flag = nullptr;
-    switch (static_cast<Tool>(tool)) {
+    switch (tool) {
     case Tool::Line:
         flag = "-lineOptions";
         break;
@@ -346,9 +346,9 @@ QString deleteMainMenu() {
     return call("rvVlDeleteMainMenu", {});
 }
 
-QString updateMainMenu(int tool, bool ghostPrev, bool ghostNext, int mode) {
+QString updateMainMenu(Tool tool, bool ghostPrev, bool ghostNext, int mode) {
     return call("rvVlUpdateMainMenu",
-                {number(tool), onOff(ghostPrev), onOff(ghostNext), number(mode)});
+                {number(numberOf(tool)), onOff(ghostPrev), onOff(ghostNext), number(mode)});
 }
 
 QString createFloatingView(const QString& sourceCamera) {

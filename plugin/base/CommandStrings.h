@@ -3,6 +3,8 @@
 // can never run as script.
 #pragma once
 
+#include "plugin/base/Tool.h"
+
 #include <QColor>
 #include <QString>
 
@@ -45,7 +47,7 @@ QString setLayerVisible(bool visible, int index, const QString& camera);
 
 // rvVellumUtil
 QString util(const QString& arguments); ///< `arguments` is script: fixed text, never typed text
-QString chooseTool(int tool);           ///< empty for a number that is no tool
+QString chooseTool(Tool tool);          ///< empty for what is no tool to choose
 QString drawDeferred();                 ///< activates the draw tool after the current event
 QString transformDeferred();            ///< the transform tool in the same way
 QString refreshLayerManagerDeferred();
@@ -54,8 +56,8 @@ QString pencilOptions(int size, int opacity, bool tablet);
 QString brushOptions(int size, int opacity, int hardness, bool tablet);
 QString eraserOptions(int size, int opacity, int hardness, bool tablet);
 QString textOptions(int size, int opacity, const QString& fontFamily);
-QString shapeOptions(int tool, int size, int opacity); ///< line, arrow, ellipse, rectangle
-QString ghostPrevious(int onOffToggle);                ///< 1, 0, -1
+QString shapeOptions(Tool tool, int size, int opacity); ///< line, arrow, ellipse, rectangle
+QString ghostPrevious(int onOffToggle);                 ///< 1, 0, -1
 QString ghostNext(int onOffToggle);
 QString ghostPreviousCount(int count);
 QString ghostNextCount(int count);
@@ -83,7 +85,7 @@ QString setColorSliderCommand(const QString& control, const QString& command);
 // Procedures of the menu script
 QString createMainMenu(bool inAnimationSet);
 QString deleteMainMenu();
-QString updateMainMenu(int tool, bool ghostPrev, bool ghostNext, int timelineFrameDisplay);
+QString updateMainMenu(Tool tool, bool ghostPrev, bool ghostNext, int timelineFrameDisplay);
 QString createFloatingView(const QString& sourceCamera);
 QString deleteActiveLayer();
 QString deleteActiveCameraLayers();

@@ -36,7 +36,7 @@ struct Limits {
 };
 
 using Field = std::variant<int Settings::*, bool Settings::*, QString Settings::*,
-                           QColor Settings::*, QByteArray Settings::*>;
+                           QColor Settings::*, QByteArray Settings::*, Tool Settings::*>;
 
 struct Key {
     const char* name;
@@ -72,7 +72,7 @@ const std::vector<Group>& groups() {
           {"colorPaletteGeometry", &S::colorPaletteGeometry, {}},
           {"retimingToolGeometry", &S::retimingToolGeometry, {}}}},
         {"tools",
-         {{"activeTool", &S::activeTool, kept(0, 8)},
+         {{"activeTool", &S::activeTool, kept(0, numberOf(Tool::Transform))},
           {"activeColor", &S::activeColor, {}},
           {"pencilSize", &S::pencilSize, clamped(1, 100)},
           {"pencilOpacity", &S::pencilOpacity, clamped(1, 100)},
@@ -142,6 +142,12 @@ void read(const QVariant& stored, const std::optional<Limits>& limits, int& targ
         target = limits->replacement;
 }
 
+void read(const QVariant& stored, const std::optional<Limits>& limits, Tool& target) {
+    int number = numberOf(target);
+    read(stored, limits, number);
+    target = static_cast<Tool>(number);
+}
+
 void read(const QVariant& stored, const std::optional<Limits>&, bool& target) {
     // QVariant takes any text for true; only what a switch is written as counts here.
     const QString text = stored.toString().trimmed().toLower();
@@ -184,6 +190,10 @@ void read(const QVariant& stored, const std::optional<Limits>&, QByteArray& targ
 // text must not point into the plug-in's own memory, as literals do.
 QVariant stored(const QString& value) {
     return QString(value.constData(), value.size());
+}
+
+QVariant stored(Tool value) {
+    return numberOf(value);
 }
 
 template <typename Value> QVariant stored(const Value& value) {

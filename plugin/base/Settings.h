@@ -2,6 +2,8 @@
 // process, read directly by its users, changed by panels and commands. Main thread only.
 #pragma once
 
+#include "plugin/base/Tool.h"
+
 #include <QByteArray>
 #include <QColor>
 #include <QString>
@@ -25,7 +27,7 @@ struct Settings {
     QByteArray retimingToolGeometry;
 
     // group "tools": sizes in image pixels, opacities in percent
-    int activeTool = 1; // 0..8, see Tool.h; files may hold 8, which selects no tool
+    Tool activeTool = Tool::Brush; // files may hold Tool::Transform, which selects none
     QColor activeColor = QColor(0, 255, 255);
     int pencilSize = 6;
     int pencilOpacity = 100;

@@ -1,4 +1,4 @@
-// Numbers of the drawing tools, shared by settings, scripts, panels and strokes.
+// The tools, as settings, scripts, panels and strokes know them.
 #pragma once
 
 #include <cstdint>
@@ -17,6 +17,19 @@ enum class Tool : std::int32_t {
     Transform = 8, ///< Region transform: a kind of stroke, never an active tool.
 };
 
-inline constexpr int kDrawToolCount = 8; ///< Tools an artist can choose, numbered from 0.
+/// Tools an artist can choose, numbered from 0.
+inline constexpr int kDrawToolCount = static_cast<int>(Tool::Transform);
+
+/// As files and scripts have it.
+constexpr int numberOf(Tool tool) {
+    return static_cast<int>(tool);
+}
+
+constexpr bool isFreehand(Tool tool) {
+    return tool == Tool::Pencil || tool == Tool::Brush || tool == Tool::Eraser;
+}
+constexpr bool isShape(Tool tool) {
+    return tool >= Tool::Line && tool <= Tool::Rectangle;
+}
 
 } // namespace vellum

@@ -2,7 +2,6 @@
 
 #include "plugin/base/Report.h"
 #include "plugin/base/Settings.h"
-#include "plugin/base/Tool.h"
 
 #include <algorithm>
 #include <array>
@@ -39,59 +38,60 @@ constexpr std::array<OptionFields, kDrawToolCount> kFields{{
 }};
 
 /// Null, after reporting, for a number that is no tool.
-const OptionFields* find(int tool) {
-    if (tool >= 0 && tool < kDrawToolCount)
-        return &kFields[static_cast<std::size_t>(tool)];
-    report::error(QStringLiteral("Unknown tool type: %1").arg(tool));
+const OptionFields* find(Tool tool) {
+    const int number = numberOf(tool);
+    if (number >= 0 && number < kDrawToolCount)
+        return &kFields[static_cast<std::size_t>(number)];
+    report::error(QStringLiteral("Unknown tool type: %1").arg(number));
     return nullptr;
 }
 
-const OptionFields& findOrPencil(int tool) {
+const OptionFields& findOrPencil(Tool tool) {
     const OptionFields* fields = find(tool);
     return fields ? *fields : kFields[0];
 }
 
 } // namespace
 
-bool isTool(int tool) {
+bool isTool(Tool tool) {
     return find(tool) != nullptr;
 }
 
-int toolSize(int tool) {
+int toolSize(Tool tool) {
     return settings().*findOrPencil(tool).size;
 }
 
-void setToolSize(int tool, int size) {
+void setToolSize(Tool tool, int size) {
     if (const OptionFields* fields = find(tool))
         settings().*fields->size = std::clamp(size, 1, fields->maxSize);
 }
 
-int toolOpacity(int tool) {
+int toolOpacity(Tool tool) {
     return settings().*findOrPencil(tool).opacity;
 }
 
-void setToolOpacity(int tool, int percent) {
+void setToolOpacity(Tool tool, int percent) {
     if (const OptionFields* fields = find(tool))
         settings().*fields->opacity = std::clamp(percent, 1, 100);
 }
 
-bool toolTabletEnabled(int tool) {
+bool toolTabletEnabled(Tool tool) {
     const OptionFields& fields = findOrPencil(tool);
     return fields.tablet && settings().*fields.tablet;
 }
 
-void setToolTabletEnabled(int tool, bool enabled) {
+void setToolTabletEnabled(Tool tool, bool enabled) {
     const OptionFields* fields = find(tool);
     if (fields && fields->tablet)
         settings().*fields->tablet = enabled;
 }
 
-int toolHardness(int tool) {
+int toolHardness(Tool tool) {
     const OptionFields& fields = findOrPencil(tool);
     return fields.hardness ? settings().*fields.hardness : 100;
 }
 
-void setToolHardness(int tool, int percent) {
+void setToolHardness(Tool tool, int percent) {
     const OptionFields* fields = find(tool);
     if (fields && fields->hardness)
         settings().*fields->hardness =

@@ -3,11 +3,11 @@
 #include "document/DocumentObserver.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
-#include "tools/raster/PixelKernels.h"
-#include "tools/raster/PixelRows.h"
 #include "document/StrokeSession.h"
 #include "plugin/base/Settings.h"
 #include "support/Seed.h"
+#include "tools/raster/PixelKernels.h"
+#include "tools/raster/PixelRows.h"
 #include "tools/raster/StrokeImage.h"
 
 #include <QPainter>
@@ -234,7 +234,7 @@ TEST(Composite, GhostsEqualQPainterInEveryCombination) {
         << "no ghosts during playback";
     setDocumentObserver(nullptr);
     rebuilt(manager);
-    ASSERT_TRUE(manager.beginStroke(kCamera, tool::kBrush, Qt::red));
+    ASSERT_TRUE(manager.beginStroke(kCamera, Tool::Brush, Qt::red));
     setDocumentObserver(&playing);
     EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), layers), 1)
         << "nor when it starts in the middle of a stroke";
@@ -288,7 +288,8 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
             break;
         }
         default:
-            if (manager.currentStroke() || manager.beginStroke(kCamera, upTo(8), Qt::red)) {
+            if (manager.currentStroke() ||
+                manager.beginStroke(kCamera, static_cast<Tool>(upTo(8)), Qt::red)) {
                 for (int i = upTo(4); i >= 0; --i) {
                     addPoint(manager, upTo(1200) - 90, upTo(1200) - 90, 1 + upTo(50), 0.7F);
                 }
@@ -315,7 +316,7 @@ TEST(Composite, GhostsComeUpWithAStrokeThatLeftNoPixel) {
     fill(manager, 2, 800);
     settings().ghostPrev = true;
     manager.compositeCamera(kCamera);
-    ASSERT_TRUE(manager.beginStroke(kCamera, tool::kBrush, Qt::blue));
+    ASSERT_TRUE(manager.beginStroke(kCamera, Tool::Brush, Qt::blue));
     manager.setActiveLayer(kCamera, 0, false);
     manager.compositeCamera(kCamera);
     QByteArray undo;
@@ -368,7 +369,7 @@ TEST(Composite, DrawingTouchesOnlyWhatTheStrokeTouches) {
     fill(manager, 3, 700);
     settings().ghostPrev = true;
     manager.compositeCamera(kCamera);
-    ASSERT_TRUE(manager.beginStroke(kCamera, tool::kBrush, Qt::blue));
+    ASSERT_TRUE(manager.beginStroke(kCamera, Tool::Brush, Qt::blue));
     addPoint(manager, 500, 500, 40, 1.0F);
     addPoint(manager, 520, 500, 40, 1.0F);
     manager.compositeCamera(kCamera);
@@ -384,8 +385,8 @@ TEST(Composite, DrawingTouchesOnlyWhatTheStrokeTouches) {
 }
 
 TEST(Composite, CommittingChangesNoPixelAndUndoRestoresAll) {
-    for (const int tool : {tool::kPencil, tool::kBrush, tool::kEraser, tool::kLine}) {
-        SCOPED_TRACE("tool " + std::to_string(tool));
+    for (const Tool tool : {Tool::Pencil, Tool::Brush, Tool::Eraser, Tool::Line}) {
+        SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
         const CleanScene scene;
         LayerManager manager;
         fill(manager, 3, 900);
@@ -413,7 +414,7 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     const CleanScene scene;
     LayerManager manager;
     QByteArray undo;
-    EXPECT_EQ(manager.beginStroke(kCamera, tool::kBrush, Qt::red), nullptr);
+    EXPECT_EQ(manager.beginStroke(kCamera, Tool::Brush, Qt::red), nullptr);
     manager.insertLayer(kCamera, -1, drawing::layerWith("A", {3, 5}, 1));
     Layer& layer = *manager.layer(kCamera, 0);
     const struct {
@@ -424,7 +425,8 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     for (const auto& one : cases) {
         layer.setState(one.state);
         drawing::goTo(manager, one.time);
-        EXPECT_EQ(manager.beginStroke(kCamera, one.tool, Qt::red) != nullptr, one.begins)
+        EXPECT_EQ(manager.beginStroke(kCamera, static_cast<Tool>(one.tool), Qt::red) != nullptr,
+                  one.begins)
             << one.time << ' ' << one.state << ' ' << one.tool;
         EXPECT_EQ(manager.currentStroke() != nullptr, one.begins);
     }
@@ -433,7 +435,7 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     // An eraser works on a whole picture: on another one it erases, and does not replace it.
     layer.setState(layer_state::kAnimated);
     drawing::goTo(manager, 3);
-    Stroke* stroke = manager.beginStroke(kCamera, tool::kEraser, Qt::red);
+    Stroke* stroke = manager.beginStroke(kCamera, Tool::Eraser, Qt::red);
     ASSERT_TRUE(stroke);
     EXPECT_FALSE(manager.commitStroke("other", undo));
     stroke->points = {{20, 1.0F, 1.0F, 100, 650}, {20, 1.0F, 1.0F, 900, 650}};
@@ -457,14 +459,14 @@ TEST(StrokeSession, MergesPointsNeverShownAndKeepsTheRest) {
     QPainter(&picture).fillRect(0, 600, kCanvasSize, 100, QColor(9, 99, 199));
     Frame frame(MTime(1, MTime::uiUnit()));
     frame.setImage(picture);
-    for (const int tool : {tool::kPencil, tool::kEraser}) {
-        SCOPED_TRACE("tool " + std::to_string(tool));
+    for (const Tool tool : {Tool::Pencil, Tool::Eraser}) {
+        SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
         StrokeSession session(frame, tool, QColor(200, 40, 10), QImage());
         session.stroke().points = {{20, 1.0F, 1.0F, 100, 650}, {20, 1.0F, 1.0F, 900, 650}};
         session.stroke().dirty = true;
         const QImage merged = session.merged(picture);
         const QColor drawn = merged.pixelColor(500, 650);
-        EXPECT_TRUE(tool == tool::kEraser ? drawn.alpha() == 0 : drawn == QColor(200, 40, 10));
+        EXPECT_TRUE(tool == Tool::Eraser ? drawn.alpha() == 0 : drawn == QColor(200, 40, 10));
         EXPECT_EQ(merged.copy(0, 680, 1024, 20), picture.copy(0, 680, 1024, 20));
         EXPECT_EQ(merged.copy(0, 0, 1024, 600), picture.copy(0, 0, 1024, 600));
     }

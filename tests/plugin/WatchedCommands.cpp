@@ -277,13 +277,18 @@ QString WatchedCommands::drawing() const {
 QString WatchedCommands::settingsText() const {
     const Settings& now = settings();
     QString text;
-    for (const int number :
-         {now.activeTool,     now.pencilSize,        now.pencilOpacity,       now.brushSize,
-          now.brushOpacity,   now.brushHardness,     now.eraserSize,          now.eraserOpacity,
-          now.eraserHardness, now.textSize,          now.textOpacity,         now.lineSize,
-          now.lineOpacity,    now.arrowSize,         now.arrowOpacity,        now.ellipseSize,
-          now.ellipseOpacity, now.rectangleSize,     now.rectangleOpacity,    now.ghostPrevCount,
-          now.ghostNextCount, now.defaultLayerState, now.timelineFrameDisplay})
+    for (const int number : {numberOf(now.activeTool), now.pencilSize,
+                             now.pencilOpacity,        now.brushSize,
+                             now.brushOpacity,         now.brushHardness,
+                             now.eraserSize,           now.eraserOpacity,
+                             now.eraserHardness,       now.textSize,
+                             now.textOpacity,          now.lineSize,
+                             now.lineOpacity,          now.arrowSize,
+                             now.arrowOpacity,         now.ellipseSize,
+                             now.ellipseOpacity,       now.rectangleSize,
+                             now.rectangleOpacity,     now.ghostPrevCount,
+                             now.ghostNextCount,       now.defaultLayerState,
+                             now.timelineFrameDisplay})
         text += QString::number(number) + QLatin1Char(' ');
     for (const bool on : {now.pencilTabletEnabled, now.brushTabletEnabled, now.eraserTabletEnabled,
                           now.ghostPrev, now.ghostNext, now.ghostColorOverride})

@@ -96,11 +96,11 @@ TEST_F(CommandStrings, FormatsOfTheCallsThatOthersReadBack) {
               QStringLiteral("rvVellumStroke -la 0 -fa \"cam\""));
     EXPECT_EQ(command::playbackJob(),
               QStringLiteral("scriptJob -cf \"playingBack\" \"rvVellumNode -rg\""));
-    EXPECT_EQ(command::updateMainMenu(3, true, false, 2),
+    EXPECT_EQ(command::updateMainMenu(Tool::Text, true, false, 2),
               QStringLiteral("rvVlUpdateMainMenu(3, 1, 0, 2)"));
     EXPECT_EQ(command::drawDeferred(), QStringLiteral("evalDeferred(\"rvVellumUtil -draw\")"));
-    EXPECT_TRUE(command::chooseTool(8).isEmpty());
-    EXPECT_TRUE(command::chooseTool(-1).isEmpty());
+    EXPECT_TRUE(command::chooseTool(Tool::Transform).isEmpty());
+    EXPECT_TRUE(command::chooseTool(static_cast<Tool>(-1)).isEmpty());
 }
 
 } // namespace

@@ -114,7 +114,7 @@ TEST_P(Override, ErasedEdgesHaveNoDarkLine) {
         const QImage full = view_->renderToImage(size);
         // An upright hole, one aslant and a small one.
         for (const QPoint way : {QPoint(0, 300), {150, 300}, {1, 0}}) {
-            Stroke* stroke = document()->beginStroke(camera, tool::kEraser, Qt::black);
+            Stroke* stroke = document()->beginStroke(camera, Tool::Eraser, Qt::black);
             ASSERT_NE(stroke, nullptr);
             for (const QPoint place : {QPoint(0, 0), way})
                 stroke->points.push_back(

@@ -93,7 +93,7 @@ TEST_F(Loading, TheMenuFollowsTheSettings) {
     unloadPlugin();
     resetSettings();
     settings().mainMenuName = name;
-    settings().activeTool = 5;
+    settings().activeTool = Tool::Arrow;
     settings().ghostNext = true;
     settings().timelineFrameDisplay = 2;
     ASSERT_TRUE(saveSettingsTo(text(QStringLiteral("internalVar -userPrefDir")) +

@@ -55,13 +55,13 @@ TEST_F(SettingsFile, NumbersOutOfRangeFollowTheirRule) {
     EXPECT_EQ(settings().pencilOpacity, 1);
     EXPECT_EQ(settings().ghostPrevCount, 3);
     EXPECT_EQ(settings().ghostNextCount, 3);
-    EXPECT_EQ(settings().activeTool, 1);
+    EXPECT_EQ(settings().activeTool, Tool::Brush);
     EXPECT_EQ(settings().timelineFrameDisplay, 0);
     EXPECT_EQ(settings().defaultLayerState, 0);
 
     load(QStringLiteral("[tools]\nactiveTool=8\nghostPrevCount=9\n"
                         "[preferences]\ndefaultStaticFrameTime=-5000\n"));
-    EXPECT_EQ(settings().activeTool, 8);
+    EXPECT_EQ(settings().activeTool, Tool::Transform);
     EXPECT_EQ(settings().ghostPrevCount, 9);
     EXPECT_EQ(settings().defaultStaticFrameTime, -5000);
 }
@@ -177,7 +177,7 @@ TEST_F(SettingsFile, KeysStandInTheirOrderWhateverTheFileLookedLike) {
               expected.join(QLatin1Char(' ')).toStdString());
     resetSettings();
     loadSettingsFrom(path());
-    EXPECT_EQ(settings().activeTool, 2);
+    EXPECT_EQ(settings().activeTool, Tool::Eraser);
     EXPECT_TRUE(settings().ghostNext);
 }
 
@@ -254,8 +254,9 @@ TEST_F(SettingsFile, DamageNeverReachesWhatIsSaved) {
         file.close();
         resetSettings();
         loadSettingsFrom(path());
-        for (int tool = 0; tool < kDrawToolCount; ++tool) {
-            SCOPED_TRACE("tool " + std::to_string(tool));
+        for (int number = 0; number < kDrawToolCount; ++number) {
+            SCOPED_TRACE("tool " + std::to_string(number));
+            const auto tool = static_cast<Tool>(number);
             EXPECT_GE(toolSize(tool), 1);
             EXPECT_LE(toolSize(tool), 100);
         }
@@ -319,22 +320,26 @@ TEST_F(SettingsFile, UnwritablePlaceIsToldAndLeavesTheFile) {
 }
 
 TEST_F(SettingsFile, ToolOptionsAreClampedPerTool) {
-    for (int tool = 0; tool < kDrawToolCount; ++tool) {
-        const bool shape = tool >= static_cast<int>(Tool::Line);
+    for (int number = 0; number < kDrawToolCount; ++number) {
+        const auto tool = static_cast<Tool>(number);
+        const bool shape = tool >= Tool::Line;
         setToolSize(tool, 1000);
-        EXPECT_EQ(toolSize(tool), shape ? 50 : 100) << tool;
+        EXPECT_EQ(toolSize(tool), shape ? 50 : 100) << number;
         setToolSize(tool, -4);
-        EXPECT_EQ(toolSize(tool), 1) << tool;
+        EXPECT_EQ(toolSize(tool), 1) << number;
         setToolOpacity(tool, 0);
-        EXPECT_EQ(toolOpacity(tool), 1) << tool;
+        EXPECT_EQ(toolOpacity(tool), 1) << number;
         setToolOpacity(tool, 101);
-        EXPECT_EQ(toolOpacity(tool), 100) << tool;
+        EXPECT_EQ(toolOpacity(tool), 100) << number;
         setToolTabletEnabled(tool, true);
-        EXPECT_EQ(toolTabletEnabled(tool), tool <= static_cast<int>(Tool::Eraser)) << tool;
+        EXPECT_EQ(toolTabletEnabled(tool), tool <= Tool::Eraser) << number;
         setToolHardness(tool, 150);
-        EXPECT_EQ(toolHardness(tool), 100) << tool;
+        EXPECT_EQ(toolHardness(tool), 100) << number;
         setToolHardness(tool, -1);
-        EXPECT_EQ(toolHardness(tool), tool == 1 ? 10 : tool == 2 ? 0 : 100) << tool;
+        EXPECT_EQ(toolHardness(tool), tool == Tool::Brush    ? 10
+                                      : tool == Tool::Eraser ? 0
+                                                             : 100)
+            << number;
     }
     EXPECT_EQ(settings().pencilSize, 1) << "options are the settings themselves";
 }

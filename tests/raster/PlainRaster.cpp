@@ -6,6 +6,7 @@
 namespace plain {
 
 using vellum::StrokePoint;
+using vellum::Tool;
 
 namespace {
 
@@ -222,10 +223,10 @@ Table softTable(float radius, float opacity) {
         cut(opacity * 255));
 }
 
-void drawFreehand(QImage& image, const std::vector<StrokePoint>& points, int from, int tool) {
+void drawFreehand(QImage& image, const std::vector<StrokePoint>& points, int from, Tool tool) {
     for (std::size_t i = static_cast<std::size_t>(from); i + 1 < points.size(); ++i) {
-        if (tool != 1)
-            stepped(image, points[i], points[i + 1], tool == 2);
+        if (tool != Tool::Brush)
+            stepped(image, points[i], points[i + 1], tool == Tool::Eraser);
         else if (points[i].width == 1)
             thin(image, points[i], points[i + 1]);
         else

@@ -2,6 +2,7 @@
 // Slow, and the yardstick for the real rasteriser, which must give the same bytes.
 #pragma once
 
+#include "plugin/base/Tool.h"
 #include "tools/raster/StrokePoint.h"
 
 #include <QImage>
@@ -18,6 +19,6 @@ Table hardTable(float radius, float opacity);
 Table softTable(float radius, float opacity);
 
 void drawFreehand(QImage& image, const std::vector<vellum::StrokePoint>& points, int from,
-                  int tool);
+                  vellum::Tool tool);
 
 } // namespace plain

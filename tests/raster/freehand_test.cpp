@@ -62,7 +62,7 @@ TEST(Freehand, EqualsThePlainRulesOnRandomStrokes) {
     };
     constexpr int kSide = 160;
     for (int round = 0; round < 160; ++round) {
-        const int tool = round % 3;
+        const auto tool = static_cast<Tool>(round % 3);
         const int width = round % 4 == 0 ? within(1, 3) : within(1, within(4, 100));
         const bool pressure = within(0, 1) == 1;
         const auto opacity = [&] { return static_cast<float>(within(0, 255)) / 255.0F; };
@@ -74,13 +74,13 @@ TEST(Freehand, EqualsThePlainRulesOnRandomStrokes) {
         if (within(0, 3) == 0) // a click: two samples side by side
             points = {point(points[0].x - 1, points[0].y, width, constant), points[0]};
 
-        QImage fast = canvas(kSide, tool == 2 ? 255 : within(0, 1) * 90);
+        QImage fast = canvas(kSide, tool == Tool::Eraser ? 255 : within(0, 1) * 90);
         QImage slow = fast.copy();
         const QImage before = fast.copy();
         const QRect touched = drawFreehandSegments(fast, points, 0, tool);
         plain::drawFreehand(slow, points, 0, tool);
         ASSERT_EQ(difference(fast, slow), QRect())
-            << "round " << round << ", tool " << tool << ", width " << width;
+            << "round " << round << ", tool " << numberOf(tool) << ", width " << width;
         const QRect changed = difference(before, fast);
         ASSERT_TRUE(changed.isEmpty() || touched.contains(changed)) << "round " << round;
         ASSERT_TRUE(touched.isEmpty() || fast.rect().contains(touched));
@@ -96,8 +96,8 @@ TEST(Freehand, LongLinesInEveryDirectionEqualThePlainRules) {
                 point(200 + direction.x(), 200 + direction.y(), width, 0.9F),
                 point(200 + direction.x(), 200 - direction.y(), width, 0.9F)};
             QImage fast = canvas(520), slow = canvas(520);
-            drawFreehandSegments(fast, points, 0, tool::kBrush);
-            plain::drawFreehand(slow, points, 0, tool::kBrush);
+            drawFreehandSegments(fast, points, 0, Tool::Brush);
+            plain::drawFreehand(slow, points, 0, Tool::Brush);
             ASSERT_EQ(difference(fast, slow), QRect())
                 << width << " towards " << direction.x() << ", " << direction.y();
         }
@@ -124,8 +124,8 @@ TEST(Freehand, LinesOfOneOpacityEqualThePlainRules) {
                 point(start.x() + way.y(), start.y() + way.x(), width, opacity)};
             QImage fast = canvas(kSide, round % 3 * 60);
             QImage slow = fast.copy();
-            drawFreehandSegments(fast, points, round % 2, tool::kBrush);
-            plain::drawFreehand(slow, points, round % 2, tool::kBrush);
+            drawFreehandSegments(fast, points, round % 2, Tool::Brush);
+            plain::drawFreehand(slow, points, round % 2, Tool::Brush);
             ASSERT_EQ(difference(fast, slow), QRect())
                 << width << " from " << start.x() << ", " << start.y() << " by " << way.x() << ", "
                 << way.y() << " at " << opacity;
@@ -137,11 +137,11 @@ TEST(Freehand, LinesOfOneOpacityEqualThePlainRules) {
 TEST(Freehand, DrawnPieceByPieceEqualsDrawnAtOnce) {
     std::mt19937 random(7);
     std::uniform_int_distribution<int> place(-20, 320);
-    for (const int tool : {tool::kPencil, tool::kBrush, tool::kEraser}) {
+    for (const Tool tool : {Tool::Pencil, Tool::Brush, Tool::Eraser}) {
         std::vector<StrokePoint> points;
         for (int i = 0; i < 9; ++i)
             points.push_back(point(place(random), place(random), 23, 0.2F + 0.07F * float(i)));
-        QImage whole = canvas(300, tool == tool::kEraser ? 200 : 0);
+        QImage whole = canvas(300, tool == Tool::Eraser ? 200 : 0);
         QImage pieces = whole.copy();
         drawFreehandSegments(whole, points, 0, tool);
         for (std::size_t count = 1; count <= points.size(); ++count) {
@@ -149,20 +149,20 @@ TEST(Freehand, DrawnPieceByPieceEqualsDrawnAtOnce) {
                                                  points.begin() + std::ptrdiff_t(count));
             drawFreehandSegments(pieces, sofar, std::max(int(count) - 2, 0), tool);
         }
-        EXPECT_EQ(difference(whole, pieces), QRect()) << "tool " << tool;
+        EXPECT_EQ(difference(whole, pieces), QRect()) << "tool " << numberOf(tool);
     }
 }
 
 TEST(Freehand, HardDabByHand) {
     // Width 2: the block of four, the point at its lower right.
     QImage two = canvas(16);
-    drawFreehandSegments(two, {point(8, 8, 2), point(8, 8, 2)}, 0, tool::kPencil);
+    drawFreehandSegments(two, {point(8, 8, 2), point(8, 8, 2)}, 0, Tool::Pencil);
     EXPECT_EQ(map(two, QRect(6, 6, 4, 4)),
               (Rows{" . . . .", " . ff ff .", " . ff ff .", " . . . ."}));
     // Width 3, radius 1.5: i = 0 reaches 1 and covers half of the next cell (0x7f); i = 1 reaches
     // sqrt(1.25) = 1.118, so the diagonal's neighbours get 0.118 x 255 = 30 (0x1e).
     QImage three = canvas(16);
-    drawFreehandSegments(three, {point(8, 8, 3), point(8, 8, 3)}, 0, tool::kPencil);
+    drawFreehandSegments(three, {point(8, 8, 3), point(8, 8, 3)}, 0, Tool::Pencil);
     EXPECT_EQ(map(three, QRect(6, 6, 5, 5)),
               (Rows{" . 1e 7f 1e .", " 1e ff ff ff 1e", " 7f ff ff ff 7f", " 1e ff ff ff 1e",
                     " . 1e 7f 1e ."}));
@@ -174,7 +174,7 @@ TEST(Freehand, SoftDabByHand) {
     // twice by half at the ends of a line without length: 102 in the centre, just below 68 beside
     // it and 34 two away, so 67 and 33, and in the corners 1 - sqrt(8) / 3 = 0.057 of 102.
     QImage image = canvas(16);
-    drawFreehandSegments(image, {point(8, 8, 4), point(8, 8, 4)}, 0, tool::kBrush);
+    drawFreehandSegments(image, {point(8, 8, 4), point(8, 8, 4)}, 0, Tool::Brush);
     EXPECT_EQ(alpha(image, 8, 8), 204);
     EXPECT_EQ(alpha(image, 9, 8), alpha(image, 8, 7));
     EXPECT_EQ(alpha(image, 9, 8), 102 + 33 + 33);
@@ -189,13 +189,13 @@ TEST(Freehand, SoftDabByHand) {
 TEST(Freehand, ABrushStrokeBeginsWithAFullDab) {
     QImage image = canvas(64);
     const StrokePoint here = point(32, 32, 20, 0.5F);
-    drawFreehandSegments(image, {here, here}, 0, tool::kBrush);
+    drawFreehandSegments(image, {here, here}, 0, Tool::Brush);
     EXPECT_EQ(alpha(image, 32, 32), 127);
     EXPECT_EQ(alpha(image, 41, 32), 63 + 6 + 6); // 1 - 9/10 of 127 is 12
     EXPECT_EQ(alpha(image, 42, 32), 63);
     EXPECT_EQ(alpha(image, 43, 32), 0);
     QImage border = canvas(64);
-    drawFreehandSegments(border, {point(-9, 40, 20), point(-9, 40, 20)}, 0, tool::kBrush);
+    drawFreehandSegments(border, {point(-9, 40, 20), point(-9, 40, 20)}, 0, Tool::Brush);
     // Five rows up the disc reaches sqrt(100 - 25) = 8.66: 0.66 (0xa8) of the column 9 away.
     EXPECT_EQ(map(border, QRect(0, 34, 2, 4)), (Rows{" . .", " a8 .", " ff 2a", " ff 89"}));
 }
@@ -203,12 +203,12 @@ TEST(Freehand, ABrushStrokeBeginsWithAFullDab) {
 TEST(Freehand, WhatIsNoNumberDrawsNothing) {
     const float none = std::numeric_limits<float>::quiet_NaN();
     for (const int width : {1, 8, 40}) {
-        for (const int tool : {tool::kPencil, tool::kBrush, tool::kEraser}) {
-            QImage image = canvas(64, tool == tool::kEraser && width > 1 ? 200 : 0);
+        for (const Tool tool : {Tool::Pencil, Tool::Brush, Tool::Eraser}) {
+            QImage image = canvas(64, tool == Tool::Eraser && width > 1 ? 200 : 0);
             const QImage before = image.copy();
             drawFreehandSegments(image, {point(20, 20, width, none), point(40, 30, width, none)}, 0,
                                  tool);
-            EXPECT_EQ(difference(before, image), QRect()) << width << ", tool " << tool;
+            EXPECT_EQ(difference(before, image), QRect()) << width << ", tool " << numberOf(tool);
         }
     }
 }
@@ -216,19 +216,19 @@ TEST(Freehand, WhatIsNoNumberDrawsNothing) {
 TEST(Freehand, ThinLineByHand) {
     // From (2, 2) to (6, 3): quarter steps down; half weight at the ends, the first pixel whole.
     QImage image = canvas(12);
-    drawFreehandSegments(image, {point(2, 2, 1), point(6, 3, 1)}, 0, tool::kBrush);
+    drawFreehandSegments(image, {point(2, 2, 1), point(6, 3, 1)}, 0, Tool::Brush);
     const Rows expected = {" . . . . . . .", " . ff bf 7f 3f . .", " . . 3f 7f bf 7f .",
                            " . . . . . . ."};
     EXPECT_EQ(map(image, QRect(1, 1, 7, 4)), expected);
     QImage growing = canvas(12); // a segment has the width of where it begins
-    drawFreehandSegments(growing, {point(2, 2, 1), point(6, 3, 9)}, 0, tool::kBrush);
+    drawFreehandSegments(growing, {point(2, 2, 1), point(6, 3, 9)}, 0, Tool::Brush);
     EXPECT_EQ(map(growing, QRect(1, 1, 7, 4)), expected);
 }
 
 TEST(Freehand, SingleColumnMarginOfWidthOne) {
-    for (const int tool : {tool::kPencil, tool::kEraser}) {
-        SCOPED_TRACE("tool " + std::to_string(tool));
-        QImage image = canvas(64, tool == tool::kEraser ? 255 : 0);
+    for (const Tool tool : {Tool::Pencil, Tool::Eraser}) {
+        SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
+        QImage image = canvas(64, tool == Tool::Eraser ? 255 : 0);
         const QImage before = image.copy();
         drawFreehandSegments(image, {point(0, 5, 1), point(0, 50, 1)}, 0, tool);
         EXPECT_EQ(difference(before, image), QRect());
@@ -236,7 +236,7 @@ TEST(Freehand, SingleColumnMarginOfWidthOne) {
         EXPECT_EQ(difference(before, image), QRect(1, 0, 9, 1));
     }
     QImage wide = canvas(64); // dabs do reach the first column
-    drawFreehandSegments(wide, {point(0, 5, 4), point(0, 50, 4)}, 0, tool::kPencil);
+    drawFreehandSegments(wide, {point(0, 5, 4), point(0, 50, 4)}, 0, Tool::Pencil);
     EXPECT_EQ(alpha(wide, 0, 20), 255);
 }
 
@@ -245,7 +245,7 @@ TEST(Freehand, SpacingAndOpacityAlongAPencilLine) {
     // last dab lies at 60, the one before at 57 with 57/60 of 255.
     QImage image = canvas(160);
     drawFreehandSegments(image, {point(50, 80, 30, 0.0F), point(110, 80, 30, 1.0F)}, 0,
-                         tool::kPencil);
+                         Tool::Pencil);
     EXPECT_GE(alpha(image, 124, 80), 254); // 110 + 14; sixty additions may fall just short of 1
     EXPECT_EQ(alpha(image, 94, 80), 242);  // last reached by the dab at 107: 107 - 13
     EXPECT_EQ(alpha(image, 34, 80), 0);
@@ -256,13 +256,13 @@ TEST(Freehand, CeilingHoldsAndEraserIsNotGraded) {
     std::vector<StrokePoint> there;
     for (int i = 0; i < 20; ++i)
         there.push_back(point(i % 2 == 0 ? 40 : 160, 100, 40, 0.5F));
-    drawFreehandSegments(image, there, 0, tool::kBrush);
+    drawFreehandSegments(image, there, 0, Tool::Brush);
     EXPECT_EQ(alpha(image, 100, 100), 127);
     drawFreehandSegments(image, {point(40, 100, 40, 0.2F), point(160, 100, 40, 0.2F)}, 0,
-                         tool::kBrush);
+                         Tool::Brush);
     EXPECT_EQ(alpha(image, 100, 100), 127); // a weaker pass darkens nothing
     drawFreehandSegments(image, {point(40, 100, 10, 0.5F), point(160, 100, 10, 0.5F)}, 0,
-                         tool::kEraser);
+                         Tool::Eraser);
     EXPECT_EQ(alpha(image, 100, 100), 0);
     EXPECT_EQ(alpha(image, 100, 110), 127);
 }
@@ -270,13 +270,14 @@ TEST(Freehand, CeilingHoldsAndEraserIsNotGraded) {
 TEST(Freehand, NothingToDrawTouchesNothing) {
     QImage image = canvas(64);
     const std::vector<StrokePoint> two = {point(5, 5, 8), point(9, 9, 8)};
-    EXPECT_EQ(drawFreehandSegments(image, {}, 0, tool::kBrush), QRect());
-    EXPECT_EQ(drawFreehandSegments(image, {two[0]}, 0, tool::kBrush), QRect());
-    EXPECT_EQ(drawFreehandSegments(image, two, 1, tool::kBrush), QRect());
-    EXPECT_EQ(drawFreehandSegments(image, two, 0, tool::kLine), QRect());
+    EXPECT_EQ(drawFreehandSegments(image, {}, 0, Tool::Brush), QRect());
+    EXPECT_EQ(drawFreehandSegments(image, {two[0]}, 0, Tool::Brush), QRect());
+    EXPECT_EQ(drawFreehandSegments(image, two, 1, Tool::Brush), QRect());
+    EXPECT_EQ(drawFreehandSegments(image, two, 0, Tool::Line), QRect());
     const int far = 1 << 30;
-    EXPECT_EQ(drawFreehandSegments(image, {point(far, far, 8), point(far, far - 9, 8)}, 0, 0),
-              QRect());
+    EXPECT_EQ(
+        drawFreehandSegments(image, {point(far, far, 8), point(far, far - 9, 8)}, 0, Tool::Pencil),
+        QRect());
     EXPECT_EQ(difference(image, canvas(64)), QRect());
 }
 
@@ -317,7 +318,7 @@ TEST(BrushStamp, ThinBrushesAreBuiltWiderAndFainter) {
         QImage image = canvas(64);
         const int ends = 2; // half a dab each; without the dab that begins a stroke
         const StrokePoint here = point(32, 32, width);
-        drawFreehandSegments(image, {here, here, here}, 1, tool::kBrush);
+        drawFreehandSegments(image, {here, here, here}, 1, Tool::Brush);
         const int once = static_cast<int>(expected * 255.0F);
         EXPECT_EQ(alpha(image, 32, 41), ends * (once / 2)) << width;
     }

@@ -36,13 +36,13 @@ Rows map(const QImage& image, QRect area) {
     return rows;
 }
 
-QImage pencil(StrokePoint from, StrokePoint to, int tool = tool::kPencil, int below = 0) {
+QImage pencil(StrokePoint from, StrokePoint to, Tool tool = Tool::Pencil, int below = 0) {
     QImage image = canvas(below);
     drawFreehandSegments(image, {from, to}, 0, tool);
     return image;
 }
 
-QImage shape(int tool, QPoint from, QPoint to, int width) {
+QImage shape(Tool tool, QPoint from, QPoint to, int width) {
     QImage image = canvas();
     Stroke stroke;
     stroke.tool = tool;
@@ -73,7 +73,7 @@ TEST(PixelMaps, OpacityMovesWithEveryStepAlongAnAxis) {
     const StrokePoint to = point(8, 4, 1, 1.0F);
     EXPECT_EQ(map(pencil(from, to), QRect(2, 2, 7, 3)),
               (Rows{" . 1f . . . . .", " . . 5f 7f 9f . .", " . . . . . df ff"}));
-    EXPECT_EQ(map(pencil(from, to, tool::kPencil, 0x70), QRect(2, 2, 7, 3)),
+    EXPECT_EQ(map(pencil(from, to, Tool::Pencil, 0x70), QRect(2, 2, 7, 3)),
               (Rows{" 70 70 70 70 70 70 70", " 70 70 70 7f 9f 70 70", " 70 70 70 70 70 df ff"}));
 }
 
@@ -95,28 +95,28 @@ TEST(PixelMaps, DabsAreCutOffAtTheBorders) {
 
 TEST(PixelMaps, TheEraserTakesTheFaintRimAsWell) {
     EXPECT_EQ(
-        map(pencil(point(8, 8, 3, 0.1F), point(8, 8, 3, 0.1F), tool::kEraser, 255),
+        map(pencil(point(8, 8, 3, 0.1F), point(8, 8, 3, 0.1F), Tool::Eraser, 255),
             QRect(5, 5, 7, 7)),
         (Rows{" ff ff ff ff ff ff ff", " ff ff . . . ff ff", " ff . . . . . ff", " ff . . . . . ff",
               " ff . . . . . ff", " ff ff . . . ff ff", " ff ff ff ff ff ff ff"}));
-    EXPECT_EQ(map(pencil(point(3, 3, 1), point(5, 3, 1), tool::kEraser, 255), QRect(2, 3, 5, 1)),
+    EXPECT_EQ(map(pencil(point(3, 3, 1), point(5, 3, 1), Tool::Eraser, 255), QRect(2, 3, 5, 1)),
               (Rows{" ff . . . ff"}));
 }
 
 // The end the stroke begins at is whole, whichever way the line is walked.
 TEST(PixelMaps, ThinBrushLinesInBothDirections) {
-    EXPECT_EQ(map(pencil(point(6, 3, 1), point(2, 2, 1), tool::kBrush), QRect(1, 2, 7, 2)),
+    EXPECT_EQ(map(pencil(point(6, 3, 1), point(2, 2, 1), Tool::Brush), QRect(1, 2, 7, 2)),
               (Rows{" . 7f bf 7f 3f . .", " . . 3f 7f bf ff ."}));
-    EXPECT_EQ(map(pencil(point(2, 6, 1), point(3, 2, 1), tool::kBrush), QRect(2, 1, 3, 7)),
+    EXPECT_EQ(map(pencil(point(2, 6, 1), point(3, 2, 1), Tool::Brush), QRect(2, 1, 3, 7)),
               (Rows{" . . .", " . 7f .", " 3f bf .", " 7f 7f .", " bf 3f .", " ff . .", " . . ."}));
     EXPECT_EQ(
-        map(pencil(point(0, 0, 1, 0.5F), point(0, 3, 1, 0.5F), tool::kBrush), QRect(0, 0, 2, 5)),
+        map(pencil(point(0, 0, 1, 0.5F), point(0, 3, 1, 0.5F), Tool::Brush), QRect(0, 0, 2, 5)),
         (Rows{" 7f .", " 7f .", " 7f .", " 3f .", " . ."}))
         << "no margin at the left for the brush";
 }
 
 TEST(PixelMaps, ShapesOfTwoPixelsStandOnTheirOutline) {
-    const QImage box = shape(tool::kRectangle, {4, 4}, {12, 10}, 2);
+    const QImage box = shape(Tool::Rectangle, {4, 4}, {12, 10}, 2);
     const Rows rows = map(box, QRect(3, 3, 10, 8));
     for (const std::size_t y : {std::size_t(0), std::size_t(7)}) {
         for (int x = 4; x < 12; ++x)
@@ -127,7 +127,7 @@ TEST(PixelMaps, ShapesOfTwoPixelsStandOnTheirOutline) {
     for (const QPoint corner : {QPoint(3, 3), {12, 3}, {3, 10}, {12, 10}})
         EXPECT_NEAR(alpha(box, corner.x(), corner.y()), 127, 2) << "bevelled";
 
-    const QImage line = shape(tool::kLine, {4, 8}, {11, 8}, 2);
+    const QImage line = shape(Tool::Line, {4, 8}, {11, 8}, 2);
     EXPECT_EQ(map(line, QRect(4, 6, 7, 4)), (Rows{" . . . . . . .", " ff ff ff ff ff ff ff",
                                                   " ff ff ff ff ff ff ff", " . . . . . . ."}));
     for (const QPoint cap : {QPoint(3, 7), {3, 8}, {11, 7}, {11, 8}})
@@ -135,7 +135,7 @@ TEST(PixelMaps, ShapesOfTwoPixelsStandOnTheirOutline) {
             << "a quarter of a circle at " << cap.x() << ", " << cap.y();
     EXPECT_EQ(alpha(line, 12, 8), 0);
 
-    const QImage ring = shape(tool::kEllipse, {12, 3}, {4, 13}, 2); // corners in any order
+    const QImage ring = shape(Tool::Ellipse, {12, 3}, {4, 13}, 2); // corners in any order
     for (const QPoint on : {QPoint(8, 2), {8, 3}, {3, 8}, {4, 8}, {11, 8}, {12, 8}, {8, 13}})
         EXPECT_GT(alpha(ring, on.x(), on.y()), 200) << on.x() << ", " << on.y();
     for (const QPoint off : {QPoint(8, 8), {3, 3}, {12, 12}, {8, 5}, {6, 8}})

@@ -16,7 +16,7 @@ using pixels::alpha;
 
 namespace {
 
-Stroke shape(int tool, QPoint from, QPoint to, int width = 4, float opacity = 1.0F) {
+Stroke shape(Tool tool, QPoint from, QPoint to, int width = 4, float opacity = 1.0F) {
     Stroke stroke;
     stroke.tool = tool;
     stroke.color = QColor(200, 40, 10);
@@ -27,7 +27,7 @@ Stroke shape(int tool, QPoint from, QPoint to, int width = 4, float opacity = 1.
 
 Stroke text(const QString& string, int size = 30) {
     Stroke stroke;
-    stroke.tool = tool::kText;
+    stroke.tool = Tool::Text;
     stroke.color = Qt::blue;
     stroke.fontFamily = QStringLiteral("DejaVu Sans");
     stroke.text = string;
@@ -76,14 +76,14 @@ TEST(Shapes, ArrowHeadLengthAndAngle) {
 
 TEST(Shapes, GeometryAndReportedRectangle) {
     const struct {
-        int tool;
+        Tool tool;
         QPoint inside; // painted
         QPoint outside;
     } cases[] = {
-        {tool::kLine, {200, 200}, {200, 260}},
-        {tool::kArrow, {200, 200}, {100, 160}},
-        {tool::kEllipse, {200, 100}, {200, 200}},
-        {tool::kRectangle, {100, 150}, {200, 200}},
+        {Tool::Line, {200, 200}, {200, 260}},
+        {Tool::Arrow, {200, 200}, {100, 160}},
+        {Tool::Ellipse, {200, 100}, {200, 200}},
+        {Tool::Rectangle, {100, 150}, {200, 200}},
     };
     for (const auto& c : cases) {
         for (const bool swapped : {false, true}) {
@@ -92,26 +92,27 @@ TEST(Shapes, GeometryAndReportedRectangle) {
             const QPoint a(100, 100), b(300, 300);
             const QRect painted =
                 drawShape(image, swapped ? shape(c.tool, b, a) : shape(c.tool, a, b), true);
-            EXPECT_GT(alpha(image, c.inside.x(), c.inside.y()), 200) << c.tool;
-            EXPECT_EQ(alpha(image, c.outside.x(), c.outside.y()), 0) << c.tool;
-            EXPECT_TRUE(painted.contains(inked(image))) << c.tool;
+            EXPECT_GT(alpha(image, c.inside.x(), c.inside.y()), 200) << numberOf(c.tool);
+            EXPECT_EQ(alpha(image, c.outside.x(), c.outside.y()), 0) << numberOf(c.tool);
+            EXPECT_TRUE(painted.contains(inked(image))) << numberOf(c.tool);
         }
     }
 }
 
 TEST(Shapes, PenOpacityIsCutToAByte) {
     QImage image = blankCanvas();
-    drawShape(image, shape(tool::kLine, {100, 500}, {900, 500}, 10, 0.5F), true);
+    drawShape(image, shape(Tool::Line, {100, 500}, {900, 500}, 10, 0.5F), true);
     EXPECT_EQ(alpha(image, 500, 500), 127);
     EXPECT_NEAR(image.pixelColor(500, 500).red(), 200, 1); // painted premultiplied
 }
 
 TEST(Shapes, LinesAndArrowsEndRound) {
-    for (const int tool : {tool::kLine, tool::kArrow}) {
+    for (const Tool tool : {Tool::Line, Tool::Arrow}) {
         QImage image = blankCanvas();
         drawShape(image, shape(tool, {100, 100}, {300, 100}, 20), true);
-        EXPECT_EQ(alpha(image, 91, 100), 255) << tool;
-        EXPECT_EQ(alpha(image, 91, 91), 0) << tool << ": beyond the circle around the end";
+        EXPECT_EQ(alpha(image, 91, 100), 255) << numberOf(tool);
+        EXPECT_EQ(alpha(image, 91, 91), 0)
+            << numberOf(tool) << ": beyond the circle around the end";
     }
 }
 
@@ -122,7 +123,7 @@ TEST(Shapes, AnArrowIsAShaftAndTwoStrokesFromItsTip) {
         const int way = forward ? 1 : -1;
         const QPoint tip(500, 500), tail(500 - way * 300, 500);
         QImage image = blankCanvas();
-        const QRect painted = drawShape(image, shape(tool::kArrow, tail, tip), true);
+        const QRect painted = drawShape(image, shape(Tool::Arrow, tail, tip), true);
         for (const int side : {-1, 1}) {
             SCOPED_TRACE("side " + std::to_string(side));
             EXPECT_GT(alpha(image, 500 - way * 31, 500 + side * 23), 200) << "its end";
@@ -137,7 +138,7 @@ TEST(Shapes, AnArrowIsAShaftAndTwoStrokesFromItsTip) {
 TEST(Shapes, TooFewPointsOnlyClear) {
     QImage image = blankCanvas();
     image.fill(Qt::red);
-    Stroke one = shape(tool::kEllipse, {5, 5}, {9, 9});
+    Stroke one = shape(Tool::Ellipse, {5, 5}, {9, 9});
     one.points.resize(1);
     EXPECT_EQ(drawShape(image, one, true), QRect());
     EXPECT_EQ(inked(image), QRect());
@@ -248,7 +249,7 @@ TEST(Shapes, TextIsTheSameWhateverTheSurroundings) {
     frame.setDotsPerMeterX(12000);
     frame.setDotsPerMeterY(12000);
     QImage canvas;
-    Stroke eraser = shape(tool::kEraser, {10, 10}, {20, 20});
+    Stroke eraser = shape(Tool::Eraser, {10, 10}, {20, 20});
     prepareStrokeImage(canvas, eraser, frame);
     drawShape(canvas, eraser, false); // no longer shares the frame's pixels
     Stroke written = text(QStringLiteral("Hxg\nab"));
@@ -256,7 +257,7 @@ TEST(Shapes, TextIsTheSameWhateverTheSurroundings) {
     drawShape(canvas, written, false);
     EXPECT_EQ(inked(canvas), inked(expected));
 
-    Stroke faint = shape(tool::kLine, {100, 500}, {900, 500});
+    Stroke faint = shape(Tool::Line, {100, 500}, {900, 500});
     faint.points[0].opacity = std::nanf("");
     drawShape(canvas, faint, true);
     EXPECT_TRUE(inked(canvas).isEmpty());
@@ -265,33 +266,33 @@ TEST(Shapes, TextIsTheSameWhateverTheSurroundings) {
 TEST(StrokeImage, IsPreparedByTool) {
     QImage frame = blankCanvas();
     frame.fill(QColor(1, 2, 3, 200));
-    Stroke stroke = shape(tool::kBrush, {10, 10}, {20, 20});
+    Stroke stroke = shape(Tool::Brush, {10, 10}, {20, 20});
     stroke.lastDrawnIndex = 5;
     QImage image;
     prepareStrokeImage(image, stroke, frame);
     EXPECT_EQ(stroke.lastDrawnIndex, 0);
     const uchar expected[4] = {200, 40, 10, 0};
     EXPECT_TRUE(std::equal(expected, expected + 4, image.constScanLine(700)));
-    stroke.tool = tool::kEraser;
+    stroke.tool = Tool::Eraser;
     prepareStrokeImage(image, stroke, frame);
     EXPECT_EQ(image, frame);
     EXPECT_TRUE(strokeReplacesFrame(stroke));
-    stroke.tool = tool::kTransform;
+    stroke.tool = Tool::Transform;
     prepareStrokeImage(image, stroke, frame);
     EXPECT_EQ(image, blankCanvas());
     EXPECT_TRUE(strokeReplacesFrame(stroke));
     EXPECT_EQ(frame.pixelColor(5, 5), QColor(1, 2, 3, 200));
-    stroke.tool = tool::kEraser; // over a frame without a picture
+    stroke.tool = Tool::Eraser; // over a frame without a picture
     prepareStrokeImage(image, stroke, {});
     EXPECT_EQ(image, blankCanvas());
-    for (const int number : {tool::kPencil, tool::kBrush, tool::kText, tool::kRectangle}) {
-        stroke.tool = number;
-        EXPECT_FALSE(strokeReplacesFrame(stroke)) << number;
+    for (const Tool tool : {Tool::Pencil, Tool::Brush, Tool::Text, Tool::Rectangle}) {
+        stroke.tool = tool;
+        EXPECT_FALSE(strokeReplacesFrame(stroke)) << numberOf(tool);
     }
 }
 
 TEST(StrokeImage, UpdatesOnlyWhatIsNew) {
-    Stroke stroke = shape(tool::kPencil, {100, 100}, {150, 100}, 8);
+    Stroke stroke = shape(Tool::Pencil, {100, 100}, {150, 100}, 8);
     QImage image;
     prepareStrokeImage(image, stroke, {});
     stroke.dirty = true;

@@ -130,9 +130,9 @@ void ToolSession::drawTo(QPoint from, QPoint to) {
     press();
     const Stroke* stroke = document()->currentStroke();
     ASSERT_NE(stroke, nullptr);
-    const bool text = stroke->tool == tool::kText;
+    const bool text = stroke->tool == Tool::Text;
     ASSERT_TRUE(waitFor([&] { return sampled() == (text ? 1U : 2U); }))
-        << sampled() << " samples of tool " << stroke->tool;
+        << sampled() << " samples of tool " << static_cast<int>(stroke->tool);
     const StrokePoint before = document()->currentStroke()->points.back();
     moveTo(to);
     ASSERT_TRUE(waitFor([&] {

@@ -21,7 +21,7 @@ class Drawing : public ToolSession {
 protected:
     void SetUp() override {
         ToolSession::SetUp();
-        settings().activeTool = tool::kPencil;
+        settings().activeTool = Tool::Pencil;
         settings().pencilSize = 12;
         settings().activeColor = QColor(250, 120, 10);
         activateDrawTool();
@@ -63,14 +63,14 @@ protected:
 };
 
 TEST_F(Drawing, ClickLeavesADabUnderThePointer) {
-    for (const int tool : {tool::kPencil, tool::kBrush}) {
-        SCOPED_TRACE("tool " + std::to_string(tool));
+    for (const Tool tool : {Tool::Pencil, Tool::Brush}) {
+        SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
         settings().activeTool = tool;
         moveTo({200, 150});
         press();
         release();
         const QPoint pixel = imagePixel({200, 150});
-        EXPECT_GT(alphaAt(pixel), 60) << "tool " << tool;
+        EXPECT_GT(alphaAt(pixel), 60) << "tool " << numberOf(tool);
         EXPECT_EQ(alphaAt(pixel + QPoint(40, 0)), 0);
         ASSERT_TRUE(run(QStringLiteral("undo")));
         EXPECT_EQ(document()->cameraLayerCount(camera), 0);
@@ -89,7 +89,7 @@ TEST_F(Drawing, StrokeFollowsAndIsUndoneAndRedone) {
     ASSERT_TRUE(run(QStringLiteral("redo")));
     EXPECT_EQ(picture(), drawn);
 
-    settings().activeTool = tool::kEraser;
+    settings().activeTool = Tool::Eraser;
     stroke({{80, 100}, {120, 100}});
     EXPECT_EQ(alphaAt(imagePixel({100, 100})), 0);
     ASSERT_TRUE(run(QStringLiteral("undo")));
@@ -97,7 +97,7 @@ TEST_F(Drawing, StrokeFollowsAndIsUndoneAndRedone) {
 }
 
 TEST_F(Drawing, PointsAreTheVeryDevicePixels) {
-    settings().activeTool = tool::kLine; // keeps press and present position, unsmoothed
+    settings().activeTool = Tool::Line; // keeps press and present position, unsmoothed
     const QPoint from(101, 77);
     const QPoint to(250, 203);
     moveTo(from);
@@ -140,7 +140,7 @@ TEST_F(Drawing, EraserEndErasesWithoutChangingTheTool) {
     press();
     release();
     EXPECT_EQ(alphaAt(imagePixel({150, 100})), 0);
-    EXPECT_EQ(settings().activeTool, tool::kPencil);
+    EXPECT_EQ(settings().activeTool, Tool::Pencil);
     EXPECT_FALSE(pluginState().tabletEraser);
 }
 
@@ -169,7 +169,7 @@ TEST_F(Drawing, SizeAndOpacityDrags) {
 }
 
 TEST_F(Drawing, TextIsTypedAndCommittedByTheNextPress) {
-    settings().activeTool = tool::kText;
+    settings().activeTool = Tool::Text;
     settings().textFontFamily = QStringLiteral("DejaVu Sans");
     settings().textSize = 40;
     moveTo({150, 120});
@@ -182,7 +182,7 @@ TEST_F(Drawing, TextIsTypedAndCommittedByTheNextPress) {
         key(code, false);
     }
     EXPECT_EQ(document()->currentStroke()->text, QStringLiteral("hb"));
-    settings().activeTool = tool::kPencil;
+    settings().activeTool = Tool::Pencil;
     moveTo({300, 300});
     press();
     EXPECT_NE(picture(), QImage());

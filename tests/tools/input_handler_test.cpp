@@ -144,7 +144,7 @@ TEST_F(InputHandler, DrawMenu) {
     document()->addLayer(camera, 0, QStringLiteral("Fish & chips"));
     document()->addLayer(camera, 1, QStringLiteral("Top"));
     document()->setActiveLayer(camera, 1, true);
-    settings().activeTool = 4;
+    settings().activeTool = Tool::Line;
     settings().ghostNext = true;
     const std::unique_ptr<QMenu> menu(handler.makeDrawMenu(window.get()));
     EXPECT_EQ(labels(*menu),

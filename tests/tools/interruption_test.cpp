@@ -20,7 +20,7 @@ class Interrupted : public ToolSession {
 protected:
     void SetUp() override {
         ToolSession::SetUp();
-        settings().activeTool = tool::kPencil;
+        settings().activeTool = Tool::Pencil;
         settings().pencilSize = 12;
         activateDrawTool();
     }
@@ -52,19 +52,19 @@ protected:
 };
 
 TEST_F(Interrupted, UndoUnderThePointer) {
-    for (const int number : {tool::kPencil, tool::kEraser}) {
-        SCOPED_TRACE(number);
-        settings().activeTool = tool::kPencil;
+    for (const Tool tool : {Tool::Pencil, Tool::Eraser}) {
+        SCOPED_TRACE(numberOf(tool));
+        settings().activeTool = Tool::Pencil;
         stroke(100);
         stroke(200);
-        settings().activeTool = number;
+        settings().activeTool = tool;
         drag(100);
         ASSERT_TRUE(run(QStringLiteral("undo"))); // the stroke at 200
         release();
         nothingIsStuck();
         EXPECT_EQ(inkAt(200), 0);
-        EXPECT_EQ(inkAt(100), number == tool::kEraser ? 0 : 255);
-        settings().activeTool = tool::kPencil;
+        EXPECT_EQ(inkAt(100), tool == Tool::Eraser ? 0 : 255);
+        settings().activeTool = Tool::Pencil;
         stroke(300);
         EXPECT_EQ(inkAt(300), 255);
         ASSERT_TRUE(run(QStringLiteral("file -f -new")));

@@ -22,7 +22,7 @@ class Mishaps : public ToolSession {
 protected:
     void SetUp() override {
         ToolSession::SetUp();
-        settings().activeTool = tool::kPencil;
+        settings().activeTool = Tool::Pencil;
         settings().pencilSize = 20;
         window->move(0, 0);
         activateDrawTool();
@@ -36,11 +36,11 @@ protected:
     }
     // The next stroke is like any other.
     void drawsOn(int row) {
-        const int size = toolSize(tool::kPencil);
+        const int size = toolSize(Tool::Pencil);
         drawLine({100, row}, {200, row});
         nothingIsStuck();
         EXPECT_EQ(inkAt({150, row}), 255) << "in row " << row;
-        EXPECT_EQ(toolSize(tool::kPencil), size) << "after drawing in row " << row;
+        EXPECT_EQ(toolSize(Tool::Pencil), size) << "after drawing in row " << row;
     }
 
     support::Hand other;
@@ -184,7 +184,7 @@ TEST_F(Mishaps, SizeKeyReleasedOnAMenuIsNotHeldAfterwards) {
 }
 
 TEST_F(Mishaps, ANumberThatIsNoToolMakesNothing) {
-    settings().activeTool = 8; // a settings file may say so
+    settings().activeTool = Tool::Transform; // a settings file may say so
     errors.clear();
     moveTo({100, 100});
     press();
@@ -196,7 +196,7 @@ TEST_F(Mishaps, ANumberThatIsNoToolMakesNothing) {
 }
 
 TEST_F(Mishaps, TabWhileTypingStaysInTheText) {
-    settings().activeTool = tool::kText;
+    settings().activeTool = Tool::Text;
     moveTo({150, 120});
     press();
     ASSERT_TRUE(waitFor([this] { return sampled() == 1; }));

@@ -48,7 +48,7 @@ protected:
     // The picture of one stroke on an empty scene, which is undone again.
     QImage drawn() {
         drawLine(kFrom, kTo);
-        if (settings().activeTool == tool::kText)
+        if (settings().activeTool == Tool::Text)
             type({Qt::Key_H, Qt::Key_Escape});
         const QImage image = picture();
         EXPECT_EQ(document()->currentStroke(), nullptr);
@@ -61,16 +61,16 @@ protected:
 };
 
 TEST_F(Options, SizeOpacityAndColor) {
-    for (const int number :
-         {tool::kPencil, tool::kBrush, tool::kText, tool::kLine, tool::kArrow, tool::kRectangle}) {
-        SCOPED_TRACE(number);
-        settings().activeTool = number;
-        setToolSize(number, 8);
-        setToolOpacity(number, 100);
+    for (const Tool tool :
+         {Tool::Pencil, Tool::Brush, Tool::Text, Tool::Line, Tool::Arrow, Tool::Rectangle}) {
+        SCOPED_TRACE(numberOf(tool));
+        settings().activeTool = tool;
+        setToolSize(tool, 8);
+        setToolOpacity(tool, 100);
         const Ink thin = inkOf(drawn());
-        setToolSize(number, 40);
+        setToolSize(tool, 40);
         const Ink thick = inkOf(drawn());
-        setToolOpacity(number, 40);
+        setToolOpacity(tool, 40);
         settings().activeColor = QColor(20, 90, 200);
         const Ink faint = inkOf(drawn());
         settings().activeColor = QColor(250, 120, 10);
@@ -79,44 +79,44 @@ TEST_F(Options, SizeOpacityAndColor) {
         EXPECT_GE(thin.darkest, 250);
         EXPECT_NEAR(thick.darkest, 255, 1);
         // The arrow's strokes cross.
-        EXPECT_NEAR(faint.darkest, number == tool::kArrow ? 200 : 102, 1);
+        EXPECT_NEAR(faint.darkest, tool == Tool::Arrow ? 200 : 102, 1);
         EXPECT_NEAR(thin.color.red(), 250, 2);
         EXPECT_NEAR(faint.color.blue(), 200, 3);
         // 32 more in the size: an em for the text, whose H is 0.73 of it, at 96 dots an inch.
         const int grown = thick.area.height() - thin.area.height();
-        EXPECT_NEAR(grown, number == tool::kText ? 0.73 * 32 * 96 / 72 : 32, 4);
+        EXPECT_NEAR(grown, tool == Tool::Text ? 0.73 * 32 * 96 / 72 : 32, 4);
     }
 }
 
 TEST_F(Options, ShapesAreWhereTheHandWent) {
     const QPoint from = imagePixel(kFrom);
     const QPoint to = imagePixel(kTo + QPoint(0, 100));
-    for (const int number : {tool::kEllipse, tool::kRectangle, tool::kLine}) {
-        SCOPED_TRACE(number);
-        settings().activeTool = number;
-        setToolSize(number, 2);
+    for (const Tool tool : {Tool::Ellipse, Tool::Rectangle, Tool::Line}) {
+        SCOPED_TRACE(numberOf(tool));
+        settings().activeTool = tool;
+        setToolSize(tool, 2);
         drawLine(kTo + QPoint(0, 100), kFrom); // towards the upper left
         const QRect area = inkOf(picture()).area;
         // A pen of two reaches one to either side.
         EXPECT_EQ(area, QRect(from, to - QPoint(1, 1)).adjusted(-1, -1, 1, 1));
         const QPoint middle = (from + to) / 2;
-        EXPECT_EQ(alphaAt(middle) > 0, number == tool::kLine);
-        EXPECT_EQ(alphaAt(from + QPoint(1, 0)) > 100, number != tool::kEllipse) << "a corner";
+        EXPECT_EQ(alphaAt(middle) > 0, tool == Tool::Line);
+        EXPECT_EQ(alphaAt(from + QPoint(1, 0)) > 100, tool != Tool::Ellipse) << "a corner";
         ASSERT_TRUE(run(QStringLiteral("undo")));
     }
 }
 
 TEST_F(Options, EraserTakesItsSizeAndErasesWhollyAlsoWhenFaint) {
-    settings().activeTool = tool::kPencil;
-    setToolSize(tool::kPencil, 60);
-    setToolOpacity(tool::kPencil, 80);
+    settings().activeTool = Tool::Pencil;
+    setToolSize(Tool::Pencil, 60);
+    setToolOpacity(Tool::Pencil, 80);
     drawLine(kFrom, kTo);
-    settings().activeTool = tool::kEraser;
-    setToolOpacity(tool::kEraser, 30);
+    settings().activeTool = Tool::Eraser;
+    setToolOpacity(Tool::Eraser, 30);
     const QPoint middle = imagePixel({240, 150});
     for (const int size : {10, 30}) {
         SCOPED_TRACE("size " + std::to_string(size));
-        setToolSize(tool::kEraser, size);
+        setToolSize(Tool::Eraser, size);
         drawTo(kFrom, kTo);
         const QImage* shown = document()->compositeCamera(camera);
         ASSERT_NE(shown, nullptr);
@@ -130,15 +130,15 @@ TEST_F(Options, EraserTakesItsSizeAndErasesWhollyAlsoWhenFaint) {
 
 // The opacity key does not stop the eraser, which has none to change.
 TEST_F(Options, OpacityKeyLetsTheEraserErase) {
-    settings().activeTool = tool::kPencil;
-    setToolSize(tool::kPencil, 30);
+    settings().activeTool = Tool::Pencil;
+    setToolSize(Tool::Pencil, 30);
     drawLine(kFrom, kTo);
-    settings().activeTool = tool::kEraser;
+    settings().activeTool = Tool::Eraser;
     key(Qt::Key_M, true);
     drawLine(kFrom, kTo);
     key(Qt::Key_M, false);
     EXPECT_EQ(alphaAt(imagePixel({240, 150})), 0);
-    EXPECT_EQ(toolOpacity(tool::kEraser), 100);
+    EXPECT_EQ(toolOpacity(Tool::Eraser), 100);
 }
 
 // --- The pen ---------------------------------------------------------------------------------
@@ -151,9 +151,9 @@ protected:
         Options::SetUp();
         // Beside the real pointer, which presses as well.
         QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, false);
-        settings().activeTool = tool::kPencil;
-        setToolSize(tool::kPencil, 20);
-        setToolTabletEnabled(tool::kPencil, true);
+        settings().activeTool = Tool::Pencil;
+        setToolSize(Tool::Pencil, 20);
+        setToolTabletEnabled(Tool::Pencil, true);
     }
     void TearDown() override {
         QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, true);
@@ -169,19 +169,19 @@ protected:
 };
 
 TEST_F(Pen, PressureGivesOpacityOnlyWhereItIsSwitchedOn) {
-    for (const int number : {tool::kPencil, tool::kBrush, tool::kLine}) {
+    for (const Tool tool : {Tool::Pencil, Tool::Brush, Tool::Line}) {
         for (const bool enabled : {true, false}) {
-            SCOPED_TRACE(testing::Message() << number << (enabled ? " on" : " off"));
-            settings().activeTool = number;
-            setToolSize(number, 20);
-            setToolTabletEnabled(number, enabled);
-            setToolOpacity(number, 50);
+            SCOPED_TRACE(testing::Message() << numberOf(tool) << (enabled ? " on" : " off"));
+            settings().activeTool = tool;
+            setToolSize(tool, 20);
+            setToolTabletEnabled(tool, enabled);
+            setToolOpacity(tool, 50);
             moveTo(kFrom);
             pen(Phase::press, kFrom, 0.6); // 0.68 by the curve
             drawTo(kFrom, kTo);
             pen(Phase::release, kTo, 0.0);
             release();
-            const float opacity = enabled && number != tool::kLine ? 0.5F * 0.68F : 0.5F;
+            const float opacity = enabled && tool != Tool::Line ? 0.5F * 0.68F : 0.5F;
             EXPECT_NEAR(inkOf(picture()).darkest, opacity * 255, 1.5);
             EXPECT_FLOAT_EQ(pluginState().tabletPressure, 1.0F) << "lifted";
             ASSERT_TRUE(run(QStringLiteral("undo")));
@@ -272,7 +272,7 @@ TEST_F(Pen, SilenceIsOnlyTheEndOfAPenThatDoesNotTouch) {
     ASSERT_TRUE(silence());
     const QPoint below(0, 60);
     drawTo(kFrom + below, kTo + below);
-    EXPECT_EQ(document()->currentStroke()->tool, tool::kPencil) << "the mouse draws";
+    EXPECT_EQ(document()->currentStroke()->tool, Tool::Pencil) << "the mouse draws";
     EXPECT_FLOAT_EQ(opacities().back(), 1.0F);
     release();
 
@@ -286,7 +286,7 @@ TEST_F(Pen, SilenceIsOnlyTheEndOfAPenThatDoesNotTouch) {
     ASSERT_TRUE(waitFor([this] { return opacities().back() > 0.301F; }));
     for (const float opacity : opacities())
         EXPECT_LE(opacity, 0.5F + 1e-5);
-    EXPECT_EQ(document()->currentStroke()->tool, tool::kPencil) << "what it began as";
+    EXPECT_EQ(document()->currentStroke()->tool, Tool::Pencil) << "what it began as";
     release();
     EXPECT_FALSE(pluginState().tabletEraser);
 }
@@ -294,17 +294,17 @@ TEST_F(Pen, SilenceIsOnlyTheEndOfAPenThatDoesNotTouch) {
 TEST_F(Pen, EraserEndTurnsTheStrokeIntoAnEraserStroke) {
     drawLine(kFrom, kTo);
     ASSERT_EQ(alphaAt(imagePixel({240, 150})), 255);
-    for (const int number : {tool::kBrush, tool::kText, tool::kEllipse}) {
-        SCOPED_TRACE("tool " + std::to_string(number));
+    for (const Tool number : {Tool::Brush, Tool::Text, Tool::Ellipse}) {
+        SCOPED_TRACE("tool " + std::to_string(static_cast<int>(number)));
         settings().activeTool = number;
         moveTo(kFrom);
         pen(Phase::press, kFrom, 0.4, true);
         drawTo(kFrom, kTo);
-        EXPECT_EQ(document()->currentStroke()->tool, tool::kEraser);
+        EXPECT_EQ(document()->currentStroke()->tool, Tool::Eraser);
         pen(Phase::release, kTo, 0.0, true);
         release();
         EXPECT_EQ(alphaAt(imagePixel({240, 150})), 0);
-        EXPECT_EQ(settings().activeTool, number);
+        EXPECT_EQ(settings().activeTool, tool);
         ASSERT_TRUE(run(QStringLiteral("undo")));
     }
 }

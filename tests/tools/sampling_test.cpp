@@ -34,7 +34,7 @@ protected:
         return made;
     }
 
-    void begin(int tool) {
+    void begin(Tool tool) {
         stroke_.tool = tool;
         manager_.start(target());
     }
@@ -89,7 +89,7 @@ SampleOptions options(int width, bool pressure = false) {
 } // namespace
 
 TEST_F(Sampling, ClickLeavesTwoPoints) {
-    begin(tool::kPencil);
+    begin(Tool::Pencil);
     sample(99, 50);
     sample(100, 50);
     // The second is (2 x 100 + 99) / 3 = 99.67, to the nearest.
@@ -101,7 +101,7 @@ TEST_F(Sampling, ClickLeavesTwoPoints) {
 }
 
 TEST_F(Sampling, SmoothsTowardsTheNewest) {
-    begin(tool::kBrush);
+    begin(Tool::Brush);
     for (int i = 0; i < 6; ++i)
         sample(100 + 15 * i, 200, 6, 0.1F * static_cast<float>(i));
     // Weighted means of 0, 15, 30, ...: 10, 20, 30, then with five samples 40 and 55.
@@ -113,7 +113,7 @@ TEST_F(Sampling, SmoothsTowardsTheNewest) {
 }
 
 TEST_F(Sampling, HalvesRoundUpwardAlsoBelowZero) {
-    begin(tool::kBrush);
+    begin(Tool::Brush);
     sample(-10, -10);
     sample(-13, -7); // (2 x -13 - 10) / 3 = -12, (2 x -7 - 10) / 3 = -8
     sample(-14, -7); // (3 x -14 + 2 x -13 - 10) / 6 = -13, (-21 - 14 - 10) / 6 = -7.5 -> -7
@@ -121,7 +121,7 @@ TEST_F(Sampling, HalvesRoundUpwardAlsoBelowZero) {
 }
 
 TEST_F(Sampling, ThinsByTenthOfTheWidthAndForgetsWhatItDropped) {
-    begin(tool::kPencil);
+    begin(Tool::Pencil);
     sample(100, 100, 40);
     sample(106, 100, 40); // mean 104: 4 away, kept, since only less than a tenth is dropped
     ASSERT_EQ(positions(), (QList<QPoint>{{100, 100}, {104, 100}}));
@@ -135,7 +135,7 @@ TEST_F(Sampling, ThinsByTenthOfTheWidthAndForgetsWhatItDropped) {
     for (int width = 10; width <= 100; width += 10) {
         manager_.stop();
         stroke_ = Stroke();
-        begin(tool::kPencil);
+        begin(Tool::Pencil);
         sample(0, 0, width);
         sample(0, 0, width);
         sample(width / 5, 0, width); // mean: half of it
@@ -144,7 +144,7 @@ TEST_F(Sampling, ThinsByTenthOfTheWidthAndForgetsWhatItDropped) {
 }
 
 TEST_F(Sampling, ShapesKeepPressAndPresentAndTextFollows) {
-    begin(tool::kLine);
+    begin(Tool::Line);
     sample(9, 10);
     sample(10, 10); // second sample of the press goes first
     sample(50, 60);
@@ -153,7 +153,7 @@ TEST_F(Sampling, ShapesKeepPressAndPresentAndTextFollows) {
 
     stroke_ = Stroke();
     settings().textFontFamily = QStringLiteral("DejaVu Serif");
-    begin(tool::kText);
+    begin(Tool::Text);
     sample(9, 10);
     sample(300, 400);
     EXPECT_EQ(positions(), (QList<QPoint>{{300, 400}}));
@@ -164,7 +164,7 @@ TEST_F(Sampling, ShapesKeepPressAndPresentAndTextFollows) {
 
 TEST_F(Sampling, IgnoresSamplesWhenIdleOrWithoutStroke) {
     sample(10, 10);
-    begin(tool::kBrush);
+    begin(Tool::Brush);
     alive_ = false; // the document went while the pointer was down
     sample(20, 20);
     alive_ = true;
@@ -174,12 +174,12 @@ TEST_F(Sampling, IgnoresSamplesWhenIdleOrWithoutStroke) {
 }
 
 TEST_F(Sampling, HistoryStartsAnewWithEveryStroke) {
-    begin(tool::kBrush);
+    begin(Tool::Brush);
     sample(500, 500);
     sample(520, 500);
     manager_.stop();
     stroke_ = Stroke();
-    begin(tool::kBrush);
+    begin(Tool::Brush);
     sample(10, 10);
     EXPECT_EQ(positions(), (QList<QPoint>{{10, 10}}));
 }
@@ -218,7 +218,7 @@ TEST(InputWorkerPoll, OffsetsFirstSampleAndPressure) {
 TEST_F(Sampling, QuickClickThroughTheThreadLeavesExactlyTwoPoints) {
     for (int round = 0; round < 50; ++round) {
         stroke_ = Stroke();
-        stroke_.tool = tool::kBrush;
+        stroke_.tool = Tool::Brush;
         manager_.start(target(), std::make_unique<ScriptedPoller>(std::deque<QPoint>{{99, 100}}),
                        options(6));
         manager_.finish(QPoint(100, kCanvasSize - 100 + 1)); // released at once
@@ -240,8 +240,8 @@ TEST_F(Sampling, BeginsAtThePressHoweverLateTheThreadIs) {
         {{51, 60}, {{51, 59}, {50, 59}}, {{50, 59}, {51, 59}}},
     };
     for (const auto& c : cases) {
-        for (const int tool : {tool::kLine, tool::kBrush}) {
-            SCOPED_TRACE("tool " + std::to_string(tool));
+        for (const Tool tool : {Tool::Line, Tool::Brush}) {
+            SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
             stroke_ = Stroke();
             stroke_.tool = tool;
             QSemaphore polled;
@@ -252,13 +252,13 @@ TEST_F(Sampling, BeginsAtThePressHoweverLateTheThreadIs) {
             ASSERT_TRUE(polled.tryAcquire(1, 5000));
             manager_.finish(std::nullopt);
             manager_.stop();
-            EXPECT_EQ(positions(), tool == tool::kLine ? c.line : c.brush) << c.polled.x();
+            EXPECT_EQ(positions(), tool == Tool::Line ? c.line : c.brush) << c.polled.x();
         }
     }
 }
 
 TEST_F(Sampling, NothingSampledBeforeTheReleaseIsLost) {
-    stroke_.tool = tool::kBrush;
+    stroke_.tool = Tool::Brush;
     QSemaphore polled;
     manager_.start(target(),
                    std::make_unique<ScriptedPoller>(
@@ -276,14 +276,14 @@ TEST_F(Sampling, NothingSampledBeforeTheReleaseIsLost) {
 }
 
 TEST_F(Sampling, StopDropsWhatIsStillUnderWay) {
-    stroke_.tool = tool::kBrush;
+    stroke_.tool = Tool::Brush;
     QSemaphore polled;
     manager_.start(target(),
                    std::make_unique<ScriptedPoller>(std::deque<QPoint>{{100, 100}}, &polled),
                    options(6));
     ASSERT_TRUE(polled.tryAcquire(1, 5000));
     manager_.stop();
-    begin(tool::kBrush); // the next stroke
+    begin(Tool::Brush); // the next stroke
     QCoreApplication::processEvents();
     EXPECT_TRUE(stroke_.points.empty());
 }
@@ -310,7 +310,7 @@ TEST_F(Sampling, APollThatHangsIsLeftBehind) {
         int polls_ = 0;
     };
     const auto signs = std::make_shared<Signs>();
-    stroke_.tool = tool::kBrush;
+    stroke_.tool = Tool::Brush;
     manager_.start(target(), std::make_unique<Hanging>(signs), options(6));
     ASSERT_TRUE(signs->asked.tryAcquire(1, 5000));
     manager_.finish(QPoint(251, kCanvasSize - 100 + 1));
@@ -318,7 +318,7 @@ TEST_F(Sampling, APollThatHangsIsLeftBehind) {
     EXPECT_EQ(stroke_.points.size(), 3U) << "two polls, of which the first counts double";
 
     stroke_ = Stroke();
-    begin(tool::kBrush);
+    begin(Tool::Brush);
     signs->answer.release(); // late
     sample(10, 10);
     EXPECT_TRUE(support::waitFor([&] { return signs->gone.tryAcquire(); }));
@@ -327,7 +327,7 @@ TEST_F(Sampling, APollThatHangsIsLeftBehind) {
 }
 
 TEST_F(Sampling, PointerOutOfSightYieldsNothing) {
-    stroke_.tool = tool::kBrush;
+    stroke_.tool = Tool::Brush;
     QSemaphore polled;
     manager_.start(target(), std::make_unique<ScriptedPoller>(std::deque<QPoint>{}, &polled),
                    options(6));

@@ -19,7 +19,7 @@ namespace {
 class StrokeStep : public ToolSession {
 protected:
     // A horizontal pencil line across the canvas at the given height.
-    void begin(int y, int tool = tool::kPencil) {
+    void begin(int y, Tool tool = Tool::Pencil) {
         Stroke* stroke = document()->beginStroke(camera, tool, QColor(200, 30, 60));
         ASSERT_NE(stroke, nullptr);
         stroke->points = {{10, 1.0F, 1.0F, 100, y}, {10, 1.0F, 1.0F, 900, y}};
@@ -27,7 +27,7 @@ protected:
     }
 
     // As the tool does it: check, stroke, command.
-    void draw(int y, int tool = tool::kPencil) {
+    void draw(int y, Tool tool = Tool::Pencil) {
         const DrawingTarget target = drawingTarget(node(), camera);
         ASSERT_TRUE(target);
         begin(y, tool);
@@ -43,7 +43,7 @@ TEST_F(StrokeStep, UndoAndRedoExchangeThePictures) {
     const QImage first = picture();
     draw(300);
     const QImage second = picture();
-    draw(100, tool::kEraser);
+    draw(100, Tool::Eraser);
     const QImage erased = picture();
     EXPECT_NE(first, second);
     EXPECT_EQ(alphaAt({500, 100}), 0);

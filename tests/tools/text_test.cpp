@@ -19,7 +19,7 @@ class Text : public ToolSession {
 protected:
     void SetUp() override {
         ToolSession::SetUp();
-        settings().activeTool = tool::kText;
+        settings().activeTool = Tool::Text;
         settings().textFontFamily = QStringLiteral("DejaVu Sans");
         settings().textSize = 40;
         settings().activeColor = QColor(30, 60, 250);
@@ -231,7 +231,7 @@ TEST_F(Text, IsCommittedByWhateverEndsIt) {
         EXPECT_GT(ink, 150);
         ASSERT_TRUE(run(QStringLiteral("file -f -new")));
         node();
-        settings().activeTool = tool::kText;
+        settings().activeTool = Tool::Text;
     }
 }
 

@@ -23,7 +23,7 @@ class Views : public ToolSession {
 protected:
     void SetUp() override {
         ToolSession::SetUp();
-        settings().activeTool = tool::kPencil;
+        settings().activeTool = Tool::Pencil;
         settings().pencilSize = 30;
         window->move(0, 0);
         activateDrawTool();
@@ -75,7 +75,7 @@ TEST_F(Views, EveryViewDrawnInIsWatchedAndItsKeysAreHeard) {
     other.release();
     other.key(Qt::Key_B, false);
     EXPECT_EQ(settings().pencilSize, 33);
-    settings().activeTool = tool::kText;
+    settings().activeTool = Tool::Text;
     other.click(panel.viewWidget(), {60, 60});
     other.type({Qt::Key_B});
     ASSERT_NE(document()->currentStroke(), nullptr);
@@ -136,7 +136,7 @@ TEST_F(Views, TheStrokeGoesOnOutsideTheViewAndTheWindow) {
 
 // The pointer stays on the screen where it is while the view slides and grows beneath it.
 TEST_F(Views, AViewMovedOrResizedUnderThePointer) {
-    settings().activeTool = tool::kLine; // its second point is where the pointer is
+    settings().activeTool = Tool::Line; // its second point is where the pointer is
     const auto end = [this] {
         const StrokePoint& last = document()->currentStroke()->points.back();
         return QPoint(last.x, last.y);
@@ -201,7 +201,7 @@ TEST_F(Views, ThePenIsSeenBeforeTheFirstPressInAView) {
         host::InputInjector::toScreen(&panel.viewWidget(), QPointF(102, 100)), 0.3, true);
     support::settle();
     drawIn(panel);
-    EXPECT_EQ(document()->currentStroke()->tool, tool::kEraser);
+    EXPECT_EQ(document()->currentStroke()->tool, Tool::Eraser);
     other.release();
     QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, true);
 }

@@ -60,7 +60,7 @@ bool isWritten(const QString& keyText) {
            (keyText.at(0) == QLatin1Char('\t') || keyText.at(0).category() != QChar::Other_Control);
 }
 
-SampleOptions optionsOf(int tool) {
+SampleOptions optionsOf(Tool tool) {
     SampleOptions options;
     options.width = toolSize(tool);
     options.opacity = static_cast<float>(toolOpacity(tool)) / 100.0F;
@@ -108,7 +108,7 @@ Stroke* DrawContext::strokeInProgress() const {
 
 bool DrawContext::isTextStroke() const {
     const Stroke* stroke = strokeInProgress();
-    return stroke && stroke->tool == tool::kText;
+    return stroke && stroke->tool == Tool::Text;
 }
 
 MStatus DrawContext::doPress(MEvent& event) {
@@ -119,7 +119,7 @@ MStatus DrawContext::doPress(MEvent& event) {
     frameAdded_ = false;
     handler_.watchActiveView();
     const AdjustDrag::Option option = AdjustDrag::optionFor(
-        handler_.sizeKeyHeld(), handler_.opacityKeyHeld(), settings().activeTool == tool::kEraser);
+        handler_.sizeKeyHeld(), handler_.opacityKeyHeld(), settings().activeTool == Tool::Eraser);
     if (option != AdjustDrag::Option::None) {
         beginAdjusting(option, event);
     } else {
@@ -138,8 +138,8 @@ void DrawContext::pointerLost() {
 }
 
 void DrawContext::beginStroke(const MEvent& press) {
-    const int number = pluginState().tabletEraser ? tool::kEraser : settings().activeTool;
-    if (!isTool(number))
+    const Tool tool = pluginState().tabletEraser ? Tool::Eraser : settings().activeTool;
+    if (!isTool(tool))
         return;
     BaseNode* active = activeNode();
     const auto document = active ? active->layerManager() : nullptr;
@@ -151,14 +151,14 @@ void DrawContext::beginStroke(const MEvent& press) {
     const DrawingTarget target = drawingTarget(*active, camera_);
     addedLayer_ = target.addedLayer;
     frameAdded_ = target.frameCreated;
-    if (!target || !document->beginStroke(camera_, number, settings().activeColor))
+    if (!target || !document->beginStroke(camera_, tool, settings().activeColor))
         return;
     nodeHandle_ = MObjectHandle(active->thisMObject());
     document_ = document;
-    startSampling(number, press);
+    startSampling(tool, press);
 }
 
-void DrawContext::startSampling(int number, const MEvent& press) {
+void DrawContext::startSampling(Tool tool, const MEvent& press) {
     QWidget* widget = holdActiveView();
     ThreadManager::Target target;
     target.stroke = [this] { return strokeInProgress(); };
@@ -174,7 +174,7 @@ void DrawContext::startSampling(int number, const MEvent& press) {
     const M3dView view = M3dView::active3dView();
     ThreadManager::instance().start(
         std::move(target), CursorPoller::forView(*widget, view.portWidth(), view.portHeight()),
-        optionsOf(number), samplingPosition(press));
+        optionsOf(tool), samplingPosition(press));
 }
 
 // From pixels of the view to the sampling's convention.

@@ -3,6 +3,7 @@
 // drag changes the tool's size or opacity instead. Main thread only.
 #pragma once
 
+#include "plugin/base/Tool.h"
 #include "tools/gestures/AdjustDrag.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 #include "tools/interaction/ToolContext.h"
@@ -47,7 +48,7 @@ private:
     void adjust(const MEvent& event);
     void forgetAdjusting();
     void beginStroke(const MEvent& press);
-    void startSampling(int tool, const MEvent& press);
+    void startSampling(Tool tool, const MEvent& press);
     static QPoint samplingPosition(const MEvent& event);
     void makeLayersOfViewCurrent();
     void textChanged(Stroke& stroke);
@@ -67,7 +68,7 @@ private:
     int composing_ = 0; ///< units at the end of the text that an input method has not settled
 
     AdjustDrag adjusting_;
-    int adjustedTool_ = 0;
+    Tool adjustedTool_ = Tool::Pencil;
 
     XorLine legacyCursor_;
     double cursorRadius_ = 1.0; ///< view pixels

@@ -109,7 +109,7 @@ void run(const QString& command) {
 }
 
 void choose(Tool tool) {
-    run(command::chooseTool(static_cast<int>(tool)));
+    run(command::chooseTool(tool));
 }
 
 } // namespace
@@ -128,7 +128,7 @@ QMenu* Handler::makeDrawMenu(QWidget* parent) {
                {"Arrow", &Handler::SetArrowTool},
                {"Ellipse", &Handler::SetEllipseTool},
                {"Rectangle", &Handler::SetRectangleTool}},
-              settings().activeTool);
+              numberOf(settings().activeTool));
     menu->addSeparator();
     addAll(
         subMenu(*menu, "Layer"), this,

@@ -113,21 +113,21 @@ void ThreadManager::OnMousePositionChanged(const QPoint& p, int width, float opa
     const QPoint image = viewToImage(p, target_.mapping());
     const StrokePoint point{width, opacity, hardness, image.x(), image.y()};
     std::vector<StrokePoint>& points = stroke->points;
-    if (tool::isFreehand(stroke->tool)) {
+    if (isFreehand(stroke->tool)) {
         if (!appendFreehand(*stroke, point))
             return;
-    } else if (tool::isShape(stroke->tool)) {
+    } else if (isShape(stroke->tool)) {
         if (points.size() >= 2)
             points[1] = point;
         else
             points.insert(points.begin(), point);
-    } else if (stroke->tool == tool::kText) {
+    } else if (stroke->tool == Tool::Text) {
         stroke->fontFamily = settings().textFontFamily;
         points.resize(1);
         points[0] = point;
     }
     stroke->dirty = true;
-    if (tool::isFreehand(stroke->tool) && points.size() == 2)
+    if (isFreehand(stroke->tool) && points.size() == 2)
         target_.requestRedraw();
 }
 

@@ -82,7 +82,7 @@ MStatus TransformContext::helpStateHasChanged(MEvent&) {
 
 Stroke* TransformContext::strokeInProgress() const {
     Stroke* stroke = document_ ? document_->currentStroke() : nullptr;
-    return stroke && stroke->tool == tool::kTransform && document_->strokeCamera() == camera_
+    return stroke && stroke->tool == Tool::Transform && document_->strokeCamera() == camera_
                ? stroke
                : nullptr;
 }

@@ -143,7 +143,7 @@ void drawThinLine(const AlphaPlane& plane, const StrokePoint& from, const Stroke
 
 StrokePoint bounded(StrokePoint point) {
     point.width = std::clamp(point.width, 1, kLargestWidth);
-    // What is not a number fails every comparison.
+    // What is not a tool fails every comparison.
     point.opacity = point.opacity > 0.0F ? std::min(point.opacity, 1.0F) : 0.0F;
     point.x = std::clamp(point.x, -kFar, kFar);
     point.y = std::clamp(point.y, -kFar, kFar);
@@ -159,10 +159,10 @@ QRect reachOf(const StrokePoint& a, const StrokePoint& b) {
 } // namespace
 
 QRect drawFreehandSegments(QImage& strokeImage, const std::vector<StrokePoint>& points,
-                           int fromIndex, int number) {
+                           int fromIndex, Tool tool) {
     const int count = static_cast<int>(points.size());
     const int first = std::max(fromIndex, 0);
-    if (count < 2 || first >= count - 1 || !tool::isFreehand(number))
+    if (count < 2 || first >= count - 1 || !isFreehand(tool))
         return {};
     if (strokeImage.width() > kCanvasSize || strokeImage.height() > kCanvasSize)
         return {};
@@ -176,8 +176,8 @@ QRect drawFreehandSegments(QImage& strokeImage, const std::vector<StrokePoint>& 
         if (reach.isEmpty())
             continue;
         touched |= reach;
-        if (number != tool::kBrush)
-            drawSteppedLine(plane, from, to, number == tool::kEraser);
+        if (tool != Tool::Brush)
+            drawSteppedLine(plane, from, to, tool == Tool::Eraser);
         else if (from.width == 1)
             drawThinLine(plane, from, to);
         else

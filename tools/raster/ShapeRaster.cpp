@@ -75,21 +75,21 @@ QRect paintText(QPainter& painter, const Stroke& stroke, QPen pen, bool showText
 QRect paintShape(QPainter& painter, const Stroke& stroke, QPen pen) {
     const QPoint from = toPoint(stroke.points[0]);
     const QPoint to = toPoint(stroke.points[1]);
-    if (stroke.tool == tool::kLine || stroke.tool == tool::kArrow)
+    if (stroke.tool == Tool::Line || stroke.tool == Tool::Arrow)
         pen.setCapStyle(Qt::RoundCap);
     painter.setPen(pen);
     QRect bounds = around(from, to);
     switch (stroke.tool) {
-    case tool::kLine:
+    case Tool::Line:
         painter.drawLine(from, to);
         break;
-    case tool::kArrow:
+    case Tool::Arrow:
         bounds = paintArrow(painter, from, to);
         break;
-    case tool::kEllipse:
+    case Tool::Ellipse:
         painter.drawEllipse(QRectF(from, to).normalized());
         break;
-    case tool::kRectangle:
+    case Tool::Rectangle:
         painter.drawRect(QRectF(from, to).normalized());
         break;
     default:
@@ -119,7 +119,7 @@ ArrowHead arrowHead(QPoint tail, QPoint tip) {
 
 QRect drawShape(QImage& strokeImage, const Stroke& stroke, bool showTextBox) {
     strokeImage.fill(Qt::transparent);
-    const std::size_t needed = stroke.tool == tool::kText ? 1 : 2;
+    const std::size_t needed = stroke.tool == Tool::Text ? 1 : 2;
     if (stroke.points.size() < needed)
         return {};
     QPainter painter(&strokeImage);
@@ -127,8 +127,8 @@ QRect drawShape(QImage& strokeImage, const Stroke& stroke, bool showTextBox) {
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     const QPen pen = shapePen(stroke);
     painter.setPen(pen);
-    const QRect painted = stroke.tool == tool::kText ? paintText(painter, stroke, pen, showTextBox)
-                                                     : paintShape(painter, stroke, pen);
+    const QRect painted = stroke.tool == Tool::Text ? paintText(painter, stroke, pen, showTextBox)
+                                                    : paintShape(painter, stroke, pen);
     return painted.intersected(strokeImage.rect());
 }
 

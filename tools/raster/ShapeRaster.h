@@ -9,7 +9,7 @@
 
 namespace vellum {
 
-/// Clears the stroke image to transparent and paints the stroke's shape or text (tools 3..7).
+/// Clears the stroke image to transparent and paints the stroke's shape or text.
 /// `showTextBox` frames a text while it is being edited. A shape needs 2 points (press and current
 /// position), text 1; with fewer the image is only cleared.
 ///

@@ -2,9 +2,9 @@
 // pixels live in a stroke image beside it (StrokeImage.h says how that image is prepared).
 #pragma once
 
+#include "plugin/base/Tool.h"
 #include "tools/raster/RegionTransform.h"
 #include "tools/raster/StrokePoint.h"
-#include "tools/raster/ToolNumber.h"
 
 #include <QColor>
 #include <QString>
@@ -17,8 +17,8 @@ namespace vellum {
 inline constexpr int kCanvasSize = 1024;
 
 struct Stroke {
-    int tool = tool::kBrush; ///< ToolNumber.h
-    QColor color;            ///< flat colour of the whole stroke; its alpha is not used
+    Tool tool = Tool::Brush;
+    QColor color; ///< flat colour of the whole stroke; its alpha is not used
     std::vector<StrokePoint> points;
     QString fontFamily;     ///< text only
     QString text;           ///< text only

@@ -9,8 +9,8 @@ namespace vellum {
 
 namespace {
 
-bool isPainted(int number) {
-    return number == tool::kText || tool::isShape(number);
+bool isPainted(Tool tool) {
+    return tool == Tool::Text || isShape(tool);
 }
 
 } // namespace
@@ -23,7 +23,7 @@ QImage blankCanvas() {
 
 void prepareStrokeImage(QImage& strokeImage, Stroke& stroke, const QImage& frameImage) {
     stroke.lastDrawnIndex = 0;
-    if (stroke.tool == tool::kEraser && !frameImage.isNull()) {
+    if (stroke.tool == Tool::Eraser && !frameImage.isNull()) {
         strokeImage = frameImage;
         return;
     }
@@ -34,7 +34,7 @@ void prepareStrokeImage(QImage& strokeImage, Stroke& stroke, const QImage& frame
     strokeImage.setDotsPerMeterX(usual.dotsPerMeterX());
     strokeImage.setDotsPerMeterY(usual.dotsPerMeterY());
     QColor color(Qt::transparent);
-    if (stroke.tool != tool::kTransform && stroke.tool != tool::kEraser) {
+    if (stroke.tool != Tool::Transform && stroke.tool != Tool::Eraser) {
         color = stroke.color;
         color.setAlpha(0);
     }
@@ -43,7 +43,7 @@ void prepareStrokeImage(QImage& strokeImage, Stroke& stroke, const QImage& frame
 
 QRect updateStrokeImage(QImage& strokeImage, Stroke& stroke) {
     stroke.dirty = false;
-    if (tool::isFreehand(stroke.tool)) {
+    if (isFreehand(stroke.tool)) {
         const QRect touched =
             drawFreehandSegments(strokeImage, stroke.points, stroke.lastDrawnIndex, stroke.tool);
         stroke.lastDrawnIndex = std::max(static_cast<int>(stroke.points.size()) - 1, 0);
@@ -55,7 +55,7 @@ QRect updateStrokeImage(QImage& strokeImage, Stroke& stroke) {
 }
 
 bool strokeReplacesFrame(const Stroke& stroke) {
-    return stroke.tool == tool::kEraser || stroke.tool == tool::kTransform;
+    return stroke.tool == Tool::Eraser || stroke.tool == Tool::Transform;
 }
 
 } // namespace vellum

@@ -10,6 +10,8 @@
 
 namespace vellum {
 
+struct ToolInfo;
+
 using UtilHandler = MStatus (*)(const MArgDatabase& args, const char* flag);
 
 /// A flag runs `create`, or, when it has `edit` and `query`, one of those by the mode of the call.
@@ -31,6 +33,8 @@ MStatus chooseTool(const MArgDatabase& args, const char* flag);
 MStatus setDrawColor(const MArgDatabase& args, const char* flag);
 MStatus queryDrawColor(const MArgDatabase& args, const char* flag);
 MStatus setToolOptions(const MArgDatabase& args, const char* flag);
+/// What the tool's "...Options" flag takes.
+std::vector<MSyntax::MArgType> toolOptionArguments(const ToolInfo& info);
 
 // ghosts, time slider and views, see UtilDisplay.cpp
 MStatus setGhost(const MArgDatabase& args, const char* flag);

@@ -2,6 +2,7 @@
 
 #include "commands/UtilActions.h"
 #include "plugin/base/Report.h"
+#include "plugin/base/ToolTable.h"
 
 #include <QColor>
 #include <maya/MIntArray.h>
@@ -53,31 +54,46 @@ MStatus UtilCommand::doIt(const MArgList& args) {
     return handler(parsed, row->shortName);
 }
 
-const FlagTable<UtilAction>& utilFlags() {
+namespace {
+
+using Flags = FlagTable<UtilAction>;
+
+constexpr auto U = MSyntax::kUnsigned;
+constexpr auto L = MSyntax::kLong;
+constexpr auto S = MSyntax::kString;
+
+Flags contextFlags() {
     using namespace util;
-    constexpr auto U = MSyntax::kUnsigned;
-    constexpr auto L = MSyntax::kLong;
-    constexpr auto S = MSyntax::kString;
-    static const FlagTable<UtilAction> table{
+    return {
         {"-d", "-draw", {}, {activateDraw}},
         {"-t", "-transform", {}, {activateTransform}},
         {"-dc", "-drawColor", {U, U, U}, {nullptr, setDrawColor, queryDrawColor}},
-        {"-pt", "-pencilTool", {}, {chooseTool}},
-        {"-bt", "-brushTool", {}, {chooseTool}},
-        {"-et", "-eraserTool", {}, {chooseTool}},
-        {"-lt", "-lineTool", {}, {chooseTool}},
-        {"-at", "-arrowTool", {}, {chooseTool}},
-        {"-elt", "-ellipseTool", {}, {chooseTool}},
-        {"-rt", "-rectangleTool", {}, {chooseTool}},
-        {"-tt", "-textTool", {}, {chooseTool}},
-        {"-po", "-pencilOptions", {U, U, U}, {setToolOptions}},
-        {"-bo", "-brushOptions", {U, U, U, U}, {setToolOptions}},
-        {"-eo", "-eraserOptions", {U, U, U, U}, {setToolOptions}},
-        {"-txo", "-textOptions", {U, U, S}, {setToolOptions}},
-        {"-lo", "-lineOptions", {U, U}, {setToolOptions}},
-        {"-ao", "-arrowOptions", {U, U}, {setToolOptions}},
-        {"-elo", "-ellipseOptions", {U, U}, {setToolOptions}},
-        {"-ro", "-rectangleOptions", {U, U}, {setToolOptions}},
+    };
+}
+
+/// Choices first, then options. The choice of a typed tool is looked for after the others.
+Flags toolFlags() {
+    Flags flags;
+    const auto addChoices = [&flags](bool typed) {
+        for (const ToolInfo& info : kTools) {
+            const auto [shortName, longName] = info.toolFlag;
+            if ((info.kind == ToolKind::Text) == typed)
+                flags.push_back({shortName, longName, {}, {util::chooseTool}});
+        }
+    };
+    addChoices(false);
+    addChoices(true);
+    for (const ToolInfo& info : kTools) {
+        const auto [shortName, longName] = info.optionsFlag;
+        flags.push_back(
+            {shortName, longName, util::toolOptionArguments(info), {util::setToolOptions}});
+    }
+    return flags;
+}
+
+Flags displayFlags() {
+    using namespace util;
+    return {
         {"-gp", "-ghostPrevious", {L}, {nullptr, setGhost, queryGhost}},
         {"-gn", "-ghostNext", {L}, {nullptr, setGhost, queryGhost}},
         {"-gpc", "-ghostPreviousCount", {U}, {nullptr, setGhostCount, queryGhostCount}},
@@ -89,6 +105,12 @@ const FlagTable<UtilAction>& utilFlags() {
         {"-rtd", "-refreshTimelineDisplay", {}, {refreshTimelineDisplay}},
         {"-fv", "-floatingViewport", {}, {floatingView}},
         {"-fvm", "-floatingViewportMove", {S}, {floatingViewMove}},
+    };
+}
+
+Flags panelFlags() {
+    using namespace util;
+    return {
         {"-lm", "-layerManager", {}, {showPanel<Panel::LayerManager>}},
         {"-rlm", "-refreshLayerManager", {}, {refreshLayerManager}},
         {"-tb", "-toolbox", {}, {showPanel<Panel::Toolbox>}},
@@ -104,6 +126,19 @@ const FlagTable<UtilAction>& utilFlags() {
         {"-pr", "-preferences", {}, {openDialog<Dialog::Preferences>}},
         {"-ab", "-about", {}, {openDialog<Dialog::About>}},
     };
+}
+
+Flags allFlags() {
+    Flags all;
+    for (const Flags& part : {contextFlags(), toolFlags(), displayFlags(), panelFlags()})
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+} // namespace
+
+const FlagTable<UtilAction>& utilFlags() {
+    static const Flags table = allFlags();
     return table;
 }
 

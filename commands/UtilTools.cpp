@@ -4,13 +4,14 @@
 #include "plugin/base/Names.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
-#include "plugin/base/Tool.h"
 #include "plugin/base/ToolOptions.h"
+#include "plugin/base/ToolTable.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 
-#include <QHash>
+#include <QLatin1String>
 #include <algorithm>
+#include <cassert>
 #include <limits>
 
 namespace vellum::util {
@@ -35,19 +36,17 @@ MStatus take(const QString& contextName) {
                                                                          : MS::kFailure;
 }
 
-/// Tool meant by a "...Tool" or "...Options" flag.
-Tool toolOfFlag(const char* flag) {
-    static const QHash<QString, Tool> tools{
-        {QStringLiteral("-pt"), Tool::Pencil},    {QStringLiteral("-po"), Tool::Pencil},
-        {QStringLiteral("-bt"), Tool::Brush},     {QStringLiteral("-bo"), Tool::Brush},
-        {QStringLiteral("-et"), Tool::Eraser},    {QStringLiteral("-eo"), Tool::Eraser},
-        {QStringLiteral("-tt"), Tool::Text},      {QStringLiteral("-txo"), Tool::Text},
-        {QStringLiteral("-lt"), Tool::Line},      {QStringLiteral("-lo"), Tool::Line},
-        {QStringLiteral("-at"), Tool::Arrow},     {QStringLiteral("-ao"), Tool::Arrow},
-        {QStringLiteral("-elt"), Tool::Ellipse},  {QStringLiteral("-elo"), Tool::Ellipse},
-        {QStringLiteral("-rt"), Tool::Rectangle}, {QStringLiteral("-ro"), Tool::Rectangle},
-    };
-    return tools.value(QString::fromLatin1(flag));
+bool isOf(const FlagNames& names, const char* flag) {
+    return QLatin1String(names.shortName) == QLatin1String(flag);
+}
+
+/// Tool meant by a "...Tool" or "...Options" flag, of which the table of actions has no others.
+const ToolInfo& toolOfFlag(const char* flag) {
+    const auto found = std::find_if(kTools.begin(), kTools.end(), [flag](const ToolInfo& info) {
+        return isOf(info.toolFlag, flag) || isOf(info.optionsFlag, flag);
+    });
+    assert(found != kTools.end());
+    return *found;
 }
 
 /// Script numbers are unsigned, options signed: what does not fit is just very large.
@@ -79,7 +78,7 @@ MStatus chooseTool(const MArgDatabase& args, const char* flag) {
     const MStatus status = activateDraw(args, flag);
     if (status != MS::kSuccess)
         return status;
-    settings().activeTool = toolOfFlag(flag);
+    settings().activeTool = toolOfFlag(flag).tool;
     updateMainMenu();
     panels().refreshToolbox();
     panels().refreshToolOptions();
@@ -100,18 +99,28 @@ MStatus queryDrawColor(const MArgDatabase&, const char*) {
     return MS::kSuccess;
 }
 
+std::vector<MSyntax::MArgType> toolOptionArguments(const ToolInfo& info) {
+    std::vector<MSyntax::MArgType> types{MSyntax::kUnsigned, MSyntax::kUnsigned};
+    if (info.hardness.keep != Keep::Nowhere)
+        types.push_back(MSyntax::kUnsigned);
+    if (info.tablet.keep != Keep::Nowhere)
+        types.push_back(MSyntax::kUnsigned);
+    if (info.factoryFont)
+        types.push_back(MSyntax::kString);
+    return types;
+}
+
 MStatus setToolOptions(const MArgDatabase& args, const char* flag) {
-    const Tool tool = toolOfFlag(flag);
-    setToolSize(tool, optionArgument(args, flag, 0));
-    setToolOpacity(tool, optionArgument(args, flag, 1));
-    if (tool == Tool::Pencil) {
-        setToolTabletEnabled(tool, unsignedArgument(args, flag, 2) != 0);
-    } else if (tool == Tool::Brush || tool == Tool::Eraser) {
-        setToolHardness(tool, optionArgument(args, flag, 2));
-        setToolTabletEnabled(tool, unsignedArgument(args, flag, 3) != 0);
-    } else if (tool == Tool::Text) {
-        settings().textFontFamily = stringArgument(args, flag, 2);
-    }
+    const ToolInfo& info = toolOfFlag(flag);
+    unsigned next = 0; // as toolOptionArguments() lists them
+    setToolSize(info.tool, optionArgument(args, flag, next++));
+    setToolOpacity(info.tool, optionArgument(args, flag, next++));
+    if (info.hardness.keep != Keep::Nowhere)
+        setToolHardness(info.tool, optionArgument(args, flag, next++));
+    if (info.tablet.keep != Keep::Nowhere)
+        setToolTabletEnabled(info.tool, unsignedArgument(args, flag, next++) != 0);
+    if (info.factoryFont)
+        settings().of(info.tool).fontFamily = stringArgument(args, flag, next++);
     panels().refreshToolOptions();
     panels().refreshToolbox();
     return MS::kSuccess;

@@ -2,6 +2,7 @@
 #include "document/DocumentObserver.h"
 #include "document/LayerManager.h"
 #include "plugin/base/Settings.h"
+#include "plugin/base/ToolTable.h"
 
 #include <utility>
 
@@ -13,7 +14,7 @@ constexpr int kCamerasOnDisplay = 4;
 } // namespace
 
 Stroke* LayerManager::beginStroke(const QString& camera, Tool tool, const QColor& color) {
-    if (!isFreehand(tool) && !isShape(tool) && tool != Tool::Text) {
+    if (!findTool(tool)) {
         discardStroke();
         return nullptr;
     }

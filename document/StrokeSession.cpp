@@ -1,5 +1,6 @@
 #include "document/StrokeSession.h"
 
+#include "plugin/base/ToolTable.h"
 #include "tools/raster/PixelRows.h"
 #include "tools/raster/ShapeRaster.h"
 #include "tools/raster/StrokeImage.h"
@@ -65,7 +66,7 @@ QRect StrokeSession::update() {
         return changed;
     }
     QRect changed = updateStrokeImage(image_, stroke_);
-    if (!isFreehand(stroke_.tool)) {
+    if (!isFreehand(kindOf(stroke_.tool))) {
         changed |= std::exchange(lastShape_, changed);
     }
     touched_ |= changed;
@@ -81,7 +82,7 @@ QImage StrokeSession::merged(const QImage& frameImage) {
     if (stroke_.dirty) {
         update();
     }
-    if (stroke_.tool == Tool::Text) {
+    if (kindOf(stroke_.tool) == ToolKind::Text) {
         drawShape(image_, stroke_, false);
     }
     if (replacesFrame()) {

@@ -1,8 +1,8 @@
 #include "plugin/base/CommandStrings.h"
 
 #include "plugin/base/Names.h"
-
-#include <array>
+#include "plugin/base/Settings.h"
+#include "plugin/base/ToolTable.h"
 
 namespace vellum::command {
 
@@ -182,13 +182,8 @@ QString util(const QString& arguments) {
 }
 
 QString chooseTool(Tool tool) {
-    static constexpr std::array<const char*, kDrawToolCount> flags{
-        "-pencilTool", "-brushTool", "-eraserTool",  "-textTool",
-        "-lineTool",   "-arrowTool", "-ellipseTool", "-rectangleTool"};
-    const int index = numberOf(tool);
-    if (index < 0 || index >= kDrawToolCount)
-        return {};
-    return util(text(flags[static_cast<std::size_t>(index)]));
+    const ToolInfo* info = findTool(tool);
+    return info ? util(text(info->toolFlag.longName)) : QString();
 }
 
 QString drawDeferred() {
@@ -207,45 +202,19 @@ QString drawColor(const QColor& color) {
     return utilEdit("-drawColor", components(color));
 }
 
-QString pencilOptions(int size, int opacity, bool tablet) {
-    return util(
-        join({QStringLiteral("-pencilOptions"), number(size), number(opacity), onOff(tablet)}));
-}
-
-QString brushOptions(int size, int opacity, int hardness, bool tablet) {
-    return util(join({QStringLiteral("-brushOptions"), number(size), number(opacity),
-                      number(hardness), onOff(tablet)}));
-}
-
-QString eraserOptions(int size, int opacity, int hardness, bool tablet) {
-    return util(join({QStringLiteral("-eraserOptions"), number(size), number(opacity),
-                      number(hardness), onOff(tablet)}));
-}
-
-QString textOptions(int size, int opacity, const QString& fontFamily) {
-    return util(
-        join({QStringLiteral("-textOptions"), number(size), number(opacity), quote(fontFamily)}));
-}
-
-QString shapeOptions(Tool tool, int size, int opacity) {
-    const char* flag = nullptr;
-    switch (tool) {
-    case Tool::Line:
-        flag = "-lineOptions";
-        break;
-    case Tool::Arrow:
-        flag = "-arrowOptions";
-        break;
-    case Tool::Ellipse:
-        flag = "-ellipseOptions";
-        break;
-    case Tool::Rectangle:
-        flag = "-rectangleOptions";
-        break;
-    default:
+QString setToolOptions(Tool tool, const ToolOptions& options) {
+    const ToolInfo* info = findTool(tool);
+    if (!info)
         return {};
-    }
-    return util(join({text(flag), number(size), number(opacity)}));
+    QString arguments =
+        join({text(info->optionsFlag.longName), number(options.size), number(options.opacity)});
+    if (info->hardness.keep != Keep::Nowhere)
+        arguments = join({arguments, number(options.hardness)});
+    if (info->tablet.keep != Keep::Nowhere)
+        arguments = join({arguments, onOff(options.tabletEnabled)});
+    if (info->factoryFont)
+        arguments = join({arguments, quote(options.fontFamily)});
+    return util(arguments);
 }
 
 QString ghostPrevious(int onOffToggle) {

@@ -8,6 +8,10 @@
 #include <QColor>
 #include <QString>
 
+namespace vellum {
+struct ToolOptions;
+}
+
 namespace vellum::command {
 
 /// A string literal of Maya's script language with quotes: backslash, quote and line controls are
@@ -52,12 +56,9 @@ QString drawDeferred();                 ///< activates the draw tool after the c
 QString transformDeferred();            ///< the transform tool in the same way
 QString refreshLayerManagerDeferred();
 QString drawColor(const QColor& color);
-QString pencilOptions(int size, int opacity, bool tablet);
-QString brushOptions(int size, int opacity, int hardness, bool tablet);
-QString eraserOptions(int size, int opacity, int hardness, bool tablet);
-QString textOptions(int size, int opacity, const QString& fontFamily);
-QString shapeOptions(Tool tool, int size, int opacity); ///< line, arrow, ellipse, rectangle
-QString ghostPrevious(int onOffToggle);                 ///< 1, 0, -1
+/// Sets all options the tool has; empty for what is no tool to choose.
+QString setToolOptions(Tool tool, const ToolOptions& options);
+QString ghostPrevious(int onOffToggle); ///< 1, 0, -1
 QString ghostNext(int onOffToggle);
 QString ghostPreviousCount(int count);
 QString ghostNextCount(int count);

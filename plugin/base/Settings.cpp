@@ -5,6 +5,7 @@
 #include "plugin/base/QtCompat.h"
 #include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
+#include "plugin/base/ToolTable.h"
 
 #include <QDataStream>
 #include <QDir>
@@ -35,11 +36,11 @@ struct Limits {
     int replacement; ///< Replace: value for anything out of range
 };
 
-using Field = std::variant<int Settings::*, bool Settings::*, QString Settings::*,
-                           QColor Settings::*, QByteArray Settings::*, Tool Settings::*>;
+/// Where a value lives in settings(), which stays at one place.
+using Field = std::variant<int*, bool*, QString*, QColor*, QByteArray*, Tool*>;
 
 struct Key {
-    const char* name;
+    QByteArray name;
     Field field;
     std::optional<Limits> limits;
 };
@@ -59,64 +60,71 @@ constexpr Limits replaced(int min, int max, int by) {
     return {Limits::Replace, min, max, by};
 }
 
-using S = Settings;
+/// Those of the tools' options that are kept in the file, tool by tool.
+std::vector<Key> toolKeys() {
+    std::vector<Key> keys;
+    for (const ToolInfo& info : kTools) {
+        ToolOptions& options = settings().of(info.tool);
+        const auto add = [&](const char* option, Field field, std::optional<Limits> limits) {
+            keys.push_back({QByteArray(info.key) + option, field, limits});
+        };
+        if (info.factoryFont)
+            add("FontFamily", &options.fontFamily, {});
+        add("Size", &options.size, clamped(1, info.size.largest));
+        if (info.opacity.keep == Keep::File)
+            add("Opacity", &options.opacity, clamped(1, 100));
+        if (info.tablet.keep == Keep::File)
+            add("TabletEnabled", &options.tabletEnabled, {});
+    }
+    return keys;
+}
+
+std::vector<Key> joined(std::vector<Key> keys, const std::vector<Key>& second,
+                        const std::vector<Key>& third) {
+    keys.insert(keys.end(), second.begin(), second.end());
+    keys.insert(keys.end(), third.begin(), third.end());
+    return keys;
+}
 
 /// Every key in file order.
 const std::vector<Group>& groups() {
+    Settings& s = settings();
     static const std::vector<Group> table{
         {"main",
-         {{"mainMenuName", &S::mainMenuName, {}},
-          {"toolboxGeometry", &S::toolboxGeometry, {}},
-          {"toolOptionsGeometry", &S::toolOptionsGeometry, {}},
-          {"layerManagerGeometry", &S::layerManagerGeometry, {}},
-          {"colorPaletteGeometry", &S::colorPaletteGeometry, {}},
-          {"retimingToolGeometry", &S::retimingToolGeometry, {}}}},
-        {"tools",
-         {{"activeTool", &S::activeTool, kept(0, numberOf(Tool::Transform))},
-          {"activeColor", &S::activeColor, {}},
-          {"pencilSize", &S::pencilSize, clamped(1, 100)},
-          {"pencilOpacity", &S::pencilOpacity, clamped(1, 100)},
-          {"pencilTabletEnabled", &S::pencilTabletEnabled, {}},
-          {"brushSize", &S::brushSize, clamped(1, 100)},
-          {"brushOpacity", &S::brushOpacity, clamped(1, 100)},
-          {"brushTabletEnabled", &S::brushTabletEnabled, {}},
-          {"eraserSize", &S::eraserSize, clamped(1, 100)},
-          {"textFontFamily", &S::textFontFamily, {}},
-          {"textSize", &S::textSize, clamped(1, 100)},
-          {"textOpacity", &S::textOpacity, clamped(1, 100)},
-          {"lineSize", &S::lineSize, clamped(1, 50)},
-          {"lineOpacity", &S::lineOpacity, clamped(1, 100)},
-          {"arrowSize", &S::arrowSize, clamped(1, 50)},
-          {"arrowOpacity", &S::arrowOpacity, clamped(1, 100)},
-          {"ellipseSize", &S::ellipseSize, clamped(1, 50)},
-          {"ellipseOpacity", &S::ellipseOpacity, clamped(1, 100)},
-          {"rectangleSize", &S::rectangleSize, clamped(1, 50)},
-          {"rectangleOpacity", &S::rectangleOpacity, clamped(1, 100)},
-          {"ghostPrev", &S::ghostPrev, {}},
-          {"ghostNext", &S::ghostNext, {}},
-          {"ghostPrevCount", &S::ghostPrevCount, replaced(1, 9, 3)},
-          {"ghostNextCount", &S::ghostNextCount, replaced(1, 9, 3)},
-          {"ghostColorOverride", &S::ghostColorOverride, {}},
-          {"ghostColorOverridePrev", &S::ghostColorOverridePrev, {}},
-          {"ghostColorOverrideNext", &S::ghostColorOverrideNext, {}},
-          {"retimeMoveToNextFrame", &S::retimeMoveToNextFrame, {}}}},
+         {{"mainMenuName", &s.mainMenuName, {}},
+          {"toolboxGeometry", &s.toolboxGeometry, {}},
+          {"toolOptionsGeometry", &s.toolOptionsGeometry, {}},
+          {"layerManagerGeometry", &s.layerManagerGeometry, {}},
+          {"colorPaletteGeometry", &s.colorPaletteGeometry, {}},
+          {"retimingToolGeometry", &s.retimingToolGeometry, {}}}},
+        {"tools", joined({{"activeTool", &s.activeTool, kept(0, numberOf(Tool::Transform))},
+                          {"activeColor", &s.activeColor, {}}},
+                         toolKeys(),
+                         {{"ghostPrev", &s.ghostPrev, {}},
+                          {"ghostNext", &s.ghostNext, {}},
+                          {"ghostPrevCount", &s.ghostPrevCount, replaced(1, 9, 3)},
+                          {"ghostNextCount", &s.ghostNextCount, replaced(1, 9, 3)},
+                          {"ghostColorOverride", &s.ghostColorOverride, {}},
+                          {"ghostColorOverridePrev", &s.ghostColorOverridePrev, {}},
+                          {"ghostColorOverrideNext", &s.ghostColorOverrideNext, {}},
+                          {"retimeMoveToNextFrame", &s.retimeMoveToNextFrame, {}}})},
         {"preferences",
-         {{"drawToolContextMenu", &S::drawToolContextMenu, {}},
-          {"transformToolContextMenu", &S::transformToolContextMenu, {}},
-          {"timelineContextMenu", &S::timelineContextMenu, {}},
-          {"toolboxDrawToolContextMenu", &S::toolboxDrawToolContextMenu, {}},
-          {"toolboxGhostingContextMenu", &S::toolboxGhostingContextMenu, {}},
-          {"showMainMenuInAnimationSet", &S::showMainMenuInAnimationSet, {}},
-          {"disableGhostingDuringPlayback", &S::disableGhostingDuringPlayback, {}},
-          {"timeControlRangeMoveEnabled", &S::timeControlRangeMoveEnabled, {}},
-          {"ignore2dPanZoom", &S::ignore2dPanZoom, {}},
-          {"defaultLayerState", &S::defaultLayerState, kept(0, 2)},
-          {"automaticallyAddFirstLayer", &S::automaticallyAddFirstLayer, {}},
-          {"alwaysDisplayNewLayerDialog", &S::alwaysDisplayNewLayerDialog, {}},
-          {"insertDefaultStaticFrame", &S::insertDefaultStaticFrame, {}},
-          {"defaultStaticFrameTime", &S::defaultStaticFrameTime, {}},
-          {"timelineFrameDisplay", &S::timelineFrameDisplay, kept(0, 2)},
-          {"timelineFrameColor", &S::timelineFrameColor, {}}}},
+         {{"drawToolContextMenu", &s.drawToolContextMenu, {}},
+          {"transformToolContextMenu", &s.transformToolContextMenu, {}},
+          {"timelineContextMenu", &s.timelineContextMenu, {}},
+          {"toolboxDrawToolContextMenu", &s.toolboxDrawToolContextMenu, {}},
+          {"toolboxGhostingContextMenu", &s.toolboxGhostingContextMenu, {}},
+          {"showMainMenuInAnimationSet", &s.showMainMenuInAnimationSet, {}},
+          {"disableGhostingDuringPlayback", &s.disableGhostingDuringPlayback, {}},
+          {"timeControlRangeMoveEnabled", &s.timeControlRangeMoveEnabled, {}},
+          {"ignore2dPanZoom", &s.ignore2dPanZoom, {}},
+          {"defaultLayerState", &s.defaultLayerState, kept(0, 2)},
+          {"automaticallyAddFirstLayer", &s.automaticallyAddFirstLayer, {}},
+          {"alwaysDisplayNewLayerDialog", &s.alwaysDisplayNewLayerDialog, {}},
+          {"insertDefaultStaticFrame", &s.insertDefaultStaticFrame, {}},
+          {"defaultStaticFrameTime", &s.defaultStaticFrameTime, {}},
+          {"timelineFrameDisplay", &s.timelineFrameDisplay, kept(0, 2)},
+          {"timelineFrameColor", &s.timelineFrameColor, {}}}},
     };
     return table;
 }
@@ -202,6 +210,17 @@ template <typename Value> QVariant stored(const Value& value) {
 
 } // namespace
 
+std::array<ToolOptions, kDrawToolCount> factoryToolOptions() {
+    std::array<ToolOptions, kDrawToolCount> all;
+    for (const ToolInfo& info : kTools) {
+        ToolOptions& options = all[static_cast<std::size_t>(info.tool)];
+        options.size = info.size.factory;
+        options.tabletEnabled = info.tablet.factory;
+        options.fontFamily = QString::fromLatin1(info.factoryFont);
+    }
+    return all;
+}
+
 Settings& settings() {
     static Settings instance;
     return instance;
@@ -264,7 +283,7 @@ void readKnownKeys(QSettings& file) {
             const QVariant found = file.value(QLatin1String(key.name));
             if (!found.isValid())
                 continue;
-            std::visit([&](auto field) { read(found, key.limits, settings().*field); }, key.field);
+            std::visit([&](auto field) { read(found, key.limits, *field); }, key.field);
         }
         file.endGroup();
     }
@@ -311,11 +330,8 @@ void writeKnownKeys(QSettings& file) {
         if (&group == &groups().front())
             file.setValue(QLatin1String(kVersionKey), kFileVersion);
         for (const Key& key : group.keys)
-            std::visit(
-                [&](auto field) {
-                    file.setValue(QLatin1String(key.name), stored(settings().*field));
-                },
-                key.field);
+            std::visit([&](auto field) { file.setValue(QLatin1String(key.name), stored(*field)); },
+                       key.field);
         file.endGroup();
     }
 }

@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QColor>
 #include <QString>
+#include <array>
+#include <cstddef>
 
 namespace vellum {
 
@@ -16,7 +18,20 @@ inline const QColor& factoryTimelineFrameColor() {
     return color;
 }
 
-/// Fields carry the names of the keys in the file. Initialisers are the defaults.
+/// What can be set of one tool. Which tool has which of these, how far they go and which are in the
+/// file is told by ToolTable.h; ToolOptions.h sets them within their ranges.
+struct ToolOptions {
+    int size = 1;      ///< image pixels
+    int opacity = 100; ///< percent
+    bool tabletEnabled = false;
+    int hardness = 100; ///< percent
+    QString fontFamily;
+};
+
+std::array<ToolOptions, kDrawToolCount> factoryToolOptions();
+
+/// Fields carry the names of the keys in the file, those of a tool's options beginning with the
+/// tool's key. Initialisers are the defaults.
 struct Settings {
     // group "main"
     QString mainMenuName = QStringLiteral("VL2");
@@ -26,27 +41,10 @@ struct Settings {
     QByteArray colorPaletteGeometry;
     QByteArray retimingToolGeometry;
 
-    // group "tools": sizes in image pixels, opacities in percent
+    // group "tools"
     Tool activeTool = Tool::Brush; // files may hold Tool::Transform, which selects none
     QColor activeColor = QColor(0, 255, 255);
-    int pencilSize = 6;
-    int pencilOpacity = 100;
-    bool pencilTabletEnabled = false;
-    int brushSize = 6;
-    int brushOpacity = 100;
-    bool brushTabletEnabled = true;
-    int eraserSize = 40;
-    QString textFontFamily = QStringLiteral("Arial");
-    int textSize = 20;
-    int textOpacity = 100;
-    int lineSize = 6;
-    int lineOpacity = 100;
-    int arrowSize = 6;
-    int arrowOpacity = 100;
-    int ellipseSize = 6;
-    int ellipseOpacity = 100;
-    int rectangleSize = 6;
-    int rectangleOpacity = 100;
+    std::array<ToolOptions, kDrawToolCount> toolOptions = factoryToolOptions();
     bool ghostPrev = false;
     bool ghostNext = false;
     int ghostPrevCount = 3; // 1..9
@@ -74,11 +72,8 @@ struct Settings {
     int timelineFrameDisplay = 0;      // 0 always, 1 node selected or tool active, 2 never
     QColor timelineFrameColor = factoryTimelineFrameColor();
 
-    // Kept in memory only: options without a key in the file. Percent.
-    int brushHardness = 100;
-    int eraserHardness = 100;
-    int eraserOpacity = 100;
-    bool eraserTabletEnabled = false;
+    ToolOptions& of(Tool tool) { return toolOptions[static_cast<std::size_t>(tool)]; }
+    const ToolOptions& of(Tool tool) const { return toolOptions[static_cast<std::size_t>(tool)]; }
 };
 
 Settings& settings();

@@ -1,4 +1,5 @@
-// The tools, as settings, scripts, panels and strokes know them.
+// The tools, as settings, scripts, panels and strokes know them. What each is called, does and can
+// be set to stands in ToolTable.h.
 #pragma once
 
 #include <cstdint>
@@ -23,13 +24,6 @@ inline constexpr int kDrawToolCount = static_cast<int>(Tool::Transform);
 /// As files and scripts have it.
 constexpr int numberOf(Tool tool) {
     return static_cast<int>(tool);
-}
-
-constexpr bool isFreehand(Tool tool) {
-    return tool == Tool::Pencil || tool == Tool::Brush || tool == Tool::Eraser;
-}
-constexpr bool isShape(Tool tool) {
-    return tool >= Tool::Line && tool <= Tool::Rectangle;
 }
 
 } // namespace vellum

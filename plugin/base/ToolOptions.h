@@ -9,7 +9,7 @@ namespace vellum {
 /// False, after reporting, for what is no tool to choose.
 bool isTool(Tool tool);
 
-/// Image pixels: 1..100, for line, arrow, ellipse and rectangle 1..50. The setter clamps.
+/// Image pixels, from 1 to the largest of the table. The setter clamps.
 int toolSize(Tool tool);
 void setToolSize(Tool tool, int size);
 
@@ -17,13 +17,13 @@ void setToolSize(Tool tool, int size);
 int toolOpacity(Tool tool);
 void setToolOpacity(Tool tool, int percent);
 
-/// Whether tablet pressure drives the opacity. Only pencil, brush and eraser have the switch; it is
-/// off for the others and setting it there does nothing.
+/// Whether tablet pressure drives the opacity. Off for tools that have no such switch; setting it
+/// there does nothing.
 bool toolTabletEnabled(Tool tool);
 void setToolTabletEnabled(Tool tool, bool enabled);
 
-/// Percent, 0..100. Only brush and eraser have it; 100 for the others, setting it there does
-/// nothing. A negative value gives 10 for the brush and 0 for the eraser.
+/// Percent, 0..100. 100 for tools that have no such option; setting it there does nothing. For a
+/// negative value see the table.
 int toolHardness(Tool tool);
 void setToolHardness(Tool tool, int percent);
 

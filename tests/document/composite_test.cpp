@@ -289,7 +289,7 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
         }
         default:
             if (manager.currentStroke() ||
-                manager.beginStroke(kCamera, static_cast<Tool>(upTo(8)), Qt::red)) {
+                manager.beginStroke(kCamera, static_cast<Tool>(upTo(kDrawToolCount)), Qt::red)) {
                 for (int i = upTo(4); i >= 0; --i) {
                     addPoint(manager, upTo(1200) - 90, upTo(1200) - 90, 1 + upTo(50), 0.7F);
                 }
@@ -386,7 +386,7 @@ TEST(Composite, DrawingTouchesOnlyWhatTheStrokeTouches) {
 
 TEST(Composite, CommittingChangesNoPixelAndUndoRestoresAll) {
     for (const Tool tool : {Tool::Pencil, Tool::Brush, Tool::Eraser, Tool::Line}) {
-        SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
+        SCOPED_TRACE("tool " + std::to_string(numberOf(tool)));
         const CleanScene scene;
         LayerManager manager;
         fill(manager, 3, 900);
@@ -418,16 +418,18 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     manager.insertLayer(kCamera, -1, drawing::layerWith("A", {3, 5}, 1));
     Layer& layer = *manager.layer(kCamera, 0);
     const struct {
-        int time, state, tool;
+        int time, state;
+        Tool tool;
         bool begins;
-    } cases[] = {{1, 0, 1, false}, {4, 0, 1, false}, {5, 0, 1, true},  {4, 1, 1, true},
-                 {2, 1, 1, false}, {5, 2, 1, false}, {5, 0, 8, false}, {5, 0, -1, false}};
+    } cases[] = {{1, 0, Tool::Brush, false},     {4, 0, Tool::Brush, false},
+                 {5, 0, Tool::Brush, true},      {4, 1, Tool::Brush, true},
+                 {2, 1, Tool::Brush, false},     {5, 2, Tool::Brush, false},
+                 {5, 0, Tool::Transform, false}, {5, 0, static_cast<Tool>(-1), false}};
     for (const auto& one : cases) {
         layer.setState(one.state);
         drawing::goTo(manager, one.time);
-        EXPECT_EQ(manager.beginStroke(kCamera, static_cast<Tool>(one.tool), Qt::red) != nullptr,
-                  one.begins)
-            << one.time << ' ' << one.state << ' ' << one.tool;
+        EXPECT_EQ(manager.beginStroke(kCamera, one.tool, Qt::red) != nullptr, one.begins)
+            << one.time << ' ' << one.state << ' ' << numberOf(one.tool);
         EXPECT_EQ(manager.currentStroke() != nullptr, one.begins);
     }
     EXPECT_FALSE(manager.commitStroke(kCamera, undo)) << "there is no stroke";
@@ -460,7 +462,7 @@ TEST(StrokeSession, MergesPointsNeverShownAndKeepsTheRest) {
     Frame frame(MTime(1, MTime::uiUnit()));
     frame.setImage(picture);
     for (const Tool tool : {Tool::Pencil, Tool::Eraser}) {
-        SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
+        SCOPED_TRACE("tool " + std::to_string(numberOf(tool)));
         StrokeSession session(frame, tool, QColor(200, 40, 10), QImage());
         session.stroke().points = {{20, 1.0F, 1.0F, 100, 650}, {20, 1.0F, 1.0F, 900, 650}};
         session.stroke().dirty = true;

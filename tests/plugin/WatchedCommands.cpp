@@ -277,26 +277,22 @@ QString WatchedCommands::drawing() const {
 QString WatchedCommands::settingsText() const {
     const Settings& now = settings();
     QString text;
-    for (const int number : {numberOf(now.activeTool), now.pencilSize,
-                             now.pencilOpacity,        now.brushSize,
-                             now.brushOpacity,         now.brushHardness,
-                             now.eraserSize,           now.eraserOpacity,
-                             now.eraserHardness,       now.textSize,
-                             now.textOpacity,          now.lineSize,
-                             now.lineOpacity,          now.arrowSize,
-                             now.arrowOpacity,         now.ellipseSize,
-                             now.ellipseOpacity,       now.rectangleSize,
-                             now.rectangleOpacity,     now.ghostPrevCount,
-                             now.ghostNextCount,       now.defaultLayerState,
-                             now.timelineFrameDisplay})
+    for (const int number : {numberOf(now.activeTool), now.ghostPrevCount, now.ghostNextCount,
+                             now.defaultLayerState, now.timelineFrameDisplay})
         text += QString::number(number) + QLatin1Char(' ');
-    for (const bool on : {now.pencilTabletEnabled, now.brushTabletEnabled, now.eraserTabletEnabled,
-                          now.ghostPrev, now.ghostNext, now.ghostColorOverride})
+    for (const bool on : {now.ghostPrev, now.ghostNext, now.ghostColorOverride})
         text += on ? QLatin1Char('1') : QLatin1Char('0');
+    for (const ToolOptions& tool : now.toolOptions)
+        text += QStringLiteral(" %1 %2 %3 %4 ")
+                    .arg(tool.size)
+                    .arg(tool.opacity)
+                    .arg(tool.hardness)
+                    .arg(tool.tabletEnabled ? 1 : 0) +
+                tool.fontFamily;
     for (const QColor& color :
          {now.activeColor, now.ghostColorOverridePrev, now.ghostColorOverrideNext})
         text += QLatin1Char(' ') + color.name(QColor::HexArgb);
-    return text + now.textFontFamily + QLatin1Char('\n');
+    return text + QLatin1Char('\n');
 }
 
 QString WatchedCommands::everything() {

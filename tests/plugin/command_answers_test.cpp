@@ -7,6 +7,7 @@
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/Settings.h"
+#include "plugin/base/ToolTable.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 
@@ -369,46 +370,35 @@ TEST_F(CommandAnswers, OptionsAreClamped) {
         EXPECT_EQ(outcome.status, MS::kSuccess) << written;
         EXPECT_EQ(outcome.log, line("options, toolbox")) << written;
     };
-    const struct {
-        const char* flag;
-        const char* rest; ///< behind size and opacity
-        int Settings::*size;
-        int Settings::*opacity;
-        int largest;
-    } rows[] = {
-        {"-po", "0", &Settings::pencilSize, &Settings::pencilOpacity, 100},
-        {"-bo", "0 0", &Settings::brushSize, &Settings::brushOpacity, 100},
-        {"-eo", "0 0", &Settings::eraserSize, &Settings::eraserOpacity, 100},
-        {"-txo", "Arial", &Settings::textSize, &Settings::textOpacity, 100},
-        {"-lo", "", &Settings::lineSize, &Settings::lineOpacity, 50},
-        {"-ao", "", &Settings::arrowSize, &Settings::arrowOpacity, 50},
-        {"-elo", "", &Settings::ellipseSize, &Settings::ellipseOpacity, 50},
-        {"-ro", "", &Settings::rectangleSize, &Settings::rectangleOpacity, 50},
-    };
-    for (const auto& row : rows) {
+    for (const ToolInfo& info : kTools) {
+        QString rest; // behind size and opacity
+        for (const Keep keep : {info.hardness.keep, info.tablet.keep})
+            rest += keep == Keep::Nowhere ? QString() : line("0 ");
+        rest += info.factoryFont ? line("Arial") : QString();
         const auto set = [&](const char* sizeAndOpacity) {
             options(line("%1 %2 %3")
-                        .arg(line(row.flag), line(sizeAndOpacity), line(row.rest))
+                        .arg(line(info.optionsFlag.shortName), line(sizeAndOpacity), rest)
                         .toLatin1()
                         .constData());
         };
+        const ToolOptions& stored = now.of(info.tool);
         set("0 0");
-        EXPECT_TRUE(now.*row.size == 1 && now.*row.opacity == 1) << row.flag;
+        EXPECT_TRUE(stored.size == 1 && stored.opacity == 1) << info.name;
         set("4294967295 101");
-        EXPECT_TRUE(now.*row.size == row.largest && now.*row.opacity == 100) << row.flag;
+        EXPECT_TRUE(stored.size == info.size.largest && stored.opacity == 100) << info.name;
         set("50 99");
-        EXPECT_TRUE(now.*row.size == 50 && now.*row.opacity == 99) << row.flag;
+        EXPECT_TRUE(stored.size == 50 && stored.opacity == 99) << info.name;
     }
     options("-bo 10 50 150 7");
-    EXPECT_TRUE(now.brushHardness == 100 && now.brushTabletEnabled);
+    EXPECT_TRUE(now.of(Tool::Brush).hardness == 100 && now.of(Tool::Brush).tabletEnabled);
     options("-eo 10 50 4294967295 1");
-    EXPECT_TRUE(now.eraserHardness == 100 && now.eraserTabletEnabled);
+    EXPECT_TRUE(now.of(Tool::Eraser).hardness == 100 && now.of(Tool::Eraser).tabletEnabled);
     options("-bo 10 50 40 0");
-    EXPECT_TRUE(now.brushHardness == 40 && !now.brushTabletEnabled);
+    EXPECT_TRUE(now.of(Tool::Brush).hardness == 40 && !now.of(Tool::Brush).tabletEnabled);
     options("-po 80 0 1");
-    EXPECT_TRUE(now.pencilTabletEnabled);
+    EXPECT_TRUE(now.of(Tool::Pencil).tabletEnabled);
     options("-txo 20 30 \"DejaVu \\\"Sans\\\"\"");
-    EXPECT_EQ(now.textFontFamily, line("DejaVu \"Sans\""));
+    EXPECT_EQ(now.of(Tool::Text).fontFamily, line("DejaVu \"Sans\""));
 }
 
 TEST_F(CommandAnswers, ToolsThatCannotBeHadFailSilently) {

@@ -3,6 +3,7 @@
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Script.h"
+#include "plugin/base/Settings.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -73,13 +74,15 @@ TEST_F(CommandStrings, EveryArgumentOfEveryCommandIsQuoted) {
     }
     const QString hostile = QStringLiteral("\"; $pwned = 1; \"");
     const QString quoted = command::quote(hostile);
+    ToolOptions text;
+    text.fontFamily = hostile;
     for (const QString& built :
          {command::commitStroke(hostile, 2, true), command::addLayer(hostile, hostile, 1),
           command::setActiveLayer(0, hostile), command::deleteLayer(0, hostile),
           command::moveLayer(0, 1, hostile), command::moveLayerToCamera(hostile, 0, 1, hostile),
           command::moveAllLayers(hostile, hostile), command::renameLayer(hostile, 0, hostile),
           command::setLayerState(1, 0, hostile), command::setLayerVisible(true, 0, hostile),
-          command::textOptions(1, 2, hostile), command::contextExists(hostile),
+          command::setToolOptions(Tool::Text, text), command::contextExists(hostile),
           command::setToolTo(hostile), command::colorSliderValue(hostile),
           command::setColorSliderValue(hostile, Qt::red),
           command::setColorSliderCommand(hostile, hostile)}) {

@@ -49,10 +49,10 @@ TEST_F(SettingsFile, NumbersOutOfRangeFollowTheirRule) {
     load(QStringLiteral("[tools]\npencilSize=0\nlineSize=80\neraserSize=500\npencilOpacity=-3\n"
                         "ghostPrevCount=0\nghostNextCount=10\nactiveTool=9\n"
                         "[preferences]\ntimelineFrameDisplay=3\ndefaultLayerState=-1\n"));
-    EXPECT_EQ(settings().pencilSize, 1);
-    EXPECT_EQ(settings().lineSize, 50);
-    EXPECT_EQ(settings().eraserSize, 100);
-    EXPECT_EQ(settings().pencilOpacity, 1);
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 1);
+    EXPECT_EQ(settings().of(Tool::Line).size, 50);
+    EXPECT_EQ(settings().of(Tool::Eraser).size, 100);
+    EXPECT_EQ(settings().of(Tool::Pencil).opacity, 1);
     EXPECT_EQ(settings().ghostPrevCount, 3);
     EXPECT_EQ(settings().ghostNextCount, 3);
     EXPECT_EQ(settings().activeTool, Tool::Brush);
@@ -70,10 +70,10 @@ TEST_F(SettingsFile, GarbageGivesDefaults) {
     load(
         QStringLiteral("[tools]\npencilSize=many\nactiveColor=@Variant(\\0\\0)\nghostPrev=perhaps\n"
                        "brushSize=99999999999999999\n[main]\nversion=junk\n"));
-    EXPECT_EQ(settings().pencilSize, 6);
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 6);
     EXPECT_EQ(settings().activeColor, QColor(0, 255, 255));
     EXPECT_FALSE(settings().ghostPrev);
-    EXPECT_EQ(settings().brushSize, 6);
+    EXPECT_EQ(settings().of(Tool::Brush).size, 6);
 
     load(QStringLiteral(
         "[main]\nmainMenuName=@Invalid()\ntoolboxGeometry=a, b\n"
@@ -87,9 +87,9 @@ TEST_F(SettingsFile, GarbageGivesDefaults) {
     const Settings defaults;
     EXPECT_EQ(settings().mainMenuName, defaults.mainMenuName);
     EXPECT_EQ(settings().toolboxGeometry, defaults.toolboxGeometry);
-    EXPECT_EQ(settings().textFontFamily, defaults.textFontFamily);
-    EXPECT_EQ(settings().lineSize, defaults.lineSize);
-    EXPECT_EQ(settings().ellipseSize, defaults.ellipseSize);
+    EXPECT_EQ(settings().of(Tool::Text).fontFamily, defaults.of(Tool::Text).fontFamily);
+    EXPECT_EQ(settings().of(Tool::Line).size, defaults.of(Tool::Line).size);
+    EXPECT_EQ(settings().of(Tool::Ellipse).size, defaults.of(Tool::Ellipse).size);
     EXPECT_EQ(settings().ghostPrevCount, defaults.ghostPrevCount);
     EXPECT_EQ(settings().ghostNextCount, defaults.ghostNextCount);
     EXPECT_EQ(settings().activeTool, defaults.activeTool);
@@ -101,13 +101,13 @@ TEST_F(SettingsFile, GarbageGivesDefaults) {
     EXPECT_EQ(settings().ignore2dPanZoom, defaults.ignore2dPanZoom);
 
     load(QString(QChar(0x1)) + QStringLiteral("\xff\xfe [[[ ==== \n\n]"));
-    EXPECT_EQ(settings().brushSize, 6);
+    EXPECT_EQ(settings().of(Tool::Brush).size, 6);
     EXPECT_EQ(settings().mainMenuName, QStringLiteral("VL2"));
-    EXPECT_TRUE(settings().brushTabletEnabled);
+    EXPECT_TRUE(settings().of(Tool::Brush).tabletEnabled);
 
     resetSettings();
     loadSettingsFrom(directory_.filePath(QStringLiteral("missing/none.ini")));
-    EXPECT_EQ(settings().eraserSize, 40);
+    EXPECT_EQ(settings().of(Tool::Eraser).size, 40);
     // A color whose first byte, its color model, is none that there is.
     load(
         QStringLiteral("[tools]\nactiveColor=@Variant(\\0\\0\\0\\x43\\x5b\\xff\\xff\\xff\\xff\\0\\0"
@@ -121,7 +121,7 @@ TEST_F(SettingsFile, EveryKindOfValueComesBackAndStrangersStay) {
     settings().toolboxGeometry = QByteArray::fromHex("00ff0d0a2c22");
     settings().activeColor = QColor(1, 2, 3, 4);
     settings().ghostNext = true;
-    settings().textFontFamily = QStringLiteral("A, B");
+    settings().of(Tool::Text).fontFamily = QStringLiteral("A, B");
     settings().timelineFrameDisplay = 2;
     const Settings saved = settings();
     ASSERT_TRUE(saveSettingsTo(path()));
@@ -132,7 +132,7 @@ TEST_F(SettingsFile, EveryKindOfValueComesBackAndStrangersStay) {
     EXPECT_EQ(settings().toolboxGeometry, saved.toolboxGeometry);
     EXPECT_EQ(settings().activeColor, saved.activeColor);
     EXPECT_TRUE(settings().ghostNext);
-    EXPECT_EQ(settings().textFontFamily, saved.textFontFamily);
+    EXPECT_EQ(settings().of(Tool::Text).fontFamily, saved.of(Tool::Text).fontFamily);
     EXPECT_EQ(settings().timelineFrameDisplay, 2);
 
     QSettings file(path(), QSettings::IniFormat);
@@ -200,7 +200,7 @@ TEST_F(SettingsFile, ObjectsInTheFileAreNeitherBuiltNorLost) {
                              list +
                              "; a comment\n"
                              "toolboxGeometry=\"never closed\n[preferences]\nstranger=\\"));
-    EXPECT_EQ(settings().pencilSize, 9) << "what is sound counts";
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 9) << "what is sound counts";
     EXPECT_EQ(settings().activeColor, QColor(1, 2, 3));
     EXPECT_EQ(settings().ghostColorOverridePrev, QColor(0, 128, 0));
     EXPECT_EQ(settings().ghostColorOverrideNext, QColor(128, 0, 0));
@@ -219,7 +219,7 @@ TEST_F(SettingsFile, ObjectsInTheFileAreNeitherBuiltNorLost) {
     }
     resetSettings();
     loadSettingsFrom(path());
-    EXPECT_EQ(settings().pencilSize, 9);
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 9);
     EXPECT_EQ(settings().activeColor, QColor(1, 2, 3));
 }
 
@@ -274,7 +274,7 @@ TEST_F(SettingsFile, DamageNeverReachesWhatIsSaved) {
 TEST_F(SettingsFile, WhatIsNoFileIsLeftAlone) {
     ASSERT_TRUE(QDir().mkpath(path() + QStringLiteral("/inside")));
     loadSettingsFrom(path());
-    EXPECT_EQ(settings().pencilSize, 6);
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 6);
     EXPECT_FALSE(saveSettingsTo(path()));
     EXPECT_TRUE(QFileInfo(path() + QStringLiteral("/inside")).isDir());
     ASSERT_TRUE(QDir(path()).removeRecursively());
@@ -282,7 +282,7 @@ TEST_F(SettingsFile, WhatIsNoFileIsLeftAlone) {
     QFile file(path());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64(1) << 40));
     loadSettingsFrom(path());
-    EXPECT_EQ(settings().pencilSize, 6);
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 6);
     EXPECT_FALSE(saveSettingsTo(path()));
     EXPECT_EQ(file.size(), qint64(1) << 40);
 }
@@ -341,7 +341,7 @@ TEST_F(SettingsFile, ToolOptionsAreClampedPerTool) {
                                                              : 100)
             << number;
     }
-    EXPECT_EQ(settings().pencilSize, 1) << "options are the settings themselves";
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 1) << "options are the settings themselves";
 }
 
 class SettingsPlace : public test::HostSession {
@@ -357,24 +357,24 @@ TEST_F(SettingsPlace, IsThePreferencesDirectoryWhenMayaNamesOne) {
     const QString directory = text(QStringLiteral("internalVar -userPrefDir"));
     EXPECT_EQ(path, QDir(directory).absoluteFilePath(QStringLiteral("vellum2.ini")));
     EXPECT_FALSE(path.contains(QStringLiteral("//")));
-    settings().eraserSize = 55;
+    settings().of(Tool::Eraser).size = 55;
     ASSERT_TRUE(saveSettings()) << "makes the directory when it has to";
-    settings().eraserSize = 66;
+    settings().of(Tool::Eraser).size = 66;
     loadSettings();
-    EXPECT_EQ(settings().eraserSize, 55);
+    EXPECT_EQ(settings().of(Tool::Eraser).size, 55);
 
     host::faults::arm("command internalVar");
-    settings().eraserSize = 77;
+    settings().of(Tool::Eraser).size = 77;
     errors.clear();
     EXPECT_EQ(settingsPath(), QString());
     EXPECT_TRUE(
         errors.contains(QStringLiteral("[Vellum2] Failed to retrieve Maya prefs directory")));
     loadSettings();
     EXPECT_FALSE(saveSettings());
-    EXPECT_EQ(settings().eraserSize, 77);
+    EXPECT_EQ(settings().of(Tool::Eraser).size, 77);
     host::faults::clear();
     loadSettings();
-    EXPECT_EQ(settings().eraserSize, 55) << "nothing was written meanwhile";
+    EXPECT_EQ(settings().of(Tool::Eraser).size, 55) << "nothing was written meanwhile";
 }
 
 } // namespace

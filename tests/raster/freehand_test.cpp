@@ -227,7 +227,7 @@ TEST(Freehand, ThinLineByHand) {
 
 TEST(Freehand, SingleColumnMarginOfWidthOne) {
     for (const Tool tool : {Tool::Pencil, Tool::Eraser}) {
-        SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
+        SCOPED_TRACE("tool " + std::to_string(numberOf(tool)));
         QImage image = canvas(64, tool == Tool::Eraser ? 255 : 0);
         const QImage before = image.copy();
         drawFreehandSegments(image, {point(0, 5, 1), point(0, 50, 1)}, 0, tool);

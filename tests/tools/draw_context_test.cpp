@@ -22,7 +22,7 @@ protected:
     void SetUp() override {
         ToolSession::SetUp();
         settings().activeTool = Tool::Pencil;
-        settings().pencilSize = 12;
+        settings().of(Tool::Pencil).size = 12;
         settings().activeColor = QColor(250, 120, 10);
         activateDrawTool();
     }
@@ -64,7 +64,7 @@ protected:
 
 TEST_F(Drawing, ClickLeavesADabUnderThePointer) {
     for (const Tool tool : {Tool::Pencil, Tool::Brush}) {
-        SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
+        SCOPED_TRACE("tool " + std::to_string(numberOf(tool)));
         settings().activeTool = tool;
         moveTo({200, 150});
         press();
@@ -134,7 +134,7 @@ TEST(DrawingAtScale, PointsAreTheVeryDevicePixels) {
 TEST_F(Drawing, EraserEndErasesWithoutChangingTheTool) {
     stroke({{100, 100}, {300, 100}});
     ASSERT_GT(alphaAt(imagePixel({150, 100})), 0);
-    settings().eraserSize = 60;
+    settings().of(Tool::Eraser).size = 60;
     moveTo({150, 100});
     pluginState().tabletEraser = true; // as the filter sets it
     press();
@@ -145,17 +145,17 @@ TEST_F(Drawing, EraserEndErasesWithoutChangingTheTool) {
 }
 
 TEST_F(Drawing, SizeAndOpacityDrags) {
-    settings().pencilSize = 6;
-    settings().pencilOpacity = 50;
+    settings().of(Tool::Pencil).size = 6;
+    settings().of(Tool::Pencil).opacity = 50;
     moveTo({200, 200});
     key(Qt::Key_B, true);
     press();
     moveTo({209, 200});
-    EXPECT_EQ(settings().pencilSize, 6);
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 6);
     moveTo({225, 200});
-    EXPECT_EQ(settings().pencilSize, 8);
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 8);
     moveTo({100, 200});
-    EXPECT_EQ(settings().pencilSize, 1);
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 1);
     release();
     key(Qt::Key_B, false);
     moveTo({200, 200});
@@ -164,14 +164,14 @@ TEST_F(Drawing, SizeAndOpacityDrags) {
     moveTo({240, 220});
     release();
     key(Qt::Key_M, false);
-    EXPECT_EQ(settings().pencilOpacity, 54);
+    EXPECT_EQ(settings().of(Tool::Pencil).opacity, 54);
     EXPECT_EQ(document()->cameraLayerCount(camera), 0) << "nothing was drawn";
 }
 
 TEST_F(Drawing, TextIsTypedAndCommittedByTheNextPress) {
     settings().activeTool = Tool::Text;
-    settings().textFontFamily = QStringLiteral("DejaVu Sans");
-    settings().textSize = 40;
+    settings().of(Tool::Text).fontFamily = QStringLiteral("DejaVu Sans");
+    settings().of(Tool::Text).size = 40;
     moveTo({150, 120});
     press();
     release();

@@ -21,7 +21,7 @@ protected:
     void SetUp() override {
         ToolSession::SetUp();
         settings().activeTool = Tool::Pencil;
-        settings().pencilSize = 12;
+        settings().of(Tool::Pencil).size = 12;
         activateDrawTool();
     }
 

@@ -23,7 +23,7 @@ protected:
     void SetUp() override {
         ToolSession::SetUp();
         settings().activeTool = Tool::Pencil;
-        settings().pencilSize = 20;
+        settings().of(Tool::Pencil).size = 20;
         window->move(0, 0);
         activateDrawTool();
     }

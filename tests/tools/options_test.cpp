@@ -40,7 +40,7 @@ class Options : public ToolSession {
 protected:
     void SetUp() override {
         ToolSession::SetUp();
-        settings().textFontFamily = QStringLiteral("DejaVu Sans");
+        settings().of(Tool::Text).fontFamily = QStringLiteral("DejaVu Sans");
         settings().activeColor = QColor(250, 120, 10);
         activateDrawTool();
     }

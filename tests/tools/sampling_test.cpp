@@ -152,7 +152,7 @@ TEST_F(Sampling, ShapesKeepPressAndPresentAndTextFollows) {
     EXPECT_EQ(positions(), (QList<QPoint>{{10, 10}, {80, 20}}));
 
     stroke_ = Stroke();
-    settings().textFontFamily = QStringLiteral("DejaVu Serif");
+    settings().of(Tool::Text).fontFamily = QStringLiteral("DejaVu Serif");
     begin(Tool::Text);
     sample(9, 10);
     sample(300, 400);
@@ -241,7 +241,7 @@ TEST_F(Sampling, BeginsAtThePressHoweverLateTheThreadIs) {
     };
     for (const auto& c : cases) {
         for (const Tool tool : {Tool::Line, Tool::Brush}) {
-            SCOPED_TRACE("tool " + std::to_string(static_cast<int>(tool)));
+            SCOPED_TRACE("tool " + std::to_string(numberOf(tool)));
             stroke_ = Stroke();
             stroke_.tool = tool;
             QSemaphore polled;

@@ -20,8 +20,8 @@ protected:
     void SetUp() override {
         ToolSession::SetUp();
         settings().activeTool = Tool::Text;
-        settings().textFontFamily = QStringLiteral("DejaVu Sans");
-        settings().textSize = 40;
+        settings().of(Tool::Text).fontFamily = QStringLiteral("DejaVu Sans");
+        settings().of(Tool::Text).size = 40;
         settings().activeColor = QColor(30, 60, 250);
         activateDrawTool();
     }
@@ -98,14 +98,14 @@ TEST_F(Text, KeysAreTyped) {
     EXPECT_EQ(typed(), QString());
     type({Qt::Key_Escape});
     EXPECT_EQ(inkIn(picture()), 0) << "an empty text leaves nothing";
-    const int before = settings().textSize;
+    const int before = settings().of(Tool::Text).size;
     key(Qt::Key_B, true); // no longer typed: the size again
     moveTo({200, 200});
     press();
     moveTo({220, 200});
     release();
     key(Qt::Key_B, false);
-    EXPECT_EQ(settings().textSize, before + 2);
+    EXPECT_EQ(settings().of(Tool::Text).size, before + 2);
 }
 
 // What a keyboard of another script sends: one key, its text.
@@ -240,7 +240,7 @@ TEST_F(Text, FontFamilyReachesThePixels) {
     type({Qt::Key_A, Qt::Key_Escape});
     const QImage sans = picture();
     ASSERT_TRUE(run(QStringLiteral("undo")));
-    settings().textFontFamily = QStringLiteral("DejaVu Serif");
+    settings().of(Tool::Text).fontFamily = QStringLiteral("DejaVu Serif");
     begin();
     type({Qt::Key_A, Qt::Key_Escape});
     EXPECT_NE(picture(), sans);

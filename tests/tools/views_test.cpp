@@ -24,7 +24,7 @@ protected:
     void SetUp() override {
         ToolSession::SetUp();
         settings().activeTool = Tool::Pencil;
-        settings().pencilSize = 30;
+        settings().of(Tool::Pencil).size = 30;
         window->move(0, 0);
         activateDrawTool();
     }
@@ -74,7 +74,7 @@ TEST_F(Views, EveryViewDrawnInIsWatchedAndItsKeysAreHeard) {
     other.moveTo(panel.viewWidget(), {130, 100});
     other.release();
     other.key(Qt::Key_B, false);
-    EXPECT_EQ(settings().pencilSize, 33);
+    EXPECT_EQ(settings().of(Tool::Pencil).size, 33);
     settings().activeTool = Tool::Text;
     other.click(panel.viewWidget(), {60, 60});
     other.type({Qt::Key_B});
@@ -181,7 +181,7 @@ TEST_F(Views, ThePenIsSeenBeforeTheFirstPressInAView) {
     floating();
     ASSERT_TRUE(run(QStringLiteral("setFocus second")));
     activateDrawTool(); // only the floating view is watched now
-    settings().pencilTabletEnabled = true;
+    settings().of(Tool::Pencil).tabletEnabled = true;
     QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, false);
     using Phase = host::InputInjector::TabletPhase;
     moveTo({100, 100});
@@ -214,7 +214,7 @@ TEST_F(Views, SizeCursorIsSeenInBothRenderersAndGoes) {
         ASSERT_TRUE(run(QStringLiteral("modelEditor -e -grid 0 -rendererName \"%1\" "
                                        "`getPanel -withFocus`")
                             .arg(QLatin1String(renderer))));
-        settings().pencilSize = 50;
+        settings().of(Tool::Pencil).size = 50;
         moveTo({200, 200});
         view().repaint();
         const QImage before = onScreen();
@@ -232,7 +232,7 @@ TEST_F(Views, SizeCursorIsSeenInBothRenderersAndGoes) {
         press();
         EXPECT_TRUE(waitFor([&] { return isMarked(reach); })) << reach;
         moveTo({500, 200}); // size 80
-        EXPECT_EQ(settings().pencilSize, 80);
+        EXPECT_EQ(settings().of(Tool::Pencil).size, 80);
         EXPECT_TRUE(waitFor([&] { return isMarked(reach * 80 / 50); }));
         EXPECT_TRUE(waitFor([&] { return !isMarked(reach); })) << "the old circle is gone";
         release();

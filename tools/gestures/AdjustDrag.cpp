@@ -8,10 +8,10 @@ namespace {
 constexpr int kDragPerStep = 10; // view pixels for one unit
 } // namespace
 
-AdjustDrag::Option AdjustDrag::optionFor(bool sizeKeyHeld, bool opacityKeyHeld, bool erasing) {
+AdjustDrag::Option AdjustDrag::optionFor(bool sizeKeyHeld, bool opacityKeyHeld, bool opacityFixed) {
     if (sizeKeyHeld)
         return Option::Size;
-    return opacityKeyHeld && !erasing ? Option::Opacity : Option::None;
+    return opacityKeyHeld && !opacityFixed ? Option::Opacity : Option::None;
 }
 
 void AdjustDrag::begin(Option option, int value, QPoint anchor) {

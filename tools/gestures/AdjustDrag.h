@@ -10,8 +10,8 @@ class AdjustDrag {
 public:
     enum class Option { None, Size, Opacity };
 
-    /// What a press changes with these keys held. An eraser has no opacity to change.
-    static Option optionFor(bool sizeKeyHeld, bool opacityKeyHeld, bool erasing);
+    /// What a press changes with these keys held. A tool whose opacity is fixed has none to change.
+    static Option optionFor(bool sizeKeyHeld, bool opacityKeyHeld, bool opacityFixed);
 
     /// `value` is the option's at the press, at view pixel `anchor`.
     void begin(Option option, int value, QPoint anchor);

@@ -7,8 +7,8 @@
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
-#include "plugin/base/Tool.h"
 #include "plugin/base/ToolOptions.h"
+#include "plugin/base/ToolTable.h"
 #include "plugin/session/Cameras.h"
 #include "plugin/session/DrawingTarget.h"
 #include "plugin/session/Panels.h"
@@ -60,6 +60,12 @@ bool isWritten(const QString& keyText) {
            (keyText.at(0) == QLatin1Char('\t') || keyText.at(0).category() != QChar::Other_Control);
 }
 
+// What takes ink away does so wholly.
+bool hasFixedOpacity(Tool tool) {
+    const ToolInfo* info = findTool(tool);
+    return info && info->opacity.keep != Keep::File;
+}
+
 SampleOptions optionsOf(Tool tool) {
     SampleOptions options;
     options.width = toolSize(tool);
@@ -108,7 +114,7 @@ Stroke* DrawContext::strokeInProgress() const {
 
 bool DrawContext::isTextStroke() const {
     const Stroke* stroke = strokeInProgress();
-    return stroke && stroke->tool == Tool::Text;
+    return stroke && kindOf(stroke->tool) == ToolKind::Text;
 }
 
 MStatus DrawContext::doPress(MEvent& event) {
@@ -119,7 +125,7 @@ MStatus DrawContext::doPress(MEvent& event) {
     frameAdded_ = false;
     handler_.watchActiveView();
     const AdjustDrag::Option option = AdjustDrag::optionFor(
-        handler_.sizeKeyHeld(), handler_.opacityKeyHeld(), settings().activeTool == Tool::Eraser);
+        handler_.sizeKeyHeld(), handler_.opacityKeyHeld(), hasFixedOpacity(settings().activeTool));
     if (option != AdjustDrag::Option::None) {
         beginAdjusting(option, event);
     } else {

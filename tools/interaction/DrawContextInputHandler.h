@@ -2,6 +2,7 @@
 // eraser end, keys held for size and opacity, typing, and the time slider's menu. Main thread only.
 #pragma once
 
+#include "plugin/base/Tool.h"
 #include "tools/interaction/ToolInputHandler.h"
 
 #include <QElapsedTimer>
@@ -67,14 +68,14 @@ public:
 public Q_SLOTS:
     void SetActiveLayer();
     void TransformTool();
-    void SetPencilTool();
-    void SetBrushTool();
-    void SetEraserTool();
-    void SetTextTool();
-    void SetLineTool();
-    void SetArrowTool();
-    void SetEllipseTool();
-    void SetRectangleTool();
+    void SetPencilTool() { choose(Tool::Pencil); }
+    void SetBrushTool() { choose(Tool::Brush); }
+    void SetEraserTool() { choose(Tool::Eraser); }
+    void SetTextTool() { choose(Tool::Text); }
+    void SetLineTool() { choose(Tool::Line); }
+    void SetArrowTool() { choose(Tool::Arrow); }
+    void SetEllipseTool() { choose(Tool::Ellipse); }
+    void SetRectangleTool() { choose(Tool::Rectangle); }
     void NewLayer();
     void LayerProperties();
     void InsertFrame();
@@ -110,6 +111,7 @@ protected:
     void releaseKeys() override;
 
 private:
+    static void choose(Tool tool);
     bool filterTyping(QEvent* event);
     void seeMouse(const QMouseEvent& event);
     void relatePenTo(const QMouseEvent& event);

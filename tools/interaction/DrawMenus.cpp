@@ -6,13 +6,16 @@
 #include "plugin/base/Names.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
-#include "plugin/base/Tool.h"
+#include "plugin/base/ToolTable.h"
 #include "plugin/session/Cameras.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 
 #include <QAction>
+#include <QByteArray>
 #include <QMenu>
+#include <QMetaMethod>
 #include <QWidget>
+#include <cassert>
 #include <initializer_list>
 
 namespace vellum {
@@ -108,27 +111,33 @@ void run(const QString& command) {
     script::execute(command, true, true);
 }
 
-void choose(Tool tool) {
-    run(command::chooseTool(tool));
+// Each to the slot that has its name.
+void addTools(QMenu& menu, Handler* handler) {
+    for (const ToolInfo& info : kTools) {
+        const QString name = QString::fromLatin1(info.name);
+        const QByteArray slot = "Set" + QByteArray(info.name) + "Tool()";
+        QAction* action = menu.addAction(name);
+        const QMetaObject& meta = Handler::staticMetaObject;
+        const QMetaMethod method = meta.method(meta.indexOfSlot(slot.constData()));
+        assert(method.isValid());
+        QObject::connect(action, QMetaMethod::fromSignal(&QAction::triggered), handler, method);
+        action->setCheckable(true);
+        action->setChecked(info.tool == settings().activeTool);
+    }
 }
 
 } // namespace
+
+void Handler::choose(Tool tool) {
+    run(command::chooseTool(tool));
+}
 
 QMenu* Handler::makeDrawMenu(QWidget* parent) {
     auto* menu = new QMenu(parent);
     addLayers(*menu, this);
     add(*menu, this, "Transform", &Handler::TransformTool);
     menu->addSeparator();
-    addChoice(subMenu(*menu, "Draw Tool"), this,
-              {{"Pencil", &Handler::SetPencilTool},
-               {"Brush", &Handler::SetBrushTool},
-               {"Eraser", &Handler::SetEraserTool},
-               {"Text", &Handler::SetTextTool},
-               {"Line", &Handler::SetLineTool},
-               {"Arrow", &Handler::SetArrowTool},
-               {"Ellipse", &Handler::SetEllipseTool},
-               {"Rectangle", &Handler::SetRectangleTool}},
-              numberOf(settings().activeTool));
+    addTools(subMenu(*menu, "Draw Tool"), this);
     menu->addSeparator();
     addAll(
         subMenu(*menu, "Layer"), this,
@@ -183,14 +192,6 @@ void Handler::SetActiveLayer() {
 
 // clang-format off
 void Handler::TransformTool() { runUtil("-transform"); }
-void Handler::SetPencilTool() { choose(Tool::Pencil); }
-void Handler::SetBrushTool() { choose(Tool::Brush); }
-void Handler::SetEraserTool() { choose(Tool::Eraser); }
-void Handler::SetTextTool() { choose(Tool::Text); }
-void Handler::SetLineTool() { choose(Tool::Line); }
-void Handler::SetArrowTool() { choose(Tool::Arrow); }
-void Handler::SetEllipseTool() { choose(Tool::Ellipse); }
-void Handler::SetRectangleTool() { choose(Tool::Rectangle); }
 void Handler::NewLayer() { runUtil("-newLayer"); }
 void Handler::LayerProperties() { runUtil("-layerProperties"); }
 void Handler::InsertFrame() { runFrame("-insert"); }

@@ -1,6 +1,7 @@
 #include "tools/interaction/ThreadManager.h"
 
 #include "plugin/base/Settings.h"
+#include "plugin/base/ToolTable.h"
 
 #include <QCoreApplication>
 #include <algorithm>
@@ -113,21 +114,30 @@ void ThreadManager::OnMousePositionChanged(const QPoint& p, int width, float opa
     const QPoint image = viewToImage(p, target_.mapping());
     const StrokePoint point{width, opacity, hardness, image.x(), image.y()};
     std::vector<StrokePoint>& points = stroke->points;
-    if (isFreehand(stroke->tool)) {
+    const ToolKind kind = kindOf(stroke->tool);
+    switch (kind) {
+    case ToolKind::Stepped:
+    case ToolKind::Soft:
+    case ToolKind::Erasing:
         if (!appendFreehand(*stroke, point))
             return;
-    } else if (isShape(stroke->tool)) {
+        break;
+    case ToolKind::Shape:
         if (points.size() >= 2)
             points[1] = point;
         else
             points.insert(points.begin(), point);
-    } else if (stroke->tool == Tool::Text) {
-        stroke->fontFamily = settings().textFontFamily;
+        break;
+    case ToolKind::Text:
+        stroke->fontFamily = settings().of(stroke->tool).fontFamily;
         points.resize(1);
         points[0] = point;
+        break;
+    case ToolKind::Region:
+        return; // follows its own context
     }
     stroke->dirty = true;
-    if (isFreehand(stroke->tool) && points.size() == 2)
+    if (isFreehand(kind) && points.size() == 2)
         target_.requestRedraw();
 }
 

@@ -1,5 +1,6 @@
 #include "tools/raster/FreehandRaster.h"
 
+#include "plugin/base/ToolTable.h"
 #include "tools/raster/AlphaPlane.h"
 #include "tools/raster/BrushStamp.h"
 #include "tools/raster/SoftLine.h"
@@ -150,6 +151,27 @@ StrokePoint bounded(StrokePoint point) {
     return point;
 }
 
+// Segment `i` of a stroke.
+void drawSegment(const AlphaPlane& plane, ToolKind kind, const StrokePoint& from,
+                 const StrokePoint& to, int i) {
+    switch (kind) {
+    case ToolKind::Stepped:
+    case ToolKind::Erasing:
+        drawSteppedLine(plane, from, to, kind == ToolKind::Erasing);
+        return;
+    case ToolKind::Soft:
+        if (from.width == 1)
+            drawThinLine(plane, from, to);
+        else
+            drawSoftLine(plane, from, to, i == 0);
+        return;
+    case ToolKind::Shape:
+    case ToolKind::Text:
+    case ToolKind::Region:
+        return; // not drawn by hand
+    }
+}
+
 QRect reachOf(const StrokePoint& a, const StrokePoint& b) {
     const int reach = (a.width + 1) / 2 + 2;
     return QRect(QPoint(std::min(a.x, b.x) - reach, std::min(a.y, b.y) - reach),
@@ -162,7 +184,8 @@ QRect drawFreehandSegments(QImage& strokeImage, const std::vector<StrokePoint>& 
                            int fromIndex, Tool tool) {
     const int count = static_cast<int>(points.size());
     const int first = std::max(fromIndex, 0);
-    if (count < 2 || first >= count - 1 || !isFreehand(tool))
+    const ToolKind kind = kindOf(tool);
+    if (count < 2 || first >= count - 1 || !isFreehand(kind))
         return {};
     if (strokeImage.width() > kCanvasSize || strokeImage.height() > kCanvasSize)
         return {};
@@ -176,12 +199,7 @@ QRect drawFreehandSegments(QImage& strokeImage, const std::vector<StrokePoint>& 
         if (reach.isEmpty())
             continue;
         touched |= reach;
-        if (tool != Tool::Brush)
-            drawSteppedLine(plane, from, to, tool == Tool::Eraser);
-        else if (from.width == 1)
-            drawThinLine(plane, from, to);
-        else
-            drawSoftLine(plane, from, to, i == 0);
+        drawSegment(plane, kind, from, to, i);
     }
     return touched;
 }

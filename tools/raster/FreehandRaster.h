@@ -12,7 +12,7 @@
 namespace vellum {
 
 /// Rasterises every segment between consecutive points from `fromIndex` to the end with the rule of
-/// the tool (pencil, brush or eraser). Pixels outside the image are dropped. Does nothing with
+/// the tool. Pixels outside the image are dropped. Does nothing with
 /// fewer than 2 points, with `fromIndex` at or past the last point, or with another tool.
 ///
 /// `strokeImage`: Format_RGBA8888, at most kCanvasSize on a side. Returns a rectangle that holds

@@ -1,5 +1,7 @@
 #include "tools/raster/ShapeRaster.h"
 
+#include "plugin/base/ToolTable.h"
+
 #include <QFont>
 #include <QPainter>
 #include <QPen>
@@ -72,18 +74,22 @@ QRect paintText(QPainter& painter, const Stroke& stroke, QPen pen, bool showText
     return bounds.adjusted(-overhang, -overhang, overhang, overhang);
 }
 
-QRect paintShape(QPainter& painter, const Stroke& stroke, QPen pen) {
+QPen rounded(QPen pen) {
+    pen.setCapStyle(Qt::RoundCap);
+    return pen;
+}
+
+QRect paintShape(QPainter& painter, const Stroke& stroke, const QPen& pen) {
     const QPoint from = toPoint(stroke.points[0]);
     const QPoint to = toPoint(stroke.points[1]);
-    if (stroke.tool == Tool::Line || stroke.tool == Tool::Arrow)
-        pen.setCapStyle(Qt::RoundCap);
-    painter.setPen(pen);
     QRect bounds = around(from, to);
     switch (stroke.tool) {
     case Tool::Line:
+        painter.setPen(rounded(pen));
         painter.drawLine(from, to);
         break;
     case Tool::Arrow:
+        painter.setPen(rounded(pen));
         bounds = paintArrow(painter, from, to);
         break;
     case Tool::Ellipse:
@@ -92,8 +98,12 @@ QRect paintShape(QPainter& painter, const Stroke& stroke, QPen pen) {
     case Tool::Rectangle:
         painter.drawRect(QRectF(from, to).normalized());
         break;
-    default:
-        return {};
+    case Tool::Pencil:
+    case Tool::Brush:
+    case Tool::Eraser:
+    case Tool::Text:
+    case Tool::Transform:
+        return {}; // no shapes
     }
     const int margin = pen.width() + 2; // half the pen, its corners, antialiasing
     return bounds.adjusted(-margin, -margin, margin, margin);
@@ -119,7 +129,8 @@ ArrowHead arrowHead(QPoint tail, QPoint tip) {
 
 QRect drawShape(QImage& strokeImage, const Stroke& stroke, bool showTextBox) {
     strokeImage.fill(Qt::transparent);
-    const std::size_t needed = stroke.tool == Tool::Text ? 1 : 2;
+    const bool isText = kindOf(stroke.tool) == ToolKind::Text;
+    const std::size_t needed = isText ? 1 : 2;
     if (stroke.points.size() < needed)
         return {};
     QPainter painter(&strokeImage);
@@ -127,8 +138,8 @@ QRect drawShape(QImage& strokeImage, const Stroke& stroke, bool showTextBox) {
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     const QPen pen = shapePen(stroke);
     painter.setPen(pen);
-    const QRect painted = stroke.tool == Tool::Text ? paintText(painter, stroke, pen, showTextBox)
-                                                    : paintShape(painter, stroke, pen);
+    const QRect painted =
+        isText ? paintText(painter, stroke, pen, showTextBox) : paintShape(painter, stroke, pen);
     return painted.intersected(strokeImage.rect());
 }
 

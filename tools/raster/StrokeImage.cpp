@@ -1,19 +1,12 @@
 #include "tools/raster/StrokeImage.h"
 
+#include "plugin/base/ToolTable.h"
 #include "tools/raster/FreehandRaster.h"
 #include "tools/raster/ShapeRaster.h"
 
 #include <algorithm>
 
 namespace vellum {
-
-namespace {
-
-bool isPainted(Tool tool) {
-    return tool == Tool::Text || isShape(tool);
-}
-
-} // namespace
 
 QImage blankCanvas() {
     QImage canvas(kCanvasSize, kCanvasSize, QImage::Format_RGBA8888);
@@ -23,7 +16,7 @@ QImage blankCanvas() {
 
 void prepareStrokeImage(QImage& strokeImage, Stroke& stroke, const QImage& frameImage) {
     stroke.lastDrawnIndex = 0;
-    if (stroke.tool == Tool::Eraser && !frameImage.isNull()) {
+    if (kindOf(stroke.tool) == ToolKind::Erasing && !frameImage.isNull()) {
         strokeImage = frameImage;
         return;
     }
@@ -34,7 +27,7 @@ void prepareStrokeImage(QImage& strokeImage, Stroke& stroke, const QImage& frame
     strokeImage.setDotsPerMeterX(usual.dotsPerMeterX());
     strokeImage.setDotsPerMeterY(usual.dotsPerMeterY());
     QColor color(Qt::transparent);
-    if (stroke.tool != Tool::Transform && stroke.tool != Tool::Eraser) {
+    if (!strokeReplacesFrame(stroke)) {
         color = stroke.color;
         color.setAlpha(0);
     }
@@ -43,19 +36,27 @@ void prepareStrokeImage(QImage& strokeImage, Stroke& stroke, const QImage& frame
 
 QRect updateStrokeImage(QImage& strokeImage, Stroke& stroke) {
     stroke.dirty = false;
-    if (isFreehand(stroke.tool)) {
+    switch (kindOf(stroke.tool)) {
+    case ToolKind::Stepped:
+    case ToolKind::Soft:
+    case ToolKind::Erasing: {
         const QRect touched =
             drawFreehandSegments(strokeImage, stroke.points, stroke.lastDrawnIndex, stroke.tool);
         stroke.lastDrawnIndex = std::max(static_cast<int>(stroke.points.size()) - 1, 0);
         return touched;
     }
-    if (isPainted(stroke.tool))
+    case ToolKind::Shape:
+    case ToolKind::Text:
         return drawShape(strokeImage, stroke, true);
+    case ToolKind::Region:
+        break; // StrokeSession lays it over the frame
+    }
     return {};
 }
 
 bool strokeReplacesFrame(const Stroke& stroke) {
-    return stroke.tool == Tool::Eraser || stroke.tool == Tool::Transform;
+    const ToolKind kind = kindOf(stroke.tool);
+    return kind == ToolKind::Erasing || kind == ToolKind::Region;
 }
 
 } // namespace vellum

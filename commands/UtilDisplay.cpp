@@ -104,18 +104,18 @@ MStatus queryGhostColor(const MArgDatabase&, const char* flag) {
 
 MStatus setTimelineDisplay(const MArgDatabase& args, const char* flag) {
     const unsigned mode = unsignedArgument(args, flag, 0);
-    if (mode > 2) {
+    if (mode >= kTimelineDisplayCount) {
         report::error(QStringLiteral("Invalid timeline frame display option."));
         return MS::kFailure;
     }
-    settings().timelineFrameDisplay = static_cast<int>(mode);
+    settings().timelineFrameDisplay = static_cast<TimelineDisplay>(mode);
     refreshTimeline();
     updateMainMenu();
     return MS::kSuccess;
 }
 
 MStatus queryTimelineDisplay(const MArgDatabase&, const char*) {
-    MPxCommand::setResult(settings().timelineFrameDisplay);
+    MPxCommand::setResult(numberOf(settings().timelineFrameDisplay));
     return MS::kSuccess;
 }
 

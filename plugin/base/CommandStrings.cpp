@@ -245,8 +245,8 @@ QString ghostColorNext(const QColor& color) {
     return utilEdit("-ghostColorNext", components(color));
 }
 
-QString timelineFrameDisplay(int mode) {
-    return utilEdit("-timelineFrameDisplay", number(mode));
+QString timelineFrameDisplay(TimelineDisplay mode) {
+    return utilEdit("-timelineFrameDisplay", number(numberOf(mode)));
 }
 
 QString isBatch() {
@@ -315,9 +315,9 @@ QString deleteMainMenu() {
     return call("rvVlDeleteMainMenu", {});
 }
 
-QString updateMainMenu(Tool tool, bool ghostPrev, bool ghostNext, int mode) {
-    return call("rvVlUpdateMainMenu",
-                {number(numberOf(tool)), onOff(ghostPrev), onOff(ghostNext), number(mode)});
+QString updateMainMenu(Tool tool, bool ghostPrev, bool ghostNext, TimelineDisplay mode) {
+    return call("rvVlUpdateMainMenu", {number(numberOf(tool)), onOff(ghostPrev), onOff(ghostNext),
+                                       number(numberOf(mode))});
 }
 
 QString createFloatingView(const QString& sourceCamera) {

@@ -3,6 +3,7 @@
 // can never run as script.
 #pragma once
 
+#include "plugin/base/TimelineDisplay.h"
 #include "plugin/base/Tool.h"
 
 #include <QColor>
@@ -65,7 +66,7 @@ QString ghostNextCount(int count);
 QString ghostColorOverride(bool on);
 QString ghostColorPrevious(const QColor& color);
 QString ghostColorNext(const QColor& color);
-QString timelineFrameDisplay(int mode);
+QString timelineFrameDisplay(TimelineDisplay mode);
 
 // Maya's own commands
 QString isBatch();
@@ -86,7 +87,7 @@ QString setColorSliderCommand(const QString& control, const QString& command);
 // Procedures of the menu script
 QString createMainMenu(bool inAnimationSet);
 QString deleteMainMenu();
-QString updateMainMenu(Tool tool, bool ghostPrev, bool ghostNext, int timelineFrameDisplay);
+QString updateMainMenu(Tool tool, bool ghostPrev, bool ghostNext, TimelineDisplay mode);
 QString createFloatingView(const QString& sourceCamera);
 QString deleteActiveLayer();
 QString deleteActiveCameraLayers();

@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -37,7 +38,7 @@ struct Limits {
 };
 
 /// Where a value lives in settings(), which stays at one place.
-using Field = std::variant<int*, bool*, QString*, QColor*, QByteArray*, Tool*>;
+using Field = std::variant<int*, bool*, QString*, QColor*, QByteArray*, Tool*, TimelineDisplay*>;
 
 struct Key {
     QByteArray name;
@@ -123,7 +124,7 @@ const std::vector<Group>& groups() {
           {"alwaysDisplayNewLayerDialog", &s.alwaysDisplayNewLayerDialog, {}},
           {"insertDefaultStaticFrame", &s.insertDefaultStaticFrame, {}},
           {"defaultStaticFrameTime", &s.defaultStaticFrameTime, {}},
-          {"timelineFrameDisplay", &s.timelineFrameDisplay, kept(0, 2)},
+          {"timelineFrameDisplay", &s.timelineFrameDisplay, kept(0, kTimelineDisplayCount - 1)},
           {"timelineFrameColor", &s.timelineFrameColor, {}}}},
     };
     return table;
@@ -150,10 +151,11 @@ void read(const QVariant& stored, const std::optional<Limits>& limits, int& targ
         target = limits->replacement;
 }
 
-void read(const QVariant& stored, const std::optional<Limits>& limits, Tool& target) {
-    int number = numberOf(target);
+template <typename Enum, std::enable_if_t<std::is_enum_v<Enum>, int> = 0>
+void read(const QVariant& stored, const std::optional<Limits>& limits, Enum& target) {
+    int number = static_cast<int>(target);
     read(stored, limits, number);
-    target = static_cast<Tool>(number);
+    target = static_cast<Enum>(number);
 }
 
 void read(const QVariant& stored, const std::optional<Limits>&, bool& target) {
@@ -200,12 +202,11 @@ QVariant stored(const QString& value) {
     return QString(value.constData(), value.size());
 }
 
-QVariant stored(Tool value) {
-    return numberOf(value);
-}
-
 template <typename Value> QVariant stored(const Value& value) {
-    return QVariant::fromValue(value);
+    if constexpr (std::is_enum_v<Value>)
+        return static_cast<int>(value);
+    else
+        return QVariant::fromValue(value);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // process, read directly by its users, changed by panels and commands. Main thread only.
 #pragma once
 
+#include "plugin/base/TimelineDisplay.h"
 #include "plugin/base/Tool.h"
 
 #include <QByteArray>
@@ -69,7 +70,7 @@ struct Settings {
     bool alwaysDisplayNewLayerDialog = false;
     bool insertDefaultStaticFrame = true;
     int defaultStaticFrameTime = -999; // frame, far before any time worked at
-    int timelineFrameDisplay = 0;      // 0 always, 1 node selected or tool active, 2 never
+    TimelineDisplay timelineFrameDisplay = TimelineDisplay::Always;
     QColor timelineFrameColor = factoryTimelineFrameColor();
 
     ToolOptions& of(Tool tool) { return toolOptions[static_cast<std::size_t>(tool)]; }

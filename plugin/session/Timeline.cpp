@@ -14,17 +14,16 @@ namespace vellum {
 
 namespace {
 
-enum DisplayMode { Always = 0, WhileInUse = 1, Never = 2 };
-
 bool wantsMarkers() {
     switch (settings().timelineFrameDisplay) {
-    case Never:
-        return false;
-    case WhileInUse:
+    case TimelineDisplay::Always:
+        break;
+    case TimelineDisplay::WhileInUse:
         return pluginState().drawToolActive || selectedNode();
-    default:
-        return true;
+    case TimelineDisplay::Never:
+        return false;
     }
+    return true;
 }
 
 /// The move itself is refused where it would leave the frame numbers.
@@ -68,7 +67,7 @@ void setDrawToolActive(bool active) {
     const bool dragging = state.timeline && state.timeline->rangeMove();
     if (state.timeline)
         state.timeline->setEnabled(active);
-    if (dragging || settings().timelineFrameDisplay == WhileInUse)
+    if (dragging || settings().timelineFrameDisplay == TimelineDisplay::WhileInUse)
         refreshTimeline();
 }
 

@@ -278,7 +278,7 @@ QString WatchedCommands::settingsText() const {
     const Settings& now = settings();
     QString text;
     for (const int number : {numberOf(now.activeTool), now.ghostPrevCount, now.ghostNextCount,
-                             now.defaultLayerState, now.timelineFrameDisplay})
+                             now.defaultLayerState, numberOf(now.timelineFrameDisplay)})
         text += QString::number(number) + QLatin1Char(' ');
     for (const bool on : {now.ghostPrev, now.ghostNext, now.ghostColorOverride})
         text += on ? QLatin1Char('1') : QLatin1Char('0');

@@ -99,7 +99,7 @@ TEST_F(CommandStrings, FormatsOfTheCallsThatOthersReadBack) {
               QStringLiteral("rvVellumStroke -la 0 -fa \"cam\""));
     EXPECT_EQ(command::playbackJob(),
               QStringLiteral("scriptJob -cf \"playingBack\" \"rvVellumNode -rg\""));
-    EXPECT_EQ(command::updateMainMenu(Tool::Text, true, false, 2),
+    EXPECT_EQ(command::updateMainMenu(Tool::Text, true, false, TimelineDisplay::Never),
               QStringLiteral("rvVlUpdateMainMenu(3, 1, 0, 2)"));
     EXPECT_EQ(command::drawDeferred(), QStringLiteral("evalDeferred(\"rvVellumUtil -draw\")"));
     EXPECT_TRUE(command::chooseTool(Tool::Transform).isEmpty());

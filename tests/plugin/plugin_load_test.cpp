@@ -95,7 +95,7 @@ TEST_F(Loading, TheMenuFollowsTheSettings) {
     settings().mainMenuName = name;
     settings().activeTool = Tool::Arrow;
     settings().ghostNext = true;
-    settings().timelineFrameDisplay = 2;
+    settings().timelineFrameDisplay = TimelineDisplay::Never;
     ASSERT_TRUE(saveSettingsTo(text(QStringLiteral("internalVar -userPrefDir")) +
                                QStringLiteral("/vellum2.ini")));
     resetSettings();

@@ -56,7 +56,7 @@ TEST_F(SettingsFile, NumbersOutOfRangeFollowTheirRule) {
     EXPECT_EQ(settings().ghostPrevCount, 3);
     EXPECT_EQ(settings().ghostNextCount, 3);
     EXPECT_EQ(settings().activeTool, Tool::Brush);
-    EXPECT_EQ(settings().timelineFrameDisplay, 0);
+    EXPECT_EQ(settings().timelineFrameDisplay, TimelineDisplay::Always);
     EXPECT_EQ(settings().defaultLayerState, 0);
 
     load(QStringLiteral("[tools]\nactiveTool=8\nghostPrevCount=9\n"
@@ -122,7 +122,7 @@ TEST_F(SettingsFile, EveryKindOfValueComesBackAndStrangersStay) {
     settings().activeColor = QColor(1, 2, 3, 4);
     settings().ghostNext = true;
     settings().of(Tool::Text).fontFamily = QStringLiteral("A, B");
-    settings().timelineFrameDisplay = 2;
+    settings().timelineFrameDisplay = TimelineDisplay::Never;
     const Settings saved = settings();
     ASSERT_TRUE(saveSettingsTo(path()));
 
@@ -133,7 +133,7 @@ TEST_F(SettingsFile, EveryKindOfValueComesBackAndStrangersStay) {
     EXPECT_EQ(settings().activeColor, saved.activeColor);
     EXPECT_TRUE(settings().ghostNext);
     EXPECT_EQ(settings().of(Tool::Text).fontFamily, saved.of(Tool::Text).fontFamily);
-    EXPECT_EQ(settings().timelineFrameDisplay, 2);
+    EXPECT_EQ(settings().timelineFrameDisplay, TimelineDisplay::Never);
 
     QSettings file(path(), QSettings::IniFormat);
     EXPECT_EQ(file.value(QStringLiteral("main/version")).toInt(), 1);

@@ -162,7 +162,7 @@ QMenu* Handler::makeDrawMenu(QWidget* parent) {
               {{"Always", &Handler::SetTimelineDisplayOn},
                {"Selection/Context Active", &Handler::SetTimelineDisplaySelectionContext},
                {"Off", &Handler::SetTimelineDisplayOff}},
-              settings().timelineFrameDisplay);
+              numberOf(settings().timelineFrameDisplay));
     menu->addSeparator();
     addAll(subMenu(*menu, "Cleanup"), this,
            {{"Delete Active Layer", &Handler::DeleteActiveLayer},
@@ -210,9 +210,9 @@ void Handler::ShowToolbox() { runUtil("-toolbox"); }
 void Handler::ShowToolOptions() { runUtil("-toolOptions"); }
 void Handler::ShowLayerManager() { runUtil("-layerManager"); }
 void Handler::ShowRetimingTool() { runUtil("-retimingTool"); }
-void Handler::SetTimelineDisplayOn() { run(command::timelineFrameDisplay(0)); }
-void Handler::SetTimelineDisplaySelectionContext() { run(command::timelineFrameDisplay(1)); }
-void Handler::SetTimelineDisplayOff() { run(command::timelineFrameDisplay(2)); }
+void Handler::SetTimelineDisplayOn() { run(command::timelineFrameDisplay(TimelineDisplay::Always)); }
+void Handler::SetTimelineDisplaySelectionContext() { run(command::timelineFrameDisplay(TimelineDisplay::WhileInUse)); }
+void Handler::SetTimelineDisplayOff() { run(command::timelineFrameDisplay(TimelineDisplay::Never)); }
 void Handler::DeleteActiveLayer() { run(command::deleteActiveLayer()); }
 void Handler::DeleteActiveCameraLayers() { run(command::deleteActiveCameraLayers()); }
 void Handler::ClearAll() { run(command::deleteAllNodes()); }

@@ -1,6 +1,8 @@
 // A session of drawing from the first stroke to the closed window.
 #include "journey/Desk.h"
+
 #include "journey/LayerData.h"
+#include "plugin/base/ToolTable.h"
 #include "support/Paths.h"
 
 #include "ui/MainWindow.h"
@@ -164,15 +166,14 @@ TEST_F(Drawing, ThePluginGoesInTheMiddleOfAStroke) {
 
 // Whatever the tool and whatever is under way: the plug-in can go, and come again.
 TEST_F(Drawing, ThePluginGoesFromUnderEveryTool) {
-    const std::pair<const char*, std::vector<Qt::Key>> moments[] = {
-        {"pencil", {}},         {"brush", {}},           {"eraser", {}},  {"text", {}},
-        {"line", {}},           {"arrow", {}},           {"ellipse", {}}, {"rectangle", {}},
-        {"brush", {Qt::Key_B}}, {"pencil", {Qt::Key_M}},
-    };
+    std::vector<std::pair<const char*, std::vector<Qt::Key>>> moments{{"-brushTool", {Qt::Key_B}},
+                                                                      {"-pencilTool", {Qt::Key_M}}};
+    for (const ToolInfo& info : kTools)
+        moments.push_back({info.toolFlag.longName, {}});
     for (const auto& [tool, keys] : moments) {
         for (const bool released : {false, true}) {
             SCOPED_TRACE(testing::Message() << tool << keys.size() << released);
-            ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -%1Tool").arg(QLatin1String(tool))));
+            ASSERT_TRUE(run(QStringLiteral("rvVellumUtil ") + QLatin1String(tool)));
             for (const Qt::Key key : keys)
                 hand.key(key, true);
             hand.moveTo(view(), kUpper.front());

@@ -123,8 +123,9 @@ TEST_F(Loading, TheMenuFollowsTheSettings) {
     EXPECT_EQ(radio("$gRvVlDisplayTimelineFramesContextSelectionItem"), 1);
     EXPECT_EQ(check("$gRvVlGhostPrevMenuItem"), 1);
     EXPECT_EQ(check("$gRvVlGhostNextMenuItem"), 0);
-    ASSERT_TRUE(run(QStringLiteral("rvVlUpdateMainMenu(8, 0, 0, 7)")));
-    EXPECT_EQ(radio("$gRvVlEraserToolMenuItem"), 1) << "8 is no tool";
+    ASSERT_TRUE(
+        run(QStringLiteral("rvVlUpdateMainMenu(%1, 0, 0, 7)").arg(numberOf(Tool::Transform))));
+    EXPECT_EQ(radio("$gRvVlEraserToolMenuItem"), 1) << "that is no tool to choose";
     EXPECT_EQ(radio("$gRvVlDisplayTimelineFramesContextSelectionItem"), 1);
 }
 

@@ -40,10 +40,16 @@ set(VELLUM_QT_GUI Qt${VELLUM_QT}::Gui)
 set(VELLUM_QT_WIDGETS Qt${VELLUM_QT}::Widgets)
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_BYTEARRAY)
 
-# Warnings are errors for our own code.
+# What the compiler says about our own code. Errors only where VELLUM_WERROR asks for it, as the
+# presets of developers do: a new compiler's new warning shall not stop those who only build.
+option(VELLUM_WERROR "Warnings about our own code are errors" OFF)
 function(vellum_warnings target)
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow
-        -Wnon-virtual-dtor -Werror)
+    if(MSVC)
+        target_compile_options(${target} PRIVATE /W4 /utf-8 $<$<BOOL:${VELLUM_WERROR}>:/WX>)
+    else()
+        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow
+            -Wnon-virtual-dtor $<$<BOOL:${VELLUM_WERROR}>:-Werror>)
+    endif()
 endfunction()
 
 # vellum_room(NAME TYPE FOLDER LIBRARIES...): a library of all sources of one folder and of the

@@ -13,7 +13,7 @@ base_packages=(
 test_packages=(
     qt6-base-dev qt6-base-dev-tools qt6-base-private-dev libqt6opengl6-dev
     libgtest-dev libgmock-dev libbenchmark-dev libmypaint-dev
-    clang-format
+    clang-format clang-tidy
 )
 
 say() { printf '%s\n' "== $*"; }

@@ -329,7 +329,7 @@ TEST(Composite, WhatLiesBeneathAStrokeIsKeptForItsLengthOnly) {
     CompositeLayer layers[3];
     for (int i = 0; i < 3; ++i) {
         layers[i].image = noise(static_cast<unsigned>(i));
-        layers[i].revision = static_cast<quint64>(i + 1);
+        layers[i].revision = static_cast<quint64>(i) + 1;
     }
     const auto stacked = [&](int drawnOn, bool beneath = true) {
         std::vector<CompositeLayer> result(layers + (beneath ? 0 : 2), layers + 3);

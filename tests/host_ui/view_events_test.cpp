@@ -157,9 +157,9 @@ TEST_F(ViewEvents, TranslucentDrawingDoesNotLetTheWindowThrough) {
     press();
     moveTo(view(), {110, 100});
     const QColor after = seen();
-    EXPECT_NEAR(after.red(), before.red() / 2, 2);
-    EXPECT_NEAR(after.green(), before.green() / 2, 2);
-    EXPECT_NEAR(after.blue(), before.blue() / 2, 2);
+    EXPECT_NEAR(after.red(), before.red() / 2.0, 2);
+    EXPECT_NEAR(after.green(), before.green() / 2.0, 2);
+    EXPECT_NEAR(after.blue(), before.blue() / 2.0, 2);
     release();
 }
 

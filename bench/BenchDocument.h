@@ -18,8 +18,10 @@
 #include <cstring>
 #include <ctime>
 #include <maya/MAnimControl.h>
+#include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace bench {
@@ -108,38 +110,55 @@ inline std::vector<Points> strokes(const std::string& file) {
     return found.empty() ? generatedStrokes() : found;
 }
 
-/// Draws on the current frame as a committed stroke does, without making undo bytes.
-inline void draw(vellum::LayerManager& manager, Points points, vellum::Tool tool, int width,
-                 const QColor& color) {
-    vellum::Frame* frame = manager.currentFrame(kCamera);
-    if (!frame) {
-        std::fprintf(stderr, "no frame to draw on\n");
-        std::exit(1);
-    }
-    for (vellum::StrokePoint& point : points) {
-        point.width = width;
-    }
-    vellum::StrokeSession session(*frame, tool, color, QImage());
-    session.stroke().points = std::move(points);
-    session.stroke().dirty = true;
-    manager.activeLayer(kCamera)->setCurrentImage(session.merged(frame->image()));
-}
-
 inline void goTo(vellum::LayerManager& manager, int frame) {
     MAnimControl::setCurrentTime(vellum::fromIntTime(frame));
     manager.timeChanged(frame);
 }
 
+/// A frame with the picture of the current one, to draw on.
+inline std::unique_ptr<vellum::Frame> copyOfCurrent(const vellum::LayerManager& manager) {
+    const vellum::Frame* frame = manager.currentFrame(kCamera);
+    if (!frame) {
+        std::fprintf(stderr, "no frame to draw on\n");
+        std::exit(1);
+    }
+    auto copy = std::make_unique<vellum::Frame>(frame->time());
+    copy->setImage(frame->image());
+    return copy;
+}
+
+/// Puts a frame in the place of the one at its time; no undo bytes are made.
+inline void put(vellum::LayerManager& manager, std::unique_ptr<vellum::Frame> frame) {
+    const MTime moment = frame->time();
+    std::vector<std::unique_ptr<vellum::Frame>> frames;
+    frames.push_back(std::move(frame));
+    manager.exchangeFrames(kCamera, manager.activeLayerIndex(kCamera), {moment}, frames);
+}
+
+/// Draws on a frame as a committed stroke does.
+inline void draw(vellum::Frame& frame, Points points, vellum::Tool tool, int width,
+                 const QColor& color) {
+    for (vellum::StrokePoint& point : points) {
+        point.width = width;
+    }
+    vellum::StrokeSession session(frame, tool, color, QImage());
+    session.stroke().points = std::move(points);
+    session.stroke().dirty = true;
+    frame.setImage(session.merged(frame.image()));
+}
+
 /// Draws `count` strokes, beginning with number `first`, on the current frame.
 inline void sketch(vellum::LayerManager& manager, const std::vector<Points>& strokes, int first,
                    int count) {
+    auto frame = copyOfCurrent(manager);
     for (int i = 0; i < count; ++i) {
         const int number = first + i;
         const QColor color = QColor::fromHsv(number * 47 % 360, 200, 160);
-        draw(manager, strokes[static_cast<std::size_t>(number) % strokes.size()],
+        draw(*frame, strokes[static_cast<std::size_t>(number) % strokes.size()],
              number % 3 == 0 ? vellum::Tool::Pencil : vellum::Tool::Brush, 4 + number % 5 * 4,
              color);
     }
+    put(manager, std::move(frame));
 }
 
 } // namespace bench

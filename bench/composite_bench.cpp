@@ -44,7 +44,9 @@ void fill(LayerManager& manager, Content content) {
             manager.addFrameAt(bench::kCamera, frame);
             bench::goTo(manager, frame);
             if (content == Content::Noise) {
-                manager.activeLayer(bench::kCamera)->setCurrentImage(noise(unsigned(i)));
+                auto noisy = bench::copyOfCurrent(manager);
+                noisy->setImage(noise(unsigned(i)));
+                bench::put(manager, std::move(noisy));
             } else {
                 bench::sketch(manager, theStrokes, 7 * i + frame, 8);
             }
@@ -73,7 +75,7 @@ template <typename Work> double leastSeconds(int times, Work work) {
 double painterRebuild(LayerManager& manager, bool ghosts, bool stroke) {
     std::vector<QImage> images;
     for (int i = 0; i < kLayers; ++i) {
-        images.push_back(manager.layer(bench::kCamera, i)->displayImage());
+        images.push_back(manager.layer(bench::kCamera, i)->currentFrame()->image());
     }
     const QImage extra = images[kActive];
     QImage picture = blankCanvas();

@@ -126,9 +126,13 @@ bool Layer::hasFrameAtCurrentTime() const {
     return hasFrameAtIntTime(currentIntTime());
 }
 
-Frame* Layer::frameAt(int index) const {
+const Frame* Layer::frameAt(int index) const {
     return index >= 0 && index < frameCount() ? frames_[static_cast<std::size_t>(index)].get()
                                               : nullptr;
+}
+
+Frame* Layer::shownFrame() {
+    return const_cast<Frame*>(currentFrame());
 }
 
 std::unique_ptr<Frame> Layer::copyFrameAt(const MTime& time) const {
@@ -160,18 +164,18 @@ std::unique_ptr<Frame> Layer::takeFrameAtCurrentTime() {
     return takeFrameAt(currentIntTime());
 }
 
-Frame* Layer::nextFrame(bool wrap) const {
-    Frame* next = frameAt(firstAfter(currentIntTime()));
+const Frame* Layer::nextFrame(bool wrap) const {
+    const Frame* next = frameAt(firstAfter(currentIntTime()));
     return next || !wrap ? next : frameAt(0);
 }
 
-Frame* Layer::previousFrame(bool wrap) const {
+const Frame* Layer::previousFrame(bool wrap) const {
     const int now = currentIntTime();
     int index = firstAfter(now) - 1;
     while (index >= 0 && frames_[static_cast<std::size_t>(index)]->intTime() >= now) {
         --index;
     }
-    Frame* previous = frameAt(index);
+    const Frame* previous = frameAt(index);
     return previous || !wrap ? previous : frameAt(frameCount() - 1);
 }
 
@@ -182,14 +186,14 @@ QImage Layer::displayImage(int offset) {
 }
 
 void Layer::setCurrentImage(const QImage& image, const QRect& changed) {
-    Frame* frame = currentFrame();
+    Frame* frame = shownFrame();
     if (frame && frame->setImage(image)) {
         markDirty(changed);
     }
 }
 
 void Layer::setCurrentPng(const QByteArray& png) {
-    if (Frame* frame = currentFrame()) {
+    if (Frame* frame = shownFrame()) {
         frame->setPng(png);
         markDirty();
     }

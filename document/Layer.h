@@ -64,9 +64,9 @@ public:
     bool hasFrameAtCurrentTime() const;
 
     int frameCount() const { return static_cast<int>(frames_.size()); }
-    Frame* frameAt(int index) const;                   ///< null outside 0..count-1
+    const Frame* frameAt(int index) const;             ///< null outside 0..count-1
     int currentIndex() const { return currentIndex_; } ///< -1: nothing is shown
-    Frame* currentFrame() const { return frameAt(currentIndex_); }
+    const Frame* currentFrame() const { return frameAt(currentIndex_); }
 
     /// A packed copy of the frame at that time, or null.
     std::unique_ptr<Frame> copyFrameAt(const MTime& time) const;
@@ -81,8 +81,8 @@ public:
 
     /// First frame after, last frame before the current time; with `wrap` the first or last one
     /// when there is none. Null otherwise. Owned by the layer.
-    Frame* nextFrame(bool wrap) const;
-    Frame* previousFrame(bool wrap) const;
+    const Frame* nextFrame(bool wrap) const;
+    const Frame* previousFrame(bool wrap) const;
 
     /// Picture of the frame `offset` places from the current one; null when the layer is hidden or
     /// there is no such frame. Clears the dirty mark.
@@ -133,6 +133,7 @@ public:
 private:
     int firstAfter(int intTime) const; ///< index of the first frame later than that
     int indexOf(int intTime) const;    ///< -1 when there is none
+    Frame* shownFrame();               ///< the current one, to change it
     void framesReplaced();             ///< frames_ was rebuilt
 
     const quint64 id_;

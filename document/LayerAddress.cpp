@@ -44,11 +44,11 @@ bool LayerAddress::requireCamera() const {
     return requireSceneCamera(camera_);
 }
 
-Layer* LayerAddress::resolve(const LayerManager& document) const {
+const Layer* LayerAddress::resolve(const LayerManager& document) const {
     if (!requireCamera()) {
         return nullptr;
     }
-    Layer* layer = document.layer(camera_, index(document));
+    const Layer* layer = document.layer(camera_, index(document));
     if (!layer) {
         report::error(
             bound_ ? QStringLiteral("Layer does not exist for camera: %1 (%2)").arg(camera_, name_)

@@ -27,7 +27,7 @@ public:
 
     /// The layer at index(). Null, after reporting why, when the camera is not in the scene or the
     /// layer not in the document.
-    Layer* resolve(const LayerManager& document) const;
+    const Layer* resolve(const LayerManager& document) const;
 
     /// False, after reporting, when the scene has no such camera.
     bool requireCamera() const;

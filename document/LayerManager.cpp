@@ -39,6 +39,14 @@ LayerManager::Camera* LayerManager::find(const QString& camera) {
     return const_cast<Camera*>(std::as_const(*this).find(camera));
 }
 
+Layer* LayerManager::find(const QString& camera, int index) {
+    return const_cast<Layer*>(layer(camera, index));
+}
+
+Layer* LayerManager::findActive(const QString& camera) {
+    return const_cast<Layer*>(activeLayer(camera));
+}
+
 QStringList LayerManager::cameras() const {
     QStringList names;
     for (const auto& [name, camera] : cameras_) {
@@ -64,7 +72,7 @@ bool LayerManager::isValidLayer(const QString& camera, int index) const {
     return index >= 0 && index < cameraLayerCount(camera);
 }
 
-Layer* LayerManager::layer(const QString& camera, int index) const {
+const Layer* LayerManager::layer(const QString& camera, int index) const {
     return isValidLayer(camera, index) ? find(camera)->layers[static_cast<std::size_t>(index)].get()
                                        : nullptr;
 }
@@ -79,7 +87,7 @@ int LayerManager::activeLayerIndex(const QString& camera) const {
     return active == found->layers.end() ? -1 : static_cast<int>(active - found->layers.begin());
 }
 
-Layer* LayerManager::activeLayer(const QString& camera) const {
+const Layer* LayerManager::activeLayer(const QString& camera) const {
     return layer(camera, activeLayerIndex(camera));
 }
 
@@ -208,7 +216,7 @@ int LayerManager::moveLayerToCamera(const QString& camera, int index, const QStr
 }
 
 void LayerManager::renameLayer(const QString& camera, int index, const QString& name) {
-    Layer* found = layer(camera, index);
+    Layer* found = find(camera, index);
     if (found && found->name() != name) {
         found->setName(uniqueLayerName(name));
         changeStep();
@@ -216,14 +224,14 @@ void LayerManager::renameLayer(const QString& camera, int index, const QString& 
 }
 
 void LayerManager::restoreLayerName(const QString& camera, int index, const QString& name) {
-    if (Layer* found = layer(camera, index)) {
+    if (Layer* found = find(camera, index)) {
         found->setName(name);
         changeStep();
     }
 }
 
 void LayerManager::setLayerOpacity(const QString& camera, int index, float opacity) {
-    Layer* found = layer(camera, index);
+    Layer* found = find(camera, index);
     if (!found) {
         return;
     }
@@ -235,7 +243,7 @@ void LayerManager::setLayerOpacity(const QString& camera, int index, float opaci
 }
 
 void LayerManager::setLayerState(const QString& camera, int index, int state) {
-    Layer* found = layer(camera, index);
+    Layer* found = find(camera, index);
     if (found && state >= layer_state::kAnimated && state <= layer_state::kLocked) {
         found->setState(state);
         changeStep();
@@ -243,7 +251,7 @@ void LayerManager::setLayerState(const QString& camera, int index, int state) {
 }
 
 void LayerManager::setLayerVisible(const QString& camera, int index, bool visible) {
-    if (Layer* found = layer(camera, index)) {
+    if (Layer* found = find(camera, index)) {
         found->setVisible(visible);
         changeStep();
     }

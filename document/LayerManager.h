@@ -41,9 +41,9 @@ public:
     int cameraLayerCount(const QString& camera) const;
     int totalLayerCount() const;
     bool isValidLayer(const QString& camera, int index) const;
-    Layer* layer(const QString& camera, int index) const; ///< null when there is none
-    int activeLayerIndex(const QString& camera) const;    ///< -1 when there is none
-    Layer* activeLayer(const QString& camera) const;
+    const Layer* layer(const QString& camera, int index) const; ///< null when there is none
+    int activeLayerIndex(const QString& camera) const;          ///< -1 when there is none
+    const Layer* activeLayer(const QString& camera) const;
 
     /// Makes a layer with a unique name and the state of new layers; its index or -1.
     int addLayer(const QString& camera, int index, const QString& name);
@@ -95,8 +95,8 @@ public:
     std::unique_ptr<Frame> takeFrameAt(const QString& camera, int intTime);
     std::unique_ptr<Frame> takeFrameAtCurrentTime(const QString& camera);
     std::unique_ptr<Frame> copyFrameAt(const QString& camera, int intTime) const;
-    Frame* nextFrame(const QString& camera, bool wrap) const;
-    Frame* previousFrame(const QString& camera, bool wrap) const;
+    const Frame* nextFrame(const QString& camera, bool wrap) const;
+    const Frame* previousFrame(const QString& camera, bool wrap) const;
     void setFrameTimes(const QString& camera, const QList<int>& times);
 
     /// Also brings the layer's current frame up to date with the scene's time, so that a following
@@ -104,12 +104,18 @@ public:
     void collectFrameTimes(const QString& camera, QList<int>& times);
 
     /// The frame shown now, null when there is none.
-    Frame* currentFrame(const QString& camera) const;
+    const Frame* currentFrame(const QString& camera) const;
 
     /// Exchange used by undo and redo of strokes: the current frame gets the picture of the bytes,
     /// the bytes become the picture it had. Bytes that do not load give a blank picture. False,
     /// changing nothing, without an active layer or current frame.
     bool replaceActiveImage(const QString& camera, QByteArray& png);
+
+    // --- Frames of any layer, by moment; see Layer ----------------------------------------------
+
+    bool exchangeFrames(const QString& camera, int index, const std::vector<MTime>& leaving,
+                        std::vector<std::unique_ptr<Frame>>& frames);
+    bool shiftFrames(const QString& camera, int index, const std::vector<Layer::Shift>& shifts);
 
     // --- Stroke in progress: at most one --------------------------------------------------------
 
@@ -187,6 +193,8 @@ private:
 
     const Camera* find(const QString& camera) const;
     Camera* find(const QString& camera);
+    Layer* find(const QString& camera, int index);
+    Layer* findActive(const QString& camera);
     bool adoptCamera(const QString& camera);
     void changeStep();
     bool reportInvalidLayer(const QString& camera, int index) const;

@@ -1,4 +1,4 @@
-// The part of LayerManager that passes frame operations on to the active layer of a camera.
+// The part of LayerManager that passes frame operations on to the layers.
 #include "document/DocumentObserver.h"
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
@@ -8,7 +8,7 @@
 namespace vellum {
 
 int LayerManager::addFrameAt(const QString& camera, const MTime& time) {
-    Layer* active = activeLayer(camera);
+    Layer* active = findActive(camera);
     return active ? active->addFrameAt(time) : -1;
 }
 
@@ -17,7 +17,7 @@ int LayerManager::addFrameAt(const QString& camera, int intTime) {
 }
 
 int LayerManager::addFrameAtCurrentTime(const QString& camera) {
-    Layer* active = activeLayer(camera);
+    Layer* active = findActive(camera);
     return active ? active->addFrameAtCurrentTime() : -1;
 }
 
@@ -36,7 +36,7 @@ std::unique_ptr<Frame> LayerManager::takeFrameAt(const QString& camera, const MT
 }
 
 std::unique_ptr<Frame> LayerManager::takeFrameAt(const QString& camera, int intTime) {
-    Layer* active = activeLayer(camera);
+    Layer* active = findActive(camera);
     if (!active)
         return nullptr;
     std::unique_ptr<Frame> frame = active->takeFrameAt(intTime);
@@ -53,25 +53,25 @@ std::unique_ptr<Frame> LayerManager::copyFrameAt(const QString& camera, int intT
     return active ? active->copyFrameAt(intTime) : nullptr;
 }
 
-Frame* LayerManager::nextFrame(const QString& camera, bool wrap) const {
+const Frame* LayerManager::nextFrame(const QString& camera, bool wrap) const {
     const Layer* active = activeLayer(camera);
     return active ? active->nextFrame(wrap) : nullptr;
 }
 
-Frame* LayerManager::previousFrame(const QString& camera, bool wrap) const {
+const Frame* LayerManager::previousFrame(const QString& camera, bool wrap) const {
     const Layer* active = activeLayer(camera);
     return active ? active->previousFrame(wrap) : nullptr;
 }
 
 void LayerManager::setFrameTimes(const QString& camera, const QList<int>& times) {
-    if (Layer* active = activeLayer(camera)) {
+    if (Layer* active = findActive(camera)) {
         active->setFrameTimes(times);
     }
 }
 
 void LayerManager::collectFrameTimes(const QString& camera, QList<int>& times) {
     times.clear();
-    if (Layer* active = activeLayer(camera)) {
+    if (Layer* active = findActive(camera)) {
         collectedLayer_ = active;
         collectedTime_ = currentIntTime();
         active->updateCurrentIndex(collectedTime_);
@@ -79,13 +79,13 @@ void LayerManager::collectFrameTimes(const QString& camera, QList<int>& times) {
     }
 }
 
-Frame* LayerManager::currentFrame(const QString& camera) const {
+const Frame* LayerManager::currentFrame(const QString& camera) const {
     const Layer* active = activeLayer(camera);
     return active ? active->currentFrame() : nullptr;
 }
 
 bool LayerManager::replaceActiveImage(const QString& camera, QByteArray& png) {
-    Layer* active = activeLayer(camera);
+    Layer* active = findActive(camera);
     const Frame* frame = active ? active->currentFrame() : nullptr;
     if (!frame) {
         return false;
@@ -98,6 +98,19 @@ bool LayerManager::replaceActiveImage(const QString& camera, QByteArray& png) {
     }
     png = before;
     return true;
+}
+
+bool LayerManager::exchangeFrames(const QString& camera, int index,
+                                  const std::vector<MTime>& leaving,
+                                  std::vector<std::unique_ptr<Frame>>& frames) {
+    Layer* found = find(camera, index);
+    return found && found->exchangeFrames(leaving, frames);
+}
+
+bool LayerManager::shiftFrames(const QString& camera, int index,
+                               const std::vector<Layer::Shift>& shifts) {
+    Layer* found = find(camera, index);
+    return found && found->shiftFrames(shifts);
 }
 
 void LayerManager::timeChanged(int intTime, bool skipActive) {

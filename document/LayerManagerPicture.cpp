@@ -54,8 +54,8 @@ Stroke* LayerManager::begin(const QString& camera, Tool tool, const QColor& colo
 }
 
 bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
-    Layer* active = activeLayer(camera);
-    Frame* frame = active ? active->currentFrame() : nullptr;
+    Layer* active = findActive(camera);
+    const Frame* frame = active ? active->currentFrame() : nullptr;
     if (!stroke_ || strokeCamera_ != camera || !frame || active->state() == layer_state::kLocked) {
         return false;
     }

@@ -36,13 +36,13 @@ bool ExchangeOperation::refuseLocked(const Layer& layer) const {
     return true;
 }
 
-bool ExchangeOperation::exchange(Layer& layer) {
+bool ExchangeOperation::exchange(LayerManager& document, int index) {
     std::vector<MTime> back;
     back.reserve(entering_.size());
     for (const auto& frame : entering_) {
         back.push_back(frame->time());
     }
-    if (!layer.exchangeFrames(leaving_, entering_)) {
+    if (!document.exchangeFrames(address_.camera(), index, leaving_, entering_)) {
         return false;
     }
     leaving_ = std::move(back);
@@ -50,7 +50,7 @@ bool ExchangeOperation::exchange(Layer& layer) {
 }
 
 bool ExchangeOperation::apply(LayerManager& document, FrameClipboard& clipboard) {
-    Layer* layer = address_.resolve(document);
+    const Layer* layer = address_.resolve(document);
     if (!layer || refuseLocked(*layer)) {
         return false;
     }
@@ -61,23 +61,23 @@ bool ExchangeOperation::apply(LayerManager& document, FrameClipboard& clipboard)
             return false;
         }
     }
-    if (!exchange(*layer)) {
+    const int index = address_.index(document);
+    if (!exchange(document, index)) {
         report::error(QStringLiteral("The frames of the layer have changed since."));
         return false;
     }
     if (!planned_) {
-        address_.bind(document, address_.index(document));
+        address_.bind(document, index);
         planned_ = true;
     }
     return true;
 }
 
 bool ExchangeOperation::revert(LayerManager& document) {
-    Layer* layer = address_.resolve(document);
-    if (!layer) {
+    if (!address_.resolve(document)) {
         return false;
     }
-    if (!exchange(*layer)) {
+    if (!exchange(document, address_.index(document))) {
         report::error(undoFailedMessage());
         return false;
     }

@@ -33,7 +33,7 @@ protected:
     void put(std::unique_ptr<Frame> frame) { entering_.push_back(std::move(frame)); }
 
     bool isPlanned() const { return planned_; }
-    bool exchange(Layer& layer);
+    bool exchange(LayerManager& document, int index); ///< with the layer of that index
     bool refuseLocked(const Layer& layer) const;
 
     LayerAddress address_;

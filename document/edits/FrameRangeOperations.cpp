@@ -81,7 +81,7 @@ private:
             return false;
         }
         plan(*document.layer(address_.camera(), index), {});
-        exchange(*document.layer(address_.camera(), index));
+        exchange(document, index);
         address_.bind(document, index);
         layerCreated_ = true;
         return true;

@@ -108,7 +108,7 @@ protected:
     virtual QString lockedMessage() const = 0;
 
     bool apply(LayerManager& document, FrameClipboard&) override {
-        Layer* layer = address_.resolve(document);
+        const Layer* layer = address_.resolve(document);
         if (!layer) {
             return false;
         }
@@ -117,7 +117,7 @@ protected:
             return false;
         }
         auto shifts = address_.isBound() ? std::optional(shifts_) : plan(*layer);
-        if (!shifts || !shift(*layer, *shifts)) {
+        if (!shifts || !shift(document, *shifts)) {
             return false;
         }
         shifts_ = std::move(*shifts);
@@ -126,19 +126,18 @@ protected:
     }
 
     bool revert(LayerManager& document) override {
-        Layer* layer = address_.resolve(document);
         std::vector<Layer::Shift> back = shifts_;
         for (Layer::Shift& one : back) {
             std::swap(one.from, one.to);
         }
-        return layer && shift(*layer, back);
+        return address_.resolve(document) && shift(document, back);
     }
 
     LayerAddress address_;
 
 private:
-    static bool shift(Layer& layer, const std::vector<Layer::Shift>& shifts) {
-        if (!layer.shiftFrames(shifts)) {
+    bool shift(LayerManager& document, const std::vector<Layer::Shift>& shifts) const {
+        if (!document.shiftFrames(address_.camera(), address_.index(document), shifts)) {
             report::error(QStringLiteral("The frames of the layer have changed since."));
             return false;
         }

@@ -10,9 +10,9 @@ class Frame;
 
 /// What the check found or made.
 struct DrawingTarget {
-    Frame* frame = nullptr;    ///< frame to draw into, owned by the document; null: refused
-    int addedLayer = -1;       ///< index of a first layer made for the camera
-    bool frameCreated = false; ///< a frame was inserted
+    const Frame* frame = nullptr; ///< frame to draw into, owned by the document; null: refused
+    int addedLayer = -1;          ///< index of a first layer made for the camera
+    bool frameCreated = false;    ///< a frame was inserted
 
     explicit operator bool() const { return frame != nullptr; }
 };

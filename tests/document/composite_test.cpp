@@ -5,6 +5,7 @@
 #include "document/IntTime.h"
 #include "document/StrokeSession.h"
 #include "plugin/base/Settings.h"
+#include "support/FrameChanges.h"
 #include "support/Seed.h"
 #include "tools/raster/PixelKernels.h"
 #include "tools/raster/PixelRows.h"
@@ -31,10 +32,10 @@ QImage painted(const QImage& below, const QImage& above, double opacity = 1.0) {
 }
 
 /// Ghosts of one side as QPainter paints them.
-QImage ghosts(Layer& layer, int count, int direction, const QColor& tint) {
+QImage ghosts(const Layer& layer, int count, int direction, const QColor& tint) {
     QImage canvas = blankCanvas();
     for (int k = count; k >= 1; --k) {
-        const QImage image = layer.displayImage(direction * k);
+        const QImage image = test::pictureOf(layer, direction * k);
         if (!image.isNull()) {
             canvas = painted(canvas, image, 0.4 - (k - 1) * (0.4 / count));
         }
@@ -179,11 +180,11 @@ TEST(Composite, EqualsQPainterOnStraightAlpha) {
     const CleanScene scene;
     LayerManager manager;
     fill(manager, 10, 100);
-    manager.layer(kCamera, 3)->setVisible(false);
-    manager.layer(kCamera, 4)->setOpacity(0.3F); // not part of the picture
+    manager.setLayerVisible(kCamera, 3, false);
+    manager.setLayerOpacity(kCamera, 4, 0.3F); // not part of the picture
     QImage expected = blankCanvas();
     for (int i = 0; i < 10; ++i) {
-        const QImage image = manager.layer(kCamera, i)->displayImage();
+        const QImage image = test::pictureOf(*manager.layer(kCamera, i));
         expected = image.isNull() ? expected : painted(expected, image);
     }
     const QImage* picture = manager.compositeCamera(kCamera);
@@ -194,10 +195,10 @@ TEST(Composite, EqualsQPainterOnStraightAlpha) {
     // Nothing in it to be skipped.
     expected = blankCanvas();
     for (int i = 0; i < 10; ++i) {
-        Layer& layer = *manager.layer(kCamera, i);
-        layer.setVisible(true);
-        layer.setCurrentImage(noise(static_cast<unsigned>(i)));
-        expected = painted(expected, layer.displayImage());
+        manager.setLayerVisible(kCamera, i, true);
+        const QImage image = noise(static_cast<unsigned>(i));
+        ASSERT_TRUE(test::putFrame(manager, kCamera, i, image));
+        expected = painted(expected, image);
     }
     EXPECT_LE(drawing::premultipliedDifference(*manager.compositeCamera(kCamera), expected), 1);
 }
@@ -206,8 +207,9 @@ TEST(Composite, GhostsEqualQPainterInEveryCombination) {
     const CleanScene scene;
     LayerManager manager;
     fill(manager, 2, 300);
-    Layer& active = *manager.activeLayer(kCamera);
-    QImage layers = painted(manager.layer(kCamera, 0)->displayImage(), active.displayImage());
+    const Layer& active = *manager.activeLayer(kCamera);
+    const QImage layers =
+        painted(test::pictureOf(*manager.layer(kCamera, 0)), test::pictureOf(active));
     Settings& chosen = settings();
     for (int combination = 0; combination < 8; ++combination) {
         chosen.ghostPrev = combination & 1;
@@ -222,7 +224,7 @@ TEST(Composite, GhostsEqualQPainterInEveryCombination) {
                                    tint ? chosen.ghostColorOverrideNext : QColor());
         QImage expected = painted(previous, next);
         for (int i = 0; i < 2; ++i) {
-            expected = painted(expected, manager.layer(kCamera, i)->displayImage());
+            expected = painted(expected, test::pictureOf(*manager.layer(kCamera, i)));
         }
         EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), expected), 2) << combination;
     }
@@ -263,7 +265,7 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
             drawing::goTo(manager, upTo(10));
             break;
         case 1:
-            manager.layer(kCamera, upTo(4))->setVisible(upTo(4) > 0);
+            manager.setLayerVisible(kCamera, upTo(4), upTo(4) > 0);
             break;
         case 2:
             manager.setActiveLayer(kCamera, upTo(4), false);
@@ -279,11 +281,11 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
             break;
         case 6: { // a picture changes, beneath the stroke, above it or its own
             const QRect part(upTo(1000), upTo(1000), 1 + upTo(300), 1 + upTo(300));
-            Layer& layer = *manager.layer(kCamera, upTo(4));
-            QImage image = layer.displayImage();
+            const int index = upTo(4);
+            QImage image = test::pictureOf(*manager.layer(kCamera, index));
             if (!image.isNull()) {
                 QPainter(&image).fillRect(part, QColor(upTo(256), 0, 99, upTo(256)));
-                layer.setCurrentImage(image, part & Layer::wholeCanvas());
+                test::putFrame(manager, kCamera, index, image);
             }
             break;
         }
@@ -416,7 +418,6 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     QByteArray undo;
     EXPECT_EQ(manager.beginStroke(kCamera, Tool::Brush, Qt::red), nullptr);
     manager.insertLayer(kCamera, -1, drawing::layerWith("A", {3, 5}, 1));
-    Layer& layer = *manager.layer(kCamera, 0);
     const struct {
         int time, state;
         Tool tool;
@@ -426,7 +427,7 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
                  {2, 1, Tool::Brush, false},     {5, 2, Tool::Brush, false},
                  {5, 0, Tool::Transform, false}, {5, 0, static_cast<Tool>(-1), false}};
     for (const auto& one : cases) {
-        layer.setState(one.state);
+        manager.setLayerState(kCamera, 0, one.state);
         drawing::goTo(manager, one.time);
         EXPECT_EQ(manager.beginStroke(kCamera, one.tool, Qt::red) != nullptr, one.begins)
             << one.time << ' ' << one.state << ' ' << numberOf(one.tool);
@@ -435,7 +436,7 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     EXPECT_FALSE(manager.commitStroke(kCamera, undo)) << "there is no stroke";
 
     // An eraser works on a whole picture: on another one it erases, and does not replace it.
-    layer.setState(layer_state::kAnimated);
+    manager.setLayerState(kCamera, 0, layer_state::kAnimated);
     drawing::goTo(manager, 3);
     Stroke* stroke = manager.beginStroke(kCamera, Tool::Eraser, Qt::red);
     ASSERT_TRUE(stroke);
@@ -446,7 +447,7 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     drawing::goTo(manager, 5);
     QImage other = manager.currentFrame(kCamera)->image();
     QPainter(&other).fillRect(0, 600, kCanvasSize, 100, Qt::red);
-    layer.setCurrentImage(other);
+    test::putPicture(manager, kCamera, other);
     EXPECT_TRUE(manager.commitStroke(kCamera, undo));
     for (const QImage& image :
          {manager.currentFrame(kCamera)->image(), *manager.compositeCamera(kCamera)}) {

@@ -1,11 +1,12 @@
 // What each frame operation does, refuses and brings back.
 #include "document/DocumentObserver.h"
 #include "document/Drawing.h"
-#include "document/edits/FrameClipboard.h"
-#include "document/edits/FrameOperation.h"
 #include "document/IntTime.h"
 #include "document/Retiming.h"
+#include "document/edits/FrameClipboard.h"
+#include "document/edits/FrameOperation.h"
 #include "plugin/base/Settings.h"
+#include "support/FrameChanges.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
@@ -149,7 +150,7 @@ TEST_F(FrameOperations, DuplicateCopiesThePreviousDrawing) {
 
 TEST_F(FrameOperations, DeletedFramesComeBackAsTheyWere) {
     draw({-3, -1, 7, 8});
-    document.activeLayer("cam")->setCurrentImage(drawing::scribble(5)); // not packed
+    test::putFrame(document, "cam", 0, drawing::scribble(5)); // not packed
     const QImage picture = document.currentFrame("cam")->image();
     const auto remove = op::remove("cam", {-1, 7});
     for (int i = 0; i < 3; ++i) {
@@ -262,7 +263,7 @@ TEST_F(FrameOperations, RetimeRefusesWhatDoesNotFit) {
             "Retime Failed. Time 6442450940 is out of bounds");
     undoable(op::retime({kLeast, kLeast}, 4, false, true), {{kLeast, 1}, {kLeast + 4, 2}, {2, 3}});
     MAnimControl::setCurrentTime(fromIntTime(7));
-    document.activeLayer("cam")->clearFrames();
+    test::takeFrames(document, "cam");
     refuses(op::retime({1, 2}, 3, false, false), "There are no frames to retime");
     missing = "cam";
     refuses(op::retime({1, 2}, 3, false, false), "Camera does not exist: cam");

@@ -4,6 +4,7 @@
 #include "document/Drawing.h"
 #include "document/IntTime.h"
 #include "plugin/base/Settings.h"
+#include "support/FrameChanges.h"
 #include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
 
@@ -383,9 +384,12 @@ struct Pair {
     void addFrame(const QString& camera, Model::ModelCamera& plain) {
         const int at = upTo(40) - 20;
         auto& marks = plain.layers[static_cast<std::size_t>(plain.active)].marks;
-        const int result = document.activeLayer(camera)->addFrame(
-            drawing::frameWith(at, drawing::marked(++lastMark)));
-        ASSERT_EQ(result >= 0, marks.emplace(at, lastMark).second);
+        const bool added = document.addFrameAt(camera, at) >= 0;
+        ASSERT_EQ(added, marks.emplace(at, ++lastMark).second);
+        if (added) {
+            ASSERT_TRUE(test::putFrame(document, camera, document.activeLayerIndex(camera),
+                                       drawing::frameWith(at, drawing::marked(lastMark))));
+        }
     }
 
     void takeFrame(const QString& camera, Model::ModelCamera& plain) {
@@ -402,11 +406,11 @@ struct Pair {
             ASSERT_EQ(document.cameraLayerCount(camera), static_cast<int>(plain.layers.size()));
             ASSERT_EQ(document.activeLayerIndex(camera), plain.active);
             for (std::size_t i = 0; i < plain.layers.size(); ++i) {
-                Layer& layer = *document.layer(camera, static_cast<int>(i));
+                const Layer& layer = *document.layer(camera, static_cast<int>(i));
                 SCOPED_TRACE("layer " + std::to_string(i));
                 ASSERT_EQ(layer.name(), plain.layers[i].name);
                 ASSERT_EQ(layer.frameCount(), static_cast<int>(plain.layers[i].marks.size()));
-                const QImage shown = layer.displayImage();
+                const QImage shown = test::pictureOf(layer);
                 ASSERT_EQ(shown.isNull() ? -1 : drawing::markOf(shown),
                           model.shown(plain.layers[i], time));
             }

@@ -1,5 +1,6 @@
 // A region lifted out of a frame, floating over it, merged back.
 #include "document/Drawing.h"
+#include "support/FrameChanges.h"
 #include "support/Seed.h"
 #include "tools/raster/StrokeImage.h"
 
@@ -22,7 +23,7 @@ protected:
         setPicture(scribble(7));
     }
 
-    void setPicture(const QImage& image) { manager.activeLayer(kCamera)->setCurrentImage(image); }
+    void setPicture(const QImage& image) { test::putPicture(manager, kCamera, image); }
     QImage picture() { return withoutFringe(manager.currentFrame(kCamera)->image()); }
     QImage shown() { return withoutFringe(*manager.compositeCamera(kCamera)); }
 
@@ -230,8 +231,9 @@ TEST_F(Region, EveryStepLooksLikeTheLastAlone) {
     const auto between = [&](int low, int high) {
         return low + static_cast<int>(random() % unsigned(high - low + 1));
     };
-    manager.addLayer(kCamera, 1, QString());
-    manager.layer(kCamera, 1)->addFrameAt(1);
+    auto upper = std::make_unique<Layer>();
+    upper->addFrameAt(1);
+    manager.insertLayer(kCamera, 1, std::move(upper));
     RegionTransform state = of(QRect(QPoint(200, 300), QPoint(520, 610)));
     Stroke* stroke = lift(state);
     for (int step = 0; step < 12; ++step) {
@@ -246,7 +248,7 @@ TEST_F(Region, EveryStepLooksLikeTheLastAlone) {
         LayerManager fresh;
         fresh.addLayer(kCamera, 0, QString());
         fresh.addFrameAt(kCamera, 1);
-        fresh.activeLayer(kCamera)->setCurrentImage(picture());
+        test::putPicture(fresh, kCamera, picture());
         ASSERT_NE(fresh.beginTransform(kCamera, state), nullptr);
         EXPECT_EQ(withoutFringe(*fresh.compositeCamera(kCamera)), partly) << step;
     }

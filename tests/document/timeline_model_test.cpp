@@ -2,9 +2,10 @@
 // that is too simple to be wrong.
 #include "document/DocumentObserver.h"
 #include "document/Drawing.h"
+#include "document/TimelineModel.h"
 #include "document/edits/FrameClipboard.h"
 #include "document/edits/FrameOperation.h"
-#include "document/TimelineModel.h"
+#include "support/FrameChanges.h"
 #include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
 
@@ -383,10 +384,8 @@ void Twins::paint() {
     // By moment: with the scene's time elsewhere it is another frame that is shown.
     const MTime time = document_.currentFrame(camera)->time();
     const auto put = [=](int which) {
-        Layer& layer = *document_.activeLayer(camera);
-        for (int i = 0; i < layer.frameCount(); ++i)
-            if (layer.frameAt(i)->time() == time)
-                layer.frameAt(i)->setPng(pngOf(which));
+        test::putFrame(document_, camera, document_.activeLayerIndex(camera),
+                       Frame::fromPng(time, pngOf(which)));
     };
     edit([=] { put(mark); }, [=] { put(before); }, [&] { picture->second = mark; });
 }

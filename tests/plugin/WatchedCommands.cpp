@@ -4,6 +4,7 @@
 #include "commands/LayerCommand.h"
 #include "commands/NodeCommand.h"
 #include "commands/UtilCommand.h"
+#include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -196,11 +197,10 @@ void WatchedCommands::addLayer(const char* name, const char* camera,
     static int pictures = 0;
     const QString on = QString::fromLatin1(camera);
     const int index = document()->addLayer(on, -1, QString::fromLatin1(name));
-    for (const int time : times) {
-        Layer* layer = document()->layer(on, index);
-        layer->addFrameAt(time);
-        layer->frameAt(layer->frameCount() - 1)->setPng(picture(++pictures));
-    }
+    std::vector<std::unique_ptr<Frame>> frames;
+    for (const int time : times)
+        frames.push_back(Frame::fromPng(fromIntTime(time), picture(++pictures)));
+    ASSERT_TRUE(document()->exchangeFrames(on, index, {}, frames));
 }
 
 void WatchedCommands::makeDrawing() {

@@ -1,5 +1,6 @@
 // What the override puts into a view, by pixels.
 #include "plugin/LinkedClasses.h"
+#include "support/FrameChanges.h"
 
 #include "document/Frame.h"
 #include "document/Layer.h"
@@ -50,13 +51,13 @@ protected:
 
     /// Paints the layer's picture: a colour in a rectangle of the canvas.
     void fill(const QRect& rect, const QColor& color) {
-        Layer& layer = *document()->activeLayer(QStringLiteral("persp"));
-        QImage image = layer.displayImage();
+        const QString camera = QStringLiteral("persp");
+        QImage image = pictureOf(*document()->activeLayer(camera));
         QPainter painter(&image);
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.fillRect(rect, color);
         painter.end();
-        layer.setCurrentImage(image, rect);
+        putPicture(*document(), camera, image);
     }
 
     QImage shot() { return view_->renderToImage(kSize); }
@@ -150,10 +151,9 @@ TEST_P(Override, TwoCamerasShareTheNodeButNotThePicture) {
     ASSERT_TRUE(run(QStringLiteral("setAttr frontShape.filmFit 1; setAttr frontShape.overscan 1")));
     document()->addLayer(QStringLiteral("front"), -1, QString());
     document()->addFrameAtCurrentTime(QStringLiteral("front"));
-    Layer& layer = *document()->activeLayer(QStringLiteral("front"));
     QImage green(1024, 1024, QImage::Format_RGBA8888);
     green.fill(Qt::green);
-    layer.setCurrentImage(green);
+    putPicture(*document(), QStringLiteral("front"), green);
     for (int i = 0; i < 3; ++i) {
         SCOPED_TRACE("round " + std::to_string(i));
         EXPECT_EQ(other.renderToImage(kSize).pixelColor(onShot(512, 512)), QColor(Qt::green));

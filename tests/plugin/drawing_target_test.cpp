@@ -33,7 +33,12 @@ protected:
         EXPECT_EQ(document()->totalLayerCount(), layers);
     }
 
-    Layer& layer() { return *document()->activeLayer(QStringLiteral("persp")); }
+    const Layer& layer() { return *document()->activeLayer(QStringLiteral("persp")); }
+
+    /// No change of the document makes a camera with layers but without an active one.
+    void setActive(bool active) {
+        const_cast<Layer&>(*document()->layer(QStringLiteral("persp"), 0)).setActive(active);
+    }
 };
 
 TEST_F(Target, FirstStrokeMakesLayerAndFrame) {
@@ -68,7 +73,7 @@ TEST_F(Target, EachRefusalSaysWhyAndChangesNothing) {
     document()->setLayerState(QStringLiteral("persp"), 0, layer_state::kLocked);
     refused("Active layer is locked.");
     document()->setLayerState(QStringLiteral("persp"), 0, layer_state::kAnimated);
-    layer().setActive(false);
+    setActive(false);
     refused("An active layer does not exist.");
 }
 
@@ -120,11 +125,11 @@ TEST_F(Target, RefusalsComeInTheirOrder) {
     EXPECT_EQ(document()->layerName(camera, 0), QStringLiteral("Layer"));
     EXPECT_EQ(layer().frameCount(), 0);
 
-    Layer& only = layer();
-    only.setActive(false);
+    const Layer& only = layer();
+    setActive(false);
     document()->setLayerVisible(camera, 0, false);
     refused("An active layer does not exist.");
-    only.setActive(true);
+    setActive(true);
     refused("Active layer is not visible.");
     document()->setLayerVisible(camera, 0, true);
     refused("Active layer is locked.");

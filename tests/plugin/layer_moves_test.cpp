@@ -42,7 +42,7 @@ protected:
     }
 
     void setName(const char* camera, int index, const char* name) {
-        document()->layer(line(camera), index)->setName(line(name));
+        document()->restoreLayerName(line(camera), index, line(name));
     }
 };
 

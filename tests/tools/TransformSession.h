@@ -1,6 +1,7 @@
 // A region transform as a user does it, over a rectangle of ink: half red, half blue.
 #pragma once
 
+#include "support/FrameChanges.h"
 #include "tools/ToolSession.h"
 
 #include "commands/UtilCommand.h"
@@ -60,7 +61,7 @@ protected:
         painter.end();
         document()->addLayer(camera, 0, QString());
         document()->addFrameAtCurrentTime(camera);
-        document()->activeLayer(camera)->setCurrentImage(image);
+        putPicture(*document(), camera, image);
         drawn = image;
     }
 

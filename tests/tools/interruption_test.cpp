@@ -1,5 +1,6 @@
 // What happens to the scene while the pointer is down or while strokes wait in the undo queue:
 // nothing may be stuck or lost, and the next stroke must work.
+#include "support/FrameChanges.h"
 #include "tools/ToolSession.h"
 
 #include "document/Frame.h"
@@ -113,7 +114,7 @@ TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
         {"locked", [this] { document()->setLayerState(camera, 0, layer_state::kLocked); }},
         {"hidden", [this] { document()->setLayerVisible(camera, 0, false); }},
         {"taken away", [this] { document()->takeLayer(camera, 0); }},
-        {"emptied", [this] { document()->activeLayer(camera)->clearFrames(); }},
+        {"emptied", [this] { takeFrames(*document(), camera); }},
     };
     for (const auto& [name, change] : changes) {
         SCOPED_TRACE(name);

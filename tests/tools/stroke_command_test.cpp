@@ -1,4 +1,5 @@
 // rvVellumStroke: the merge as an undoable step.
+#include "support/FrameChanges.h"
 #include "tools/ToolSession.h"
 
 #include "document/Frame.h"
@@ -104,7 +105,7 @@ TEST_F(StrokeStep, RedoThatFindsNoFrameLeavesNothingInItsOwnWay) {
         ASSERT_TRUE(run(QStringLiteral("redo")));
         EXPECT_EQ(frames(), QList<int>{7});
         EXPECT_EQ(picture(), drawn);
-        document()->activeLayer(camera)->clearFrames();
+        takeFrames(*document(), camera);
     }
 }
 
@@ -144,7 +145,7 @@ TEST_F(StrokeStep, RefusalsSayWhyAndLeaveNothingToUndo) {
     EXPECT_FALSE(run(QStringLiteral("rvVellumStroke persp"))); // no stroke in progress
     begin(300);
     document()->setLayerState(camera, 0, layer_state::kAnimated);
-    document()->activeLayer(camera)->clearFrames();
+    takeFrames(*document(), camera);
     EXPECT_FALSE(run(QStringLiteral("rvVellumStroke persp")));
     document()->discardStroke();
     document()->addFrameAtCurrentTime(camera);

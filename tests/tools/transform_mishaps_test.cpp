@@ -1,5 +1,6 @@
 // What happens around a region transform: views that change, menus, other tools, nodes and layers
 // that come and go.
+#include "support/FrameChanges.h"
 #include "tools/TransformSession.h"
 
 #include "plugin/session/Cameras.h"
@@ -57,7 +58,7 @@ protected:
         document()->addLayer(camera, 1, QStringLiteral("Other"));
         document()->setActiveLayer(camera, 1, true);
         document()->addFrameAtCurrentTime(camera);
-        document()->activeLayer(camera)->setCurrentImage(drawn);
+        putPicture(*document(), camera, drawn);
         document()->setActiveLayer(camera, 0, true);
         choose("Paste and Transform");
         ASSERT_TRUE(tool()->isTransforming());
@@ -183,7 +184,7 @@ TEST_F(TransformMishaps, RevertingAPasteTakesNothingElse) {
 
     // The frame it added got a picture since.
     choose("Paste and Transform");
-    document()->activeLayer(camera)->setCurrentImage(drawn);
+    putPicture(*document(), camera, drawn);
     choose("Revert Transform");
     EXPECT_EQ(document()->activeLayer(camera)->frameCount(), 2);
     EXPECT_EQ(picture(), drawn);

@@ -1,8 +1,8 @@
 #include "document/GhostCanvas.h"
 
 #include "document/Layer.h"
-#include "tools/raster/PixelRows.h"
 #include "plugin/base/Settings.h"
+#include "tools/raster/PixelRows.h"
 #include "tools/raster/Stroke.h"
 
 #include <algorithm>
@@ -96,6 +96,7 @@ GhostOptions GhostOptions::fromSettings(bool playing) {
     const Settings& chosen = settings();
     GhostOptions options;
     if (playing && chosen.disableGhostingDuringPlayback) {
+        options.hiddenByPlayback = true;
         return options;
     }
     options.previous = chosen.ghostPrev ? std::max(chosen.ghostPrevCount, 0) : 0;

@@ -17,6 +17,7 @@ struct GhostOptions {
     bool tint = false;
     QColor previousColor;
     QColor nextColor;
+    bool hiddenByPlayback = false; ///< there would be some; of no matter for the picture
 
     bool operator==(const GhostOptions& other) const;
 

@@ -232,6 +232,12 @@ void Layer::updateCurrentIndex(int intTime) {
     }
 }
 
+Layer* activeOf(const LayerStack& layers) {
+    const auto active = std::find_if(layers.begin(), layers.end(),
+                                     [](const auto& layer) { return layer->isActive(); });
+    return active == layers.end() ? nullptr : active->get();
+}
+
 void Layer::clearFrames() {
     frames_.clear();
     currentIndex_ = -1;

@@ -149,4 +149,10 @@ private:
     QRect undisplayed_;
 };
 
+/// The layers of a camera, bottom first; none is null.
+using LayerStack = std::vector<std::unique_ptr<Layer>>;
+
+/// The first active one, which drawing goes to; null when there is none.
+Layer* activeOf(const LayerStack& layers);
+
 } // namespace vellum

@@ -1,10 +1,10 @@
 #include "document/IntTime.h"
 #include "document/LayerDataFormat.h"
 #include "document/LayerManager.h"
-#include "tools/raster/PngCheck.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
+#include "tools/raster/PngCheck.h"
 
 #include <locale>
 #include <maya/MArgList.h>

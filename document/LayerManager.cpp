@@ -7,6 +7,7 @@
 #include "tools/raster/PixelRows.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vellum {
@@ -30,40 +31,42 @@ void LayerManager::changeStep() {
     const ChangeGroup group(*this);
 }
 
-const LayerManager::Camera* LayerManager::find(const QString& camera) const {
+const LayerStack* LayerManager::find(const QString& camera) const {
     const auto found = cameras_.find(camera);
     return found == cameras_.end() ? nullptr : &found->second;
 }
 
-LayerManager::Camera* LayerManager::find(const QString& camera) {
-    return const_cast<Camera*>(std::as_const(*this).find(camera));
+LayerStack* LayerManager::find(const QString& camera) {
+    return const_cast<LayerStack*>(std::as_const(*this).find(camera));
 }
 
-Layer* LayerManager::find(const QString& camera, int index) {
-    return const_cast<Layer*>(layer(camera, index));
+Layer* LayerManager::find(const QString& camera, int index) const {
+    return isValidLayer(camera, index) ? (*find(camera))[static_cast<std::size_t>(index)].get()
+                                       : nullptr;
 }
 
-Layer* LayerManager::findActive(const QString& camera) {
-    return const_cast<Layer*>(activeLayer(camera));
+Layer* LayerManager::findActive(const QString& camera) const {
+    const LayerStack* layers = find(camera);
+    return layers ? activeOf(*layers) : nullptr;
 }
 
 QStringList LayerManager::cameras() const {
     QStringList names;
-    for (const auto& [name, camera] : cameras_) {
+    for (const auto& [name, layers] : cameras_) {
         names.append(name);
     }
     return names;
 }
 
 int LayerManager::cameraLayerCount(const QString& camera) const {
-    const Camera* found = find(camera);
-    return found ? static_cast<int>(found->layers.size()) : 0;
+    const LayerStack* layers = find(camera);
+    return layers ? static_cast<int>(layers->size()) : 0;
 }
 
 int LayerManager::totalLayerCount() const {
     int count = 0;
-    for (const auto& [name, camera] : cameras_) {
-        count += static_cast<int>(camera.layers.size());
+    for (const auto& [name, layers] : cameras_) {
+        count += static_cast<int>(layers.size());
     }
     return count;
 }
@@ -73,28 +76,27 @@ bool LayerManager::isValidLayer(const QString& camera, int index) const {
 }
 
 const Layer* LayerManager::layer(const QString& camera, int index) const {
-    return isValidLayer(camera, index) ? find(camera)->layers[static_cast<std::size_t>(index)].get()
-                                       : nullptr;
+    return find(camera, index);
 }
 
 int LayerManager::activeLayerIndex(const QString& camera) const {
-    const Camera* found = find(camera);
-    if (!found) {
-        return -1;
+    const int count = cameraLayerCount(camera);
+    for (int index = 0; index < count; ++index) {
+        if (layer(camera, index)->isActive()) {
+            return index;
+        }
     }
-    const auto active = std::find_if(found->layers.begin(), found->layers.end(),
-                                     [](const auto& one) { return one->isActive(); });
-    return active == found->layers.end() ? -1 : static_cast<int>(active - found->layers.begin());
+    return -1;
 }
 
 const Layer* LayerManager::activeLayer(const QString& camera) const {
-    return layer(camera, activeLayerIndex(camera));
+    return findActive(camera);
 }
 
 QString LayerManager::uniqueLayerName(const QString& name) const {
     const auto isTaken = [this](const QString& candidate) {
-        for (const auto& [cameraName, camera] : cameras_) {
-            for (const auto& one : camera.layers) {
+        for (const auto& [camera, layers] : cameras_) {
+            for (const auto& one : layers) {
                 if (one->name() == candidate) {
                     return true;
                 }
@@ -124,21 +126,20 @@ int LayerManager::insertLayer(const QString& camera, int index, std::unique_ptr<
         return -1;
     }
     const ChangeGroup group(*this);
-    Camera& target = cameras_[camera];
-    const int count = static_cast<int>(target.layers.size());
+    LayerStack& layers = cameras_[camera];
+    const int count = static_cast<int>(layers.size());
     const int at = index < 0 || index >= count ? count : index;
     // It may have been away while time went on.
     layer->updateCurrentIndex(currentIntTime());
     layer->markDirty();
     layer->setActive(layer->isActive() && activeLayerIndex(camera) < 0);
-    target.layers.insert(target.layers.begin() + at, std::move(layer));
+    layers.insert(layers.begin() + at, std::move(layer));
     if (count == 0) {
-        target.composite = std::make_unique<CameraComposite>();
         const bool firstOfDocument = cameras_.size() == 1;
         if (firstOfDocument) {
             setActiveLayer(camera, 0, true);
         } else {
-            target.layers.front()->setActive(true);
+            layers.front()->setActive(true);
         }
     }
     markCameraModified(camera);
@@ -152,12 +153,13 @@ std::unique_ptr<Layer> LayerManager::takeLayer(const QString& camera, int index)
     }
     const ChangeGroup group(*this);
     const int active = activeLayerIndex(camera);
-    std::vector<std::unique_ptr<Layer>>& layers = find(camera)->layers;
+    LayerStack& layers = *find(camera);
     auto taken = std::move(layers[static_cast<std::size_t>(index)]);
     layers.erase(layers.begin() + index);
     markCameraModified(camera);
     if (layers.empty()) {
         cameras_.erase(camera);
+        pictures_.drop(camera);
     } else if (active == index) {
         setActiveLayer(camera, std::max(active - 1, 0), false);
     }
@@ -167,15 +169,14 @@ std::unique_ptr<Layer> LayerManager::takeLayer(const QString& camera, int index)
 
 void LayerManager::deleteAllLayers(const QString& camera,
                                    std::vector<std::unique_ptr<Layer>>& out) {
-    Camera* found = find(camera);
-    if (!found) {
+    LayerStack* layers = find(camera);
+    if (!layers) {
         return;
     }
-    for (auto& one : found->layers) {
-        out.push_back(std::move(one));
-    }
+    std::move(layers->begin(), layers->end(), std::back_inserter(out));
     markCameraModified(camera);
     cameras_.erase(camera);
+    pictures_.drop(camera);
     changeStep();
 }
 
@@ -191,7 +192,7 @@ int LayerManager::moveLayer(const QString& camera, int from, int to) {
     if (reportInvalidLayer(camera, from)) {
         return -1;
     }
-    std::vector<std::unique_ptr<Layer>>& layers = find(camera)->layers;
+    LayerStack& layers = *find(camera);
     const int target = std::clamp(to, 0, static_cast<int>(layers.size()) - 1);
     const auto begin = layers.begin();
     if (from < target) {
@@ -283,12 +284,12 @@ bool LayerManager::setActiveLayer(const QString& camera, int index, bool makeCur
         report::error(QStringLiteral("Invalid layer index: %1").arg(index));
         return false;
     }
-    if (Camera* found = find(camera)) {
+    if (LayerStack* layers = find(camera)) {
         if (activeLayerIndex(camera) != index) {
             markCameraModified(camera); // the ghosts are those of the active layer
         }
         for (int i = 0; i < count; ++i) {
-            found->layers[static_cast<std::size_t>(i)]->setActive(i == index);
+            (*layers)[static_cast<std::size_t>(i)]->setActive(i == index);
         }
     }
     if (makeCurrentCamera) {
@@ -323,14 +324,6 @@ void LayerManager::RefreshActiveCamera() {
     if (!camera.isEmpty()) {
         setCurrentCamera(camera);
     }
-}
-
-void LayerManager::markCameraModified(const QString& camera) {
-    modifiedCameras_.insert(camera);
-}
-
-QStringList LayerManager::modifiedCameras() const {
-    return {modifiedCameras_.begin(), modifiedCameras_.end()};
 }
 
 void LayerManager::tintImage(QImage& image, const QColor& color) {

@@ -1,15 +1,15 @@
-// The document: for every camera an ordered list of layers, and the picture they make together.
-// Owned by the node's data and shared by everyone who works on it (std::shared_ptr). Main thread
-// only.
+// The document: for every camera an ordered list of layers. It holds the stroke in progress and the
+// pictures that the layers make together, and is where those are asked for. Owned by the node's
+// data and shared by everyone who works on it (std::shared_ptr). Main thread only.
 //
 // Cameras are named by their transform. A layer is addressed by camera and index, 0 at the bottom.
 // Queries and setters of a layer that does not exist are silent and neutral; moving it reports
 // "Invalid layer: CAMERA (INDEX)", activating it "Invalid layer index: INDEX", and changes nothing.
 #pragma once
 
-#include "document/CameraComposite.h"
+#include "document/CameraPictures.h"
 #include "document/Layer.h"
-#include "document/StrokeSession.h"
+#include "document/StrokeInProgress.h"
 
 #include <QColor>
 #include <QImage>
@@ -19,7 +19,6 @@
 #include <QStringList>
 #include <map>
 #include <memory>
-#include <set>
 #include <vector>
 
 namespace vellum {
@@ -130,10 +129,10 @@ public:
     Stroke* beginTransform(const QString& camera, const RegionTransform& state);
 
     /// The pixels last copied or cut by a region transform; null before.
-    const QImage& clipboardImage() const { return clipboardImage_; }
+    const QImage& clipboardImage() const { return stroke_.clipboard(); }
 
-    Stroke* currentStroke() { return stroke_ ? &stroke_->stroke() : nullptr; }
-    const QString& strokeCamera() const { return strokeCamera_; }
+    Stroke* currentStroke() { return stroke_.stroke(); }
+    const QString& strokeCamera() const { return stroke_.camera(); }
 
     /// Merges the stroke into the current frame and ends it. `undoBytes` gets the PNG of the
     /// picture before. False, changing nothing, without a stroke on that camera or without a
@@ -145,8 +144,8 @@ public:
 
     /// Whether compositeCamera() would change the picture.
     bool needsRedraw(const QString& camera) const;
-    void markCameraModified(const QString& camera);
-    QStringList modifiedCameras() const;
+    void markCameraModified(const QString& camera) { pictures_.markModified(camera); }
+    QStringList modifiedCameras() const { return pictures_.modified(); }
 
     /// The picture of a camera at the current time: ghosts of the active layer, then the layers
     /// from the bottom up, the stroke in progress on the active one. 1024 x 1024, Format_RGBA8888,
@@ -157,8 +156,10 @@ public:
     /// Version of a camera's picture, another one after every change; 0 before the first. With it
     /// several textures can each fetch what they miss: changes since a version that was never this
     /// picture's, or too long ago, are the whole canvas.
-    quint64 compositeVersion(const QString& camera) const;
-    QRect compositeChangedSince(const QString& camera, quint64 version) const;
+    quint64 compositeVersion(const QString& camera) const { return pictures_.version(camera); }
+    QRect compositeChangedSince(const QString& camera, quint64 version) const {
+        return pictures_.changedSince(camera, version);
+    }
 
     /// The scene's time changed: every layer finds its current frame. `skipActive` says that the
     /// active layer of the current camera has just been brought up to date by collectFrameTimes();
@@ -186,27 +187,20 @@ public Q_SLOTS:
     void RefreshActiveCamera();
 
 private:
-    struct Camera {
-        std::vector<std::unique_ptr<Layer>> layers; ///< bottom first, never null
-        std::unique_ptr<CameraComposite> composite; ///< while there are layers
-    };
+    // Null when there are none. The layers found may be changed, by the document itself.
+    LayerStack* find(const QString& camera);
+    const LayerStack* find(const QString& camera) const;
+    Layer* find(const QString& camera, int index) const;
+    Layer* findActive(const QString& camera) const;
 
-    const Camera* find(const QString& camera) const;
-    Camera* find(const QString& camera);
-    Layer* find(const QString& camera, int index);
-    Layer* findActive(const QString& camera);
     bool adoptCamera(const QString& camera);
     void changeStep();
     bool reportInvalidLayer(const QString& camera, int index) const;
-    const StrokeSession* strokeOn(const QString& camera, const Layer& layer) const;
-    Stroke* begin(const QString& camera, Tool tool, const QColor& color);
-    void endStroke();
-    bool updateGhosts(Camera& camera);
-    QRect collectChanges(const QString& name, Camera& camera);
-    void noteDisplayed(const QString& camera);
+    const Frame* frameForStroke(const QString& camera);
 
-    std::map<QString, Camera> cameras_;
-    std::set<QString> modifiedCameras_;
+    std::map<QString, LayerStack> cameras_; ///< those with layers
+    StrokeInProgress stroke_;
+    CameraPictures pictures_;
     QString currentCamera_;
     QString previousCamera_;
     bool master_ = false;
@@ -215,13 +209,6 @@ private:
     int collectedTime_ = 0;
     int changeGroups_ = 0;
     bool changePending_ = false;
-
-    std::unique_ptr<StrokeSession> stroke_;
-    QString strokeCamera_;
-    QImage clipboardImage_;
-    QImage strokeCanvas_;       ///< reused from stroke to stroke
-    QStringList recentCameras_; ///< whose pictures are taken to be on display, latest first
-    std::set<QString> fullRedrawCameras_; ///< a stroke was discarded and the picture still shows it
 };
 
 } // namespace vellum

@@ -118,8 +118,8 @@ void LayerManager::timeChanged(int intTime, bool skipActive) {
     const bool upToDate = active == collectedLayer_ && collectedTime_ == intTime;
     const Layer* skipped = skipActive && upToDate ? active : nullptr;
     collectedLayer_ = nullptr;
-    for (auto& [name, camera] : cameras_) {
-        for (auto& one : camera.layers) {
+    for (const auto& [camera, layers] : cameras_) {
+        for (const auto& one : layers) {
             if (one.get() != skipped) {
                 one->updateCurrentIndex(intTime);
             }

@@ -1,231 +1,71 @@
-// The part of LayerManager that draws: the stroke in progress and the picture of a camera.
+// The part of LayerManager that draws: where the layers, the stroke in progress and the cameras'
+// pictures meet.
 #include "document/DocumentObserver.h"
 #include "document/LayerManager.h"
-#include "plugin/base/Settings.h"
 #include "plugin/base/ToolTable.h"
-
-#include <utility>
 
 namespace vellum {
 
 namespace {
-/// Maya shows up to four panels at once, each through another camera.
-constexpr int kCamerasOnDisplay = 4;
+
+GhostOptions ghostOptions() {
+    return GhostOptions::fromSettings(documentObserver().isPlaying());
+}
+
 } // namespace
 
 Stroke* LayerManager::beginStroke(const QString& camera, Tool tool, const QColor& color) {
-    if (!findTool(tool)) {
-        discardStroke();
-        return nullptr;
-    }
-    return begin(camera, tool, color);
+    discardStroke();
+    const Frame* frame = findTool(tool) ? frameForStroke(camera) : nullptr;
+    return frame ? &stroke_.begin(camera, *frame, tool, color) : nullptr;
 }
 
 Stroke* LayerManager::beginTransform(const QString& camera, const RegionTransform& state) {
-    Stroke* stroke = begin(camera, Tool::Transform, QColor());
-    if (!stroke) {
-        return nullptr;
-    }
-    const QImage image = currentFrame(camera)->image();
-    if (state.copy) {
-        clipboardImage_ = image.copy(state.region);
-    }
-    stroke->region = state;
-    stroke_->lift(image, clipboardImage_);
-    return stroke;
+    discardStroke();
+    const Frame* frame = frameForStroke(camera);
+    return frame ? &stroke_.beginTransform(camera, *frame, state) : nullptr;
 }
 
-Stroke* LayerManager::begin(const QString& camera, Tool tool, const QColor& color) {
-    discardStroke();
+const Frame* LayerManager::frameForStroke(const QString& camera) {
     const Layer* active = activeLayer(camera);
     if (!active || active->state() == layer_state::kLocked || !active->hasFrameAtCurrentTime() ||
         !active->currentFrame()) {
         return nullptr;
     }
     // While the stroke is drawn the ghosts stay as they are, so they have to be right now.
-    Camera& target = *find(camera);
-    if (updateGhosts(target)) {
-        markCameraModified(camera);
-    }
-    strokeCamera_ = camera;
-    stroke_ = std::make_unique<StrokeSession>(*active->currentFrame(), tool, color,
-                                              std::exchange(strokeCanvas_, QImage()));
-    return &stroke_->stroke();
+    pictures_.updateGhosts(camera, *find(camera), ghostOptions());
+    return active->currentFrame();
 }
 
 bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
     Layer* active = findActive(camera);
-    const Frame* frame = active ? active->currentFrame() : nullptr;
-    if (!stroke_ || strokeCamera_ != camera || !frame || active->state() == layer_state::kLocked) {
+    if (!active || active->state() == layer_state::kLocked ||
+        !stroke_.mergeInto(camera, *active, undoBytes)) {
         return false;
     }
-    // A region of one frame means nothing in another.
-    if (stroke_->stroke().tool == Tool::Transform && !stroke_->isFrom(*frame)) {
-        return false;
-    }
-    // The stroke's picture is the whole frame: as it is, it would overwrite another one.
-    if (stroke_->replacesFrame() && !stroke_->isOn(*frame)) {
-        stroke_->moveTo(*frame);
-    }
-    undoBytes = frame->pngBytes();
-    const QImage merged = stroke_->merged(frame->image());
-    active->setCurrentImage(merged, stroke_->touched());
-    endStroke();
+    pictures_.endStroke(camera);
     // The ghosts stood still during the stroke; one that left no pixel would not bring them up.
-    if (updateGhosts(*find(camera))) {
-        markCameraModified(camera);
-    }
+    pictures_.updateGhosts(camera, *find(camera), ghostOptions());
     return true;
 }
 
 void LayerManager::discardStroke() {
-    if (stroke_) {
-        endStroke();
-        fullRedrawCameras_.insert(strokeCamera_);
+    if (stroke_.stroke()) {
+        stroke_.end();
+        pictures_.discardStroke(stroke_.camera());
     }
-}
-
-void LayerManager::endStroke() {
-    strokeCanvas_ = stroke_->takeCanvas();
-    stroke_.reset();
-    Camera* camera = find(strokeCamera_);
-    if (camera && camera->composite) {
-        camera->composite->endStroke();
-    }
-}
-
-const StrokeSession* LayerManager::strokeOn(const QString& camera, const Layer& layer) const {
-    const Frame* frame = layer.currentFrame();
-    return stroke_ && strokeCamera_ == camera && layer.isActive() && frame && stroke_->isOn(*frame)
-               ? stroke_.get()
-               : nullptr;
 }
 
 bool LayerManager::needsRedraw(const QString& camera) const {
-    const Camera* found = find(camera);
-    if (!found || !found->composite) {
-        return false;
-    }
-    if (found->composite->version() == 0 ||
-        (stroke_ && strokeCamera_ == camera && stroke_->isDirty()) ||
-        fullRedrawCameras_.count(camera) > 0 || modifiedCameras_.count(camera) > 0) {
-        return true;
-    }
-    for (const auto& one : found->layers) {
-        if (!one->undisplayed().isEmpty()) {
-            return true;
-        }
-    }
-    return false;
+    const LayerStack* layers = find(camera);
+    return layers && pictures_.needsRedraw(camera, *layers, stroke_);
 }
 
-bool LayerManager::updateGhosts(Camera& camera) {
-    const Layer* active = nullptr;
-    for (const auto& one : camera.layers) {
-        if (one->isActive()) {
-            active = one.get();
-            break;
-        }
+const QImage* LayerManager::compositeCamera(const QString& camera) {
+    if (needsRedraw(camera)) {
+        pictures_.redraw(camera, *find(camera), stroke_, ghostOptions());
     }
-    return camera.composite->ghosts().update(
-        active, GhostOptions::fromSettings(documentObserver().isPlaying()));
-}
-
-QRect LayerManager::collectChanges(const QString& name, Camera& camera) {
-    QRect changed;
-    const bool modified = modifiedCameras_.erase(name) > 0;
-    const bool discarded = fullRedrawCameras_.erase(name) > 0;
-    if (modified || discarded || camera.composite->version() == 0) {
-        changed = Layer::wholeCanvas();
-    }
-    const bool strokeHere = stroke_ && strokeCamera_ == name;
-    if (strokeHere && stroke_->stroke().tool == Tool::Transform) {
-        const Frame* frame = currentFrame(name);
-        if (frame && stroke_->isFrom(*frame) && !stroke_->isOn(*frame)) {
-            stroke_->moveTo(*frame);
-        }
-    }
-    for (const auto& one : camera.layers) {
-        const QRect part = one->takeUndisplayed();
-        changed |= part;
-        // On another picture than it was begun on, the stroke is no longer shown.
-        if (strokeHere && one->isActive() && !part.isEmpty() && !strokeOn(name, *one)) {
-            changed |= stroke_->touched();
-        }
-    }
-    if (strokeHere && stroke_->isDirty()) {
-        changed |= stroke_->update();
-    }
-    // Ghosts stand still during a stroke, but playback takes them away all the same.
-    const bool noGhosts =
-        settings().disableGhostingDuringPlayback && documentObserver().isPlaying();
-    if ((!strokeHere || noGhosts) && updateGhosts(camera)) {
-        changed = Layer::wholeCanvas();
-    }
-    return changed;
-}
-
-const QImage* LayerManager::compositeCamera(const QString& name) {
-    Camera* camera = find(name);
-    if (!camera || !camera->composite) {
-        return nullptr;
-    }
-    CameraComposite& composite = *camera->composite;
-    if (!needsRedraw(name)) {
-        return &composite.image();
-    }
-    const QRect changed = collectChanges(name, *camera);
-    if (changed.isEmpty()) {
-        return &composite.image();
-    }
-    std::vector<CompositeLayer> layers;
-    std::vector<Frame::Hold> holds;
-    for (const auto& one : camera->layers) {
-        const QImage image = one->displayImage();
-        if (image.isNull()) {
-            continue;
-        }
-        const Frame* frame = one->currentFrame();
-        holds.push_back(frame->hold());
-        const StrokeSession* stroke = strokeOn(name, *one);
-        CompositeLayer layer;
-        layer.drawnOn = stroke != nullptr;
-        if (stroke && stroke->replacesFrame()) {
-            layer.image = stroke->image();
-        } else {
-            layer.image = image;
-            layer.revision = frame->revision();
-            layer.pieces = frame->pieces();
-            layer.overlay = stroke ? stroke->image() : QImage();
-        }
-        layers.push_back(std::move(layer));
-    }
-    composite.paint(changed, layers);
-    composite.setHolds(std::move(holds));
-    noteDisplayed(name);
-    return &composite.image();
-}
-
-void LayerManager::noteDisplayed(const QString& camera) {
-    recentCameras_.removeAll(camera);
-    recentCameras_.prepend(camera);
-    while (recentCameras_.size() > kCamerasOnDisplay) {
-        Camera* gone = find(recentCameras_.takeLast());
-        if (gone && gone->composite) {
-            gone->composite->setHolds({});
-        }
-    }
-}
-
-quint64 LayerManager::compositeVersion(const QString& camera) const {
-    const Camera* found = find(camera);
-    return found && found->composite ? found->composite->version() : 0;
-}
-
-QRect LayerManager::compositeChangedSince(const QString& camera, quint64 version) const {
-    const Camera* found = find(camera);
-    return found && found->composite ? found->composite->changedSince(version)
-                                     : Layer::wholeCanvas();
+    return pictures_.image(camera);
 }
 
 } // namespace vellum

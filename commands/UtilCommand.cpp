@@ -71,7 +71,7 @@ Flags contextFlags() {
     };
 }
 
-/// Choices first, then options. The choice of a typed tool is looked for after the others.
+/// Choices first, then options. Where a call has several, the choice of a typed tool counts last.
 Flags toolFlags() {
     Flags flags;
     const auto addChoices = [&flags](bool typed) {

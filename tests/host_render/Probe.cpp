@@ -2,7 +2,7 @@
 
 #define MNoPluginEntry
 #define MNoVersionString
-#include "scene/PluginTypes.h"
+#include "scene/api/PluginTypes.h"
 
 #include <maya/MDrawRegistry.h>
 #include <maya/MFnDependencyNode.h>

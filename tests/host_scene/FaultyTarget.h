@@ -1,5 +1,5 @@
 #pragma once
-#include "scene/SaveTarget.h"
+#include "scene/files/SaveTarget.h"
 
 #include <functional>
 #include <memory>

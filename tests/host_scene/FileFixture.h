@@ -1,8 +1,8 @@
 #pragma once
 #include "foundation/Report.h"
-#include "scene/FileIO.h"
-#include "scene/PluginLoader.h"
-#include "scene/SceneState.h"
+#include "plugins/PluginLoader.h"
+#include "scene/core/SceneState.h"
+#include "scene/files/FileIO.h"
 #include "script/Interpreter.h"
 #include "ui/StartUp.h"
 

@@ -1,9 +1,9 @@
 // Where the scene core meets what is half gone, cyclic, driven or wrong.
-#include "scene/Node.h"
-#include "scene/Scene.h"
-#include "scene/TimeState.h"
-#include "scene/TypeRegistry.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
+#include "scene/core/Node.h"
+#include "scene/core/Scene.h"
+#include "scene/core/TimeState.h"
+#include "scene/core/TypeRegistry.h"
 
 #include <maya/MAnimControl.h>
 #include <maya/MDagModifier.h>

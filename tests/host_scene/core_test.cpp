@@ -1,9 +1,9 @@
 // Nodes, names, plugs, hierarchy, modifiers, handles, selection and events.
-#include "scene/Events.h"
-#include "scene/Scene.h"
-#include "scene/Selection.h"
-#include "scene/TimeState.h"
-#include "scene/UndoQueue.h"
+#include "foundation/Events.h"
+#include "foundation/UndoQueue.h"
+#include "scene/core/Scene.h"
+#include "scene/core/Selection.h"
+#include "scene/core/TimeState.h"
 
 #include <maya/MAnimControl.h>
 #include <maya/MDagModifier.h>

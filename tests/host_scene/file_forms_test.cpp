@@ -1,5 +1,5 @@
-#include "scene/AsciiTokens.h"
-#include "scene/ChunkFile.h"
+#include "scene/files/ChunkFile.h"
+#include "scene/text/AsciiTokens.h"
 
 #include <QBuffer>
 

@@ -1,6 +1,6 @@
 #include "FileFixture.h"
 
-#include "scene/PluginServices.h"
+#include "plugins/PluginServices.h"
 #include "script/Commands.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "ScriptFixture.h"
 
-#include "scene/Events.h"
-#include "script/Conditions.h"
+#include "commands/Conditions.h"
+#include "foundation/Events.h"
 #include "script/Flags.h"
 
 #include <maya/MGlobal.h>

@@ -1,6 +1,6 @@
 #include "ScriptFixture.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "script/PluginCommands.h"
 
 #include <maya/MArgDatabase.h>

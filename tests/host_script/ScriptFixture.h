@@ -1,11 +1,11 @@
 #pragma once
 
+#include "commands/ScriptJobs.h"
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "script/Commands.h"
 #include "script/Interpreter.h"
-#include "script/ScriptJobs.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // Script jobs that follow the scene, and what jobs do to themselves and to each other.
 #include "host_script/ScriptFixture.h"
 
-#include "scene/Events.h"
-#include "scene/FileIO.h"
-#include "scene/SceneCommands.h"
-#include "script/Conditions.h"
+#include "commands/Conditions.h"
+#include "commands/SceneCommands.h"
+#include "foundation/Events.h"
+#include "scene/files/FileIO.h"
 
 #include <gmock/gmock.h>
 

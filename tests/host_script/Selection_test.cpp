@@ -1,8 +1,8 @@
 // The parts of MGlobal and of argument parsing that reach into the scene.
 #include "ScriptFixture.h"
 
-#include "scene/Events.h"
-#include "scene/SceneState.h"
+#include "foundation/Events.h"
+#include "scene/core/SceneState.h"
 #include "script/PluginCommands.h"
 
 #include <maya/MAnimControl.h>

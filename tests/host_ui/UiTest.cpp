@@ -2,8 +2,8 @@
 
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
-#include "scene/FileIO.h"
-#include "scene/PluginServices.h"
+#include "plugins/PluginServices.h"
+#include "scene/files/FileIO.h"
 
 #include <maya/MUIDrawManager.h>
 

@@ -1,7 +1,7 @@
 // Dialogs, the Edit menu, and the contact sheet.
 #include "host_ui/UiTest.h"
 
-#include "scene/FileIO.h"
+#include "scene/files/FileIO.h"
 #include "ui/ContactSheet.h"
 #include "ui/MenuSets.h"
 #include "ui/SceneTime.h"

@@ -2,9 +2,9 @@
 // the bars around the view.
 #include "host_ui/UiTest.h"
 
+#include "foundation/Events.h"
 #include "foundation/Idle.h"
 #include "render/Views.h"
-#include "scene/Events.h"
 #include "ui/ContextState.h"
 #include "ui/Elements.h"
 #include "ui/TimeBar.h"

@@ -1,7 +1,7 @@
 // Keys: the window's hotkeys, the current tool, and an event filter that comes before both.
 #include "host_ui/UiTest.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "ui/ScriptLine.h"
 
 #include <QKeyEvent>

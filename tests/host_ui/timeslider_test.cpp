@@ -1,8 +1,8 @@
 // The time slider and playback.
 #include "host_ui/UiTest.h"
 
-#include "scene/Events.h"
-#include "script/Conditions.h"
+#include "commands/Conditions.h"
+#include "foundation/Events.h"
 #include "ui/Playback.h"
 #include "ui/TimeSlider.h"
 

@@ -1,8 +1,8 @@
 // Tools: names, which is current, and who tells them so.
 #include "host_ui/UiTest.h"
 
-#include "scene/FileIO.h"
-#include "scene/PluginServices.h"
+#include "plugins/PluginServices.h"
+#include "scene/files/FileIO.h"
 
 #include <gmock/gmock.h>
 

@@ -2,7 +2,7 @@
 #include "host_ui/UiTest.h"
 
 #include "render/Views.h"
-#include "scene/FileIO.h"
+#include "scene/files/FileIO.h"
 
 #include <maya/M3dView.h>
 #include <maya/MQtUtil.h>

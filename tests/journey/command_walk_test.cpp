@@ -4,7 +4,7 @@
 #include "journey/Desk.h"
 #include "support/Seed.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 #include "ui/ViewWidget.h"

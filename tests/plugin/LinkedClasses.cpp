@@ -13,7 +13,7 @@
 #define MNoPluginEntry
 #define MNoVersionString
 #include "foundation/Idle.h"
-#include "scene/PluginTypes.h"
+#include "scene/api/PluginTypes.h"
 
 #include <maya/MDrawRegistry.h>
 

@@ -13,7 +13,7 @@
 #include "plugin/middle/Timeline.h"
 
 #include "foundation/Idle.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "script/Commands.h"
 #include "script/Interpreter.h"
 #include "script/PluginCommands.h"

@@ -10,10 +10,10 @@
 #include "plugin/middle/Panels.h"
 #include "plugin/middle/PluginState.h"
 
+#include "foundation/Events.h"
 #include "foundation/Idle.h"
-#include "scene/Events.h"
-#include "scene/PluginTypes.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
+#include "scene/api/PluginTypes.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 

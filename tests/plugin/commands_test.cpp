@@ -1,7 +1,7 @@
 // The util and layer commands, through the script line of a host with the real plug-in.
 #include "support/Session.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 
 #include <maya/MFnDependencyNode.h>
 #include <maya/MSelectionList.h>

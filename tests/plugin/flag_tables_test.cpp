@@ -6,7 +6,7 @@
 #include "plugin/leaves/Settings.h"
 #include "plugin/middle/PluginState.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 
 namespace vellum::test {
 namespace {

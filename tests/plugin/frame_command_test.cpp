@@ -10,7 +10,7 @@
 #include "plugin/middle/ActiveNode.h"
 #include "plugin/middle/PluginState.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "script/PluginCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"

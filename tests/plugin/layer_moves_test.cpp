@@ -2,7 +2,7 @@
 #include "plugin/WatchedCommands.h"
 
 #include "document/LayerManager.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 
 #include <iterator>
 

@@ -2,7 +2,7 @@
 #include "support/Session.h"
 
 #include "foundation/Idle.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "ui/MainWindow.h"
 
 #include <QMenuBar>

@@ -7,8 +7,8 @@
 #include "foundation/Idle.h"
 #define MNoPluginEntry
 #define MNoVersionString
-#include "scene/Events.h"
-#include "scene/PluginTypes.h"
+#include "foundation/Events.h"
+#include "scene/api/PluginTypes.h"
 #include "ui/Elements.h"
 #include "ui/Tools.h"
 

@@ -4,9 +4,9 @@
 #include "support/HostProgram.h"
 #include "support/Session.h"
 
+#include "foundation/Events.h"
 #include "foundation/Faults.h"
 #include "foundation/Idle.h"
-#include "scene/Events.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 

@@ -5,7 +5,7 @@
 #include "plugin/leaves/Names.h"
 #include "plugin/leaves/Script.h"
 #include "plugin/middle/ActiveNode.h"
-#include "scene/PluginServices.h"
+#include "plugins/PluginServices.h"
 #include "script/PluginCommands.h"
 #include "tools/interaction/DrawContextCommand.h"
 #include "tools/interaction/StrokeCommand.h"

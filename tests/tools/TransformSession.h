@@ -9,7 +9,7 @@
 #include "foundation/Idle.h"
 #include "node/BaseNode.h"
 #include "plugin/leaves/Names.h"
-#include "scene/PluginServices.h"
+#include "plugins/PluginServices.h"
 #include "script/PluginCommands.h"
 #include "tools/interaction/TransformContext.h"
 #include "tools/interaction/TransformContextCommand.h"

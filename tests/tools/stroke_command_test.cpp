@@ -8,7 +8,7 @@
 #include "plugin/leaves/Settings.h"
 #include "plugin/middle/ActiveNode.h"
 
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 
 #include <maya/MFnDependencyNode.h>
 #include <maya/MSelectionList.h>

@@ -1,11 +1,11 @@
 #include "render/RenderCommands.h"
 
+#include "foundation/Events.h"
+#include "plugins/PluginServices.h"
 #include "render/DrawOverrides.h"
 #include "render/ScenePainter.h"
 #include "render/View.h"
 #include "render/Views.h"
-#include "scene/Events.h"
-#include "scene/PluginServices.h"
 #include "script/Flags.h"
 
 #include <maya/MSelectionList.h>

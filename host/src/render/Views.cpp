@@ -1,7 +1,7 @@
 #include "render/Views.h"
 
+#include "foundation/Events.h"
 #include "render/View.h"
-#include "scene/Events.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "script/Commands.h"
 
 #include "foundation/Faults.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "script/CoreCommands.h"
 
 #include <algorithm>

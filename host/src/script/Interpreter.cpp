@@ -2,7 +2,7 @@
 
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "script/Commands.h"
 #include "script/Evaluator.h"
 #include "script/InterpreterState.h"

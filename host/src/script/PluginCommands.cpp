@@ -1,7 +1,7 @@
 #include "script/PluginCommands.h"
 
 #include "foundation/Report.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
 #include "script/CommandLine.h"
 #include "script/CommandState.h"
 #include "script/Commands.h"

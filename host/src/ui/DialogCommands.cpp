@@ -1,7 +1,7 @@
 // confirmDialog and the host's own hostContactSheet.
+#include "commands/ScriptJobs.h"
 #include "script/Commands.h"
 #include "script/Flags.h"
-#include "script/ScriptJobs.h"
 #include "ui/CommandSupport.h"
 #include "ui/ContactSheet.h"
 #include "ui/MainWindow.h"

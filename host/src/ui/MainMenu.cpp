@@ -2,9 +2,9 @@
 #include "ui/MainWindow.h"
 
 #include "foundation/Report.h"
-#include "scene/FileIO.h"
-#include "scene/SceneState.h"
-#include "scene/UndoQueue.h"
+#include "foundation/UndoQueue.h"
+#include "scene/core/SceneState.h"
+#include "scene/files/FileIO.h"
 #include "script/Interpreter.h"
 #include "ui/Elements.h"
 #include "ui/MenuSets.h"

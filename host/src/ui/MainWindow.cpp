@@ -1,8 +1,8 @@
 #include "ui/MainWindow.h"
 
+#include "foundation/Events.h"
 #include "render/Views.h"
-#include "scene/Events.h"
-#include "scene/FileIO.h"
+#include "scene/files/FileIO.h"
 #include "script/Interpreter.h"
 #include "ui/ContextState.h"
 #include "ui/Elements.h"

@@ -1,6 +1,6 @@
 #include "ui/MenuSets.h"
 
-#include "scene/Events.h"
+#include "foundation/Events.h"
 
 #include <QAction>
 #include <QMenu>

@@ -1,7 +1,7 @@
 #include "ui/ModelPanel.h"
 
+#include "foundation/Events.h"
 #include "render/Views.h"
-#include "scene/Events.h"
 #include "ui/Elements.h"
 
 #include <maya/MDagPath.h>

@@ -1,7 +1,7 @@
 #include "ui/Playback.h"
 
-#include "scene/TimeState.h"
-#include "script/Conditions.h"
+#include "commands/Conditions.h"
+#include "scene/core/TimeState.h"
 #include "ui/SceneTime.h"
 
 #include <maya/MTime.h>

@@ -1,6 +1,6 @@
 #include "ui/SceneTime.h"
 
-#include "scene/TimeState.h"
+#include "scene/core/TimeState.h"
 
 namespace host::sceneTime {
 

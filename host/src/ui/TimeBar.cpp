@@ -1,6 +1,6 @@
 #include "ui/TimeBar.h"
 
-#include "scene/Events.h"
+#include "foundation/Events.h"
 #include "ui/Playback.h"
 #include "ui/SceneTime.h"
 #include "ui/Theme.h"

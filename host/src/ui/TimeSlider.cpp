@@ -1,7 +1,7 @@
 #include "ui/TimeSlider.h"
 
-#include "scene/Events.h"
-#include "scene/TimeState.h"
+#include "foundation/Events.h"
+#include "scene/core/TimeState.h"
 #include "ui/QtCompat.h"
 #include "ui/SceneTime.h"
 #include "ui/Theme.h"

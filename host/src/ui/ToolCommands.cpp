@@ -1,7 +1,7 @@
 // setToolTo, currentCtx, contextInfo, selectContext, and the context commands of plug-ins.
 #include "foundation/Report.h"
-#include "scene/FileIO.h"
-#include "scene/PluginServices.h"
+#include "plugins/PluginServices.h"
+#include "scene/files/FileIO.h"
 #include "script/CommandLine.h"
 #include "script/Commands.h"
 #include "script/Flags.h"

@@ -1,7 +1,7 @@
 #include "ui/Tools.h"
 
+#include "foundation/Events.h"
 #include "foundation/Report.h"
-#include "scene/Events.h"
 #include "ui/ContextState.h"
 
 namespace host {

@@ -1,0 +1,64 @@
+#pragma once
+#include "scene/files/FileIO.h"
+#include "scene/text/SceneRecords.h"
+
+#include <maya/MPlug.h>
+
+#include <QIODevice>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+// Builds the scene from the statements of a file. Whatever cannot be done is reported with its
+// place in the file, counted, and skipped; nothing here throws.
+namespace host {
+
+class SceneBuilder {
+public:
+    // `importing`: names that are taken are made unique, and the scene's own settings stay.
+    SceneBuilder(std::string fileName, bool importing, SceneMemory& memory);
+    ~SceneBuilder();
+    SceneBuilder(const SceneBuilder&) = delete;
+    SceneBuilder& operator=(const SceneBuilder&) = delete;
+
+    // Where in the file the next statement stands.
+    void setPlace(std::uint64_t line, bool isLine);
+
+    void requirement(Requirement requirement);
+    void units(const Units& units);
+    void fileInfo(const std::string& key, const std::string& value);
+    void createNode(const NodeRecord& node);
+    void selectNode(const std::string& name);
+    // A statement was lost that may have made another node the current one: what belongs to a
+    // node is skipped until the next one is known.
+    void loseNode();
+    void addAttr(AddAttrRecord attribute);
+    // Sets plain values and, when -type names a plug-in's data type, lets the data read the
+    // values as tokens. A plug without leading dot names its node too.
+    void setAttr(AttrRecord attribute);
+    // Plug-in data of the current node in binary form: `length` bytes from the device's position
+    // on. What they leave unread is the caller's to skip.
+    void setData(const std::string& plug, const std::string& type, QIODevice& device,
+                 std::uint64_t length);
+    void connect(const std::string& source, const std::string& destination);
+    void rename(const std::string& newName);
+    void parent(const std::vector<std::string>& names);
+
+    void error(const std::string& message);
+    void warning(const std::string& message);
+    // A warning that many statements would repeat; shown once for each `key`.
+    void warningOnce(const std::string& key, const std::string& message);
+
+    // After the last statement.
+    ReadResult finish();
+
+private:
+    void applyAttr(std::vector<MPlug> plugs, AttrRecord record);
+    bool readTokens(MPlug plug, AttrRecord& record);
+
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+} // namespace host

@@ -2,7 +2,8 @@
 #include "scene/files/SceneReaders.h"
 #include "scene/text/AsciiTokens.h"
 
-#include <array>
+#include <QBuffer>
+
 #include <map>
 
 namespace host {
@@ -97,6 +98,8 @@ void readCreateNode(Statement& statement, SceneBuilder& builder) {
     node.name = flags.text("n", "name");
     node.parent = flags.text("p", "parent");
     node.shared = flags.has("s", "shared");
+    for (std::size_t i = 1; i < flags.objects.size(); ++i)
+        builder.error("createNode with a stray word: " + flags.object(i));
     if (node.type.empty())
         builder.error("createNode without a node type");
     else
@@ -141,9 +144,12 @@ void readSetAttr(Statement& statement, SceneBuilder& builder) {
             attribute.keyable = more && switchValue(tokens[++i].text);
         } else if (text == "-cb" || text == "-channelBox") {
             attribute.channelBox = more && switchValue(tokens[++i].text);
-        } else if (more && (text == "-s" || text == "-size" || text == "-ca" ||
-                            text == "-caching" || text == "-ch" || text == "-capacityHint")) {
-            ++i; // hints that this host has no use for
+        } else {
+            const bool takesOne = text == "-s" || text == "-size" || text == "-ca" ||
+                                  text == "-caching" || text == "-ch" || text == "-capacityHint";
+            attribute.hints.push_back(std::move(tokens[i]));
+            if (more && takesOne)
+                attribute.hints.push_back(std::move(tokens[++i]));
         }
     }
     if (attribute.plug.empty()) {
@@ -163,17 +169,29 @@ void readAddAttr(Statement& statement, SceneBuilder& builder) {
     builder.addAttr(std::move(attribute));
 }
 
+// The flags are kept as they are: what of them cannot be done here is written again.
 void readConnect(Statement& statement, SceneBuilder& builder) {
-    const FlagReader flags(statement, {{"rd", 1}, {"referenceDest", 1}});
-    if (flags.objects.size() < 2)
+    std::vector<Token> names, flags;
+    for (std::size_t i = 1; i < statement.tokens.size(); ++i) {
+        Token& token = statement.tokens[i];
+        const bool isFlag = !token.quoted && token.text.compare(0, 1, "-") == 0;
+        const bool takesOne = isFlag && (token.text == "-l" || token.text == "-lock" ||
+                                         token.text == "-rd" || token.text == "-referenceDest");
+        (isFlag ? flags : names).push_back(std::move(token));
+        if (takesOne && i + 1 < statement.tokens.size())
+            flags.push_back(std::move(statement.tokens[++i]));
+    }
+    if (names.size() < 2)
         builder.error("connectAttr needs two attributes");
     else
-        builder.connect(flags.object(0), flags.object(1));
+        builder.connect(names[0].text, names[1].text, std::move(flags));
 }
 
 void readRename(Statement& statement, SceneBuilder& builder) {
     const FlagReader flags(statement, {{"uid", 1}, {"uuid", 1}});
-    if (!flags.objects.empty())
+    if (flags.has("uid", "uuid"))
+        builder.uuid(std::move(statement.source));
+    else if (!flags.objects.empty())
         builder.rename(flags.object(0));
 }
 
@@ -182,31 +200,70 @@ void readParent(Statement& statement, SceneBuilder& builder) {
     std::vector<std::string> names;
     for (const Token& token : flags.objects)
         names.push_back(token.text);
+    if (flags.has("add", "addObject")) {
+        builder.warningOnce("instance", "Instances are not made; they are kept as they stand");
+        builder.keepStatement(std::move(statement.source));
+        return;
+    }
     builder.parent(names);
+}
+
+void readLock(Statement& statement, SceneBuilder& builder) {
+    const FlagReader flags(statement, {{"l", 1}, {"lock", 1}, {"lu", 1}, {"lockUnpublished", 1}});
+    if (flags.objects.empty())
+        builder.lockNode(std::move(statement.source), switchValue(flags.text("l", "lock")));
+    else
+        builder.keepStatement(std::move(statement.source));
+}
+
+void readReference(Statement& statement, SceneBuilder& builder) {
+    builder.warningOnce("file", "Other files that the scene refers to are not read; the "
+                                "references are kept as they stand in the file");
+    builder.keepStatement(std::move(statement.source));
+}
+
+// What concerns the whole scene and changes nothing of what is shown here.
+void readOther(Statement& statement, SceneBuilder& builder) {
+    builder.keepStatement(std::move(statement.source));
 }
 
 using StatementReader = void (*)(Statement&, SceneBuilder&);
 
 StatementReader readerOf(const std::string& command) {
     static const std::map<std::string, StatementReader> readers = {
-        {"requires", readRequires},
-        {"currentUnit", readUnits},
-        {"fileInfo", readFileInfo},
-        {"createNode", readCreateNode},
-        {"select", readSelect},
-        {"setAttr", readSetAttr},
-        {"addAttr", readAddAttr},
-        {"connectAttr", readConnect},
-        {"rename", readRename},
-        {"parent", readParent},
-        {"lockNode", [](Statement&, SceneBuilder&) {}},
-        {"relationship", [](Statement&, SceneBuilder&) {}},
+        {"requires", readRequires},     {"currentUnit", readUnits},   {"fileInfo", readFileInfo},
+        {"createNode", readCreateNode}, {"select", readSelect},       {"setAttr", readSetAttr},
+        {"addAttr", readAddAttr},       {"connectAttr", readConnect}, {"rename", readRename},
+        {"parent", readParent},         {"lockNode", readLock},       {"file", readReference},
+        {"relationship", readOther},    {"workspace", readOther},     {"dataStructure", readOther},
+        {"applyMetadata", readOther},
     };
     const auto found = readers.find(command);
     return found == readers.end() ? nullptr : found->second;
 }
 
+void understand(Statement& statement, SceneBuilder& builder) {
+    if (const StatementReader reader = readerOf(statement.command())) {
+        reader(statement, builder);
+        return;
+    }
+    const std::string name = statement.tokens.front().text.substr(0, 40);
+    builder.warningOnce("command " + name,
+                        "Command in a scene file not run, but kept as it stands: " + name);
+    builder.keepUnknown(std::move(statement.source));
+}
+
 } // namespace
+
+void readStatement(const std::string& text, SceneBuilder& builder) {
+    QByteArray bytes = QByteArray::fromStdString(text);
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    AsciiScanner scanner(buffer);
+    Statement statement;
+    while (scanner.next(statement) == AsciiScanner::Result::statement)
+        understand(statement, builder);
+}
 
 void readAsciiScene(QIODevice& device, SceneBuilder& builder) {
     AsciiScanner scanner(device);
@@ -226,22 +283,7 @@ void readAsciiScene(QIODevice& device, SceneBuilder& builder) {
             builder.error("The file is truncated: " + scanner.problem());
             return;
         }
-        // Braces of script that was skipped must not hide the statement behind them.
-        std::vector<Token>& tokens = statement.tokens;
-        while (!tokens.empty() && !tokens.front().quoted &&
-               (tokens.front().text == "}" || tokens.front().text == "{"))
-            tokens.erase(tokens.begin());
-        if (tokens.empty())
-            continue;
-        const Token& command = tokens.front();
-        const StatementReader reader = command.quoted ? nullptr : readerOf(command.text);
-        if (reader) {
-            reader(statement, builder);
-            continue;
-        }
-        const std::string name = command.text.substr(0, 40);
-        builder.warningOnce("command " + name, "Command in a scene file ignored: " + name);
-        builder.loseNode();
+        understand(statement, builder);
     }
     builder.setPlace(scanner.line(), true);
     if (scanner.lastComment().compare(0, 9, "// End of") != 0)

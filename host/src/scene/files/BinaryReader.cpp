@@ -36,6 +36,8 @@ AttrRecord readAttr(ChunkParser& parser) {
     const std::uint32_t bits = parser.number();
     attribute.type = parser.text();
     attribute.values = readTokens(parser);
+    if (!parser.atEnd())
+        attribute.hints = readTokens(parser);
     attribute.keyable = readSwitch(bits, keyableGiven, keyableOn);
     attribute.locked = readSwitch(bits, lockedGiven, lockedOn);
     attribute.channelBox = readSwitch(bits, channelBoxGiven, channelBoxOn);
@@ -89,8 +91,15 @@ bool readFields(ChunkId id, const std::string& bytes, SceneBuilder& builder) {
     } else if (id == chunks::connect) {
         const std::string source = parser.text();
         const std::string destination = parser.text();
+        std::vector<Token> flags;
+        if (!parser.atEnd())
+            flags = readTokens(parser);
         if (!parser.failed())
-            builder.connect(source, destination);
+            builder.connect(source, destination, std::move(flags));
+    } else if (id == chunks::statement) {
+        const std::string text = parser.text();
+        if (!parser.failed())
+            readStatement(text, builder);
     }
     return !parser.failed();
 }

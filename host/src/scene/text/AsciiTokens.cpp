@@ -65,6 +65,42 @@ std::string quote(const std::string& text) {
     return result;
 }
 
+std::string statementText(const std::vector<Token>& tokens) {
+    std::string text;
+    for (const Token& token : tokens) {
+        text += text.empty() ? "" : " ";
+        text += token.quoted ? quote(token.text) : token.text;
+    }
+    return text + ";";
+}
+
+std::vector<Token> attributeTokens(const AttrRecord& attribute) {
+    std::vector<Token> tokens = {word("\tsetAttr")};
+    const auto add = [&tokens](const char* flag, const std::optional<bool>& value) {
+        if (!value)
+            return;
+        tokens.push_back(word(flag));
+        tokens.push_back(word(*value ? "on" : "off"));
+    };
+    add("-l", attribute.locked);
+    add("-k", attribute.keyable);
+    add("-cb", attribute.channelBox);
+    tokens.insert(tokens.end(), attribute.hints.begin(), attribute.hints.end());
+    tokens.push_back(quoted(attribute.plug));
+    if (!attribute.hasValue)
+        return tokens;
+    if (!attribute.type.empty()) {
+        tokens.push_back(word("-type"));
+        tokens.push_back(quoted(attribute.type));
+    }
+    tokens.insert(tokens.end(), attribute.values.begin(), attribute.values.end());
+    return tokens;
+}
+
+Token nameToken(const std::string& name) {
+    return {name, name.compare(0, 1, ":") != 0};
+}
+
 std::string formatNumber(double value) {
     return shortest(value);
 }
@@ -97,10 +133,16 @@ bool parseNumber(const std::string& text, double& value) {
 }
 
 bool isSceneFileCommand(const std::string& name) {
-    static const std::array<const char*, 12> names = {
-        "requires",    "currentUnit", "fileInfo", "createNode", "select",   "setAttr",
-        "connectAttr", "addAttr",     "rename",   "parent",     "lockNode", "relationship"};
+    static const std::array<const char*, 16> names = {
+        "requires", "currentUnit", "fileInfo",      "createNode",   "select",   "setAttr",
+        "addAttr",  "connectAttr", "rename",        "parent",       "lockNode", "relationship",
+        "file",     "workspace",   "dataStructure", "applyMetadata"};
     return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+const std::string& Statement::command() const {
+    static const std::string none;
+    return tokens.empty() || tokens.front().quoted ? none : tokens.front().text;
 }
 
 AsciiScanner::AsciiScanner(QIODevice& device) : device_(device), block_(blockSize) {
@@ -121,8 +163,11 @@ int AsciiScanner::take() {
     const int c = peek();
     if (c >= 0) {
         ++at_;
+        last_ = c;
         if (c == '\n')
             ++line_;
+        if (source_)
+            *source_ += char(c);
     }
     return c;
 }
@@ -172,6 +217,10 @@ bool AsciiScanner::readQuoted(std::string& text) {
         while (run < filled_ && block_[run] != '"' && block_[run] != '\\' && block_[run] != '\n')
             ++run;
         text.append(block_.data() + at_, run - at_);
+        if (source_)
+            source_->append(block_.data() + at_, run - at_);
+        if (run > at_)
+            last_ = static_cast<unsigned char>(block_[run - 1]);
         at_ = run;
         if (at_ == filled_)
             continue;
@@ -193,6 +242,12 @@ bool AsciiScanner::readQuoted(std::string& text) {
         case 'r':
             text += '\r';
             break;
+        case '\r': // the text goes on in the next line
+            if (peek() == '\n')
+                take();
+            break;
+        case '\n':
+            break;
         case -1:
             problem_ = "text without closing quote";
             return false;
@@ -207,10 +262,31 @@ void AsciiScanner::readWord(std::string& text) {
         text += char(take());
 }
 
+// Whether the word that comes next may begin a statement; nothing is taken.
+bool AsciiScanner::isAtStatement() {
+    constexpr std::size_t longestCommand = 16;
+    if (at_ + longestCommand >= filled_ && filled_ > 0) {
+        // Bring the rest of the block and more of the file together, so that the word is whole.
+        std::copy(block_.begin() + std::ptrdiff_t(at_), block_.begin() + std::ptrdiff_t(filled_),
+                  block_.begin());
+        filled_ -= at_;
+        at_ = 0;
+        const qint64 got = device_.read(block_.data() + filled_, qint64(block_.size() - filled_));
+        filled_ += std::size_t(std::max<qint64>(got, 0));
+    }
+    std::string name;
+    for (std::size_t i = at_; i < filled_ && name.size() < longestCommand; ++i) {
+        if (endsWord(static_cast<unsigned char>(block_[i])))
+            break;
+        name += block_[i];
+    }
+    return isSceneFileCommand(name) || name.compare(0, 2, "//") == 0;
+}
+
 // After damage the rest of the statement cannot be trusted, and its end cannot be told from a
 // semicolon within a text. The next line that begins like a statement is where sense resumes.
 void AsciiScanner::skipToStatement() {
-    constexpr std::size_t longestCommand = 16;
+    source_ = nullptr;
     for (;;) {
         for (int c = peek(); c >= 0 && c != '\n'; c = peek()) {
             const std::size_t run = at_;
@@ -223,66 +299,110 @@ void AsciiScanner::skipToStatement() {
             return;
         while (peek() == '\t' || peek() == ' ')
             take();
-        if (at_ + longestCommand >= filled_ && filled_ > 0) {
-            // Bring the rest of the block and more of the file together, so that the word is whole.
-            std::copy(block_.begin() + std::ptrdiff_t(at_),
-                      block_.begin() + std::ptrdiff_t(filled_), block_.begin());
-            filled_ -= at_;
-            at_ = 0;
-            const qint64 got =
-                device_.read(block_.data() + filled_, qint64(block_.size() - filled_));
-            filled_ += std::size_t(std::max<qint64>(got, 0));
-        }
-        std::string name;
-        for (std::size_t i = at_; i < filled_ && name.size() < longestCommand; ++i) {
-            if (endsWord(static_cast<unsigned char>(block_[i])))
-                break;
-            name += block_[i];
-        }
-        if (isSceneFileCommand(name) || name.compare(0, 2, "//") == 0)
+        if (isAtStatement())
             return;
     }
 }
 
+// Joins ( "a" + "b" ) to one text, as it comes.
+void AsciiScanner::addToken(Statement& statement, Token token) {
+    std::vector<Token>& tokens = statement.tokens;
+    if (group_ == 0) {
+        if (!token.quoted && token.text == "(")
+            group_ = tokens.size() + 1;
+    } else if (tokens.size() == group_) {
+        if (!token.quoted)
+            group_ = 0;
+    } else if (tokens.size() == group_ + 1) {
+        if (!token.quoted && token.text == ")") {
+            tokens.erase(tokens.end() - 2);
+            group_ = 0;
+            return;
+        }
+        if (token.quoted || token.text != "+")
+            group_ = 0;
+    } else if (token.quoted) {
+        tokens.pop_back();
+        tokens.back().text += token.text;
+        return;
+    } else {
+        group_ = 0;
+    }
+    tokens.push_back(std::move(token));
+}
+
+AsciiScanner::Result AsciiScanner::readToken(Statement& statement, int first) {
+    Token token;
+    if (first == '"') {
+        token.quoted = true;
+        if (!readQuoted(token.text)) {
+            if (peek() < 0)
+                return Result::truncated;
+            skipToStatement();
+            return Result::damaged;
+        }
+    } else {
+        readWord(token.text);
+        if (token.text.compare(0, 2, "//") == 0) {
+            // The word may have taken the beginning of the comment only.
+            readLineComment();
+            lastComment_.insert(0, token.text);
+            return Result::statement;
+        }
+        if (token.text.compare(0, 2, "/*") == 0) {
+            const bool closed =
+                token.text.size() >= 4 && token.text.compare(token.text.size() - 2, 2, "*/") == 0;
+            return closed || skipBlockComment() ? Result::statement : Result::truncated;
+        }
+        if (!isSceneFileCommand(statement.command()))
+            for (const char c : token.text)
+                depth_ += c == '{' ? 1 : c == '}' ? -1 : 0;
+    }
+    if (statement.tokens.empty() && !token.quoted && token.text == "setAttr") {
+        source_ = nullptr;
+        statement.source.clear();
+    }
+    addToken(statement, std::move(token));
+    return Result::statement;
+}
+
+// A closing brace ends the statement that it closes, without a semicolon.
+bool AsciiScanner::endsBlock(const Statement& statement) {
+    const Token& last = statement.tokens.back();
+    return depth_ <= 0 && !last.quoted && last.text.find('}') != std::string::npos &&
+           !isSceneFileCommand(statement.command());
+}
+
 AsciiScanner::Result AsciiScanner::next(Statement& statement) {
     statement.tokens.clear();
+    statement.source.clear();
     problem_.clear();
+    source_ = nullptr;
+    depth_ = 0;
+    group_ = 0;
     while (skipBlank()) {
         const int c = peek();
+        const bool atLineStart = last_ == '\n';
+        if (depth_ > 0 && atLineStart && c != '/' && isAtStatement()) {
+            problem_ = "block without end";
+            return Result::damaged;
+        }
         if (c == ';') {
             take();
-            if (!statement.tokens.empty())
+            if (!statement.tokens.empty() && depth_ <= 0)
                 return Result::statement;
             continue;
         }
-        if (statement.tokens.empty())
+        if (statement.tokens.empty()) {
             statement.line = line_;
-        Token token;
-        if (c == '"') {
-            token.quoted = true;
-            if (!readQuoted(token.text)) {
-                if (peek() < 0)
-                    return Result::truncated;
-                skipToStatement();
-                return Result::damaged;
-            }
-        } else {
-            readWord(token.text);
-            if (token.text.compare(0, 2, "//") == 0) {
-                // The word may have taken the beginning of the comment only.
-                readLineComment();
-                lastComment_.insert(0, token.text);
-                continue;
-            }
-            if (token.text.compare(0, 2, "/*") == 0) {
-                const bool closed = token.text.size() >= 4 &&
-                                    token.text.compare(token.text.size() - 2, 2, "*/") == 0;
-                if (!closed && !skipBlockComment())
-                    return Result::truncated;
-                continue;
-            }
+            statement.source.clear();
+            source_ = &statement.source;
         }
-        statement.tokens.push_back(std::move(token));
+        const Result result = readToken(statement, c);
+        if (result != Result::statement)
+            return result;
+        if (!statement.tokens.empty() && endsBlock(statement))
+            return Result::statement;
     }
     if (statement.tokens.empty())
         return Result::end;

@@ -12,19 +12,30 @@ namespace host {
 // `text` between double quotes with \" \\ \n \t \r escaped, so that it reads back as itself in a
 // scene file and in a script.
 std::string quote(const std::string& text);
+// The tokens as one statement, with its semicolon.
+std::string statementText(const std::vector<Token>& tokens);
+// setAttr with its flags and values.
+std::vector<Token> attributeTokens(const AttrRecord& attribute);
+// How a node is named by select: those every scene has stand bare, with a leading colon.
+Token nameToken(const std::string& name);
 // The shortest decimal form that reads back as the same number.
 std::string formatNumber(double value);
 std::string formatNumber(float value);
 // The whole of `text` as a finite or infinite number; also yes/no, on/off, true/false.
 bool parseNumber(const std::string& text, double& value);
 
-// One statement, up to its semicolon.
+// One statement, up to its semicolon. Texts joined by ( "a" + "b" ) are one token.
 struct Statement {
     std::vector<Token> tokens;
     std::uint64_t line = 0; // of its first token, from 1
+    // As it stands in the file, semicolon included; empty for setAttr, which may be very long.
+    std::string source;
+
+    const std::string& command() const;
 };
 
-// Splits a scene file into statements, in blocks: what is held at a time is one statement.
+// Splits a scene file into statements, in blocks: what is held at a time is one statement. Of a
+// command that scene files do not have, everything between braces belongs to the statement.
 class AsciiScanner {
 public:
     explicit AsciiScanner(QIODevice& device);
@@ -50,6 +61,10 @@ private:
     bool skipBlockComment();
     bool readQuoted(std::string& text);
     void readWord(std::string& text);
+    Result readToken(Statement& statement, int first);
+    void addToken(Statement& statement, Token token);
+    bool endsBlock(const Statement& statement);
+    bool isAtStatement();
     void skipToStatement();
 
     QIODevice& device_;
@@ -57,6 +72,10 @@ private:
     std::size_t at_ = 0;
     std::size_t filled_ = 0;
     std::uint64_t line_ = 1;
+    int last_ = '\n';               // the character before
+    std::string* source_ = nullptr; // where the characters taken are kept
+    int depth_ = 0;                 // of braces within the statement
+    std::size_t group_ = 0;         // place of an open ( of the statement, and 1
     std::string problem_;
     std::string lastComment_;
 };

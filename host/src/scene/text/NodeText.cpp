@@ -1,5 +1,6 @@
 #include "scene/text/NodeText.h"
 
+#include "scene/core/Node.h"
 #include "scene/text/AsciiTokens.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/PlugText.h"
@@ -21,10 +22,11 @@ std::string plugText(const MPlug& plug) {
     return std::string(".") + plug.partialName().asChar();
 }
 
-// The switches of a plug that differ from what its attribute says.
+// The switches of a plug that differ from what its attribute says. A lock of the node, or of a plug
+// above, is not its own.
 void addSwitches(const MPlug& plug, AttrRecord& record) {
     const MFnAttribute attribute(plug.attribute());
-    if (plug.isLocked() && !(plug.isChild() && plug.parent().isLocked()))
+    if (PlugAccess::slot(plug)->locked.value_or(false))
         record.locked = true;
     if (plug.isKeyable() != attribute.isKeyable())
         record.keyable = plug.isKeyable();
@@ -233,6 +235,8 @@ bool parseAddAttr(const std::vector<Token>& tokens, AddAttrFlags& flags, std::st
             flags.dataType = value;
         else if (name == "-en" || name == "-enumName")
             flags.fields = value;
+        else if (name == "-nn" || name == "-niceName")
+            continue; // only the interface of others shows it
         else if (!parseNumber(value, number)) {
             error = "Bad argument of addAttr " + name;
             return false;
@@ -248,7 +252,9 @@ bool parseAddAttr(const std::vector<Token>& tokens, AddAttrFlags& flags, std::st
             flags.hidden = number != 0;
         else if (name != "-ci" && name != "-cachedInternally" && name != "-s" &&
                  name != "-storable" && name != "-r" && name != "-readable" && name != "-w" &&
-                 name != "-writable") {
+                 name != "-writable" && name != "-dcb" && name != "-disconnectBehaviour" &&
+                 name != "-smn" && name != "-softMinValue" && name != "-smx" &&
+                 name != "-softMaxValue" && name != "-is" && name != "-internalSet") {
             error = "addAttr " + name + " is not supported";
             return false;
         }

@@ -264,7 +264,7 @@ TEST_F(FromMaya, StrayWordsAndForeignScriptAreSaidAndHideNothing) {
                            "createNode transform -n \"within\";\n}\n"
                            "global proc q() { int $i; for ($i = 0; $i < 3; $i++) { print $i; } }\n"
                            "createNode transform -n \"b\";\n\tsetAttr \".tx\" 3;\n"
-                           "createNodee transform -n \"c\";\n\tsetAttr \".tx\" 4;\n"
+                           "frobnicate -n \"c\";\n\tsetAttr \".tx\" 4;\n"
                            "createNode transform -n \"d\";\n");
     EXPECT_NE(failing("file -f -o " + quotedPath("stray.ma")).find("Error reading"),
               std::string::npos);
@@ -275,7 +275,7 @@ TEST_F(FromMaya, StrayWordsAndForeignScriptAreSaidAndHideNothing) {
     const QByteArray again = bytes("again.ma");
     EXPECT_EQ(count(again, "global proc q() { int $i; for ($i = 0; $i < 3; $i++) { print $i; } }"),
               1);
-    EXPECT_EQ(count(again, "createNodee transform -n \"c\";\n\tsetAttr \".tx\" 4;\n"), 1);
+    EXPECT_EQ(count(again, "frobnicate -n \"c\";\n\tsetAttr \".tx\" 4;\n"), 1);
 }
 
 } // namespace

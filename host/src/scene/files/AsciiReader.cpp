@@ -1,9 +1,11 @@
+#include "scene/api/PluginTypes.h"
 #include "scene/files/SceneBuilder.h"
 #include "scene/files/SceneReaders.h"
 #include "scene/text/AsciiTokens.h"
 
 #include <QBuffer>
 
+#include <algorithm>
 #include <map>
 
 namespace host {
@@ -117,7 +119,7 @@ bool switchValue(const std::string& text) {
     return parseNumber(text, value) && value != 0;
 }
 
-void readSetAttr(Statement& statement, SceneBuilder& builder) {
+AttrRecord attributeOf(Statement& statement) {
     // Not through FlagReader: after -type nothing is a flag, and the values may be very many.
     AttrRecord attribute;
     std::vector<Token>& tokens = statement.tokens;
@@ -152,14 +154,18 @@ void readSetAttr(Statement& statement, SceneBuilder& builder) {
                 attribute.hints.push_back(std::move(tokens[++i]));
         }
     }
-    if (attribute.plug.empty()) {
-        builder.error("setAttr without an attribute");
-        return;
-    }
     tokens.erase(tokens.begin(), tokens.begin() + std::ptrdiff_t(std::min(i, tokens.size())));
     attribute.hasValue = !tokens.empty() || !attribute.type.empty();
     attribute.values = std::move(tokens);
-    builder.setAttr(std::move(attribute));
+    return attribute;
+}
+
+void readSetAttr(Statement& statement, SceneBuilder& builder) {
+    AttrRecord attribute = attributeOf(statement);
+    if (attribute.plug.empty())
+        builder.error("setAttr without an attribute");
+    else
+        builder.setAttr(std::move(attribute));
 }
 
 void readAddAttr(Statement& statement, SceneBuilder& builder) {
@@ -242,15 +248,67 @@ StatementReader readerOf(const std::string& command) {
     return found == readers.end() ? nullptr : found->second;
 }
 
+// What a statement is in spite of its damaged command. One that makes a node or carries plug-in
+// data matters more than its first word.
+StatementReader readerByShape(const Statement& statement, const SceneBuilder& builder) {
+    const std::vector<Token>& tokens = statement.tokens;
+    if (tokens.size() < 3 || tokens[2].quoted || tokens[2].text.compare(0, 1, "-") != 0)
+        return nullptr;
+    if (!tokens[1].quoted && nodeTypeCreatable(tokens[1].text))
+        return readCreateNode;
+    const bool isData = tokens.size() > 3 && tokens[1].text.compare(0, 1, ".") == 0 &&
+                        tokens[2].text == "-type" && builder.isPluginData(tokens[3].text);
+    return isData ? readSetAttr : nullptr;
+}
+
 void understand(Statement& statement, SceneBuilder& builder) {
     if (const StatementReader reader = readerOf(statement.command())) {
         reader(statement, builder);
         return;
     }
     const std::string name = statement.tokens.front().text.substr(0, 40);
+    if (const StatementReader reader = readerByShape(statement, builder)) {
+        builder.error("Damaged command of a statement that is understood otherwise: " + name);
+        reader(statement, builder);
+        return;
+    }
     builder.warningOnce("command " + name,
                         "Command in a scene file not run, but kept as it stands: " + name);
     builder.keepUnknown(std::move(statement.source));
+}
+
+// Plug-in data in a statement whose beginning is damaged: behind the name of their type.
+bool findData(Statement& statement, const SceneBuilder& builder, AttrRecord& attribute) {
+    constexpr std::size_t farthest = 12;
+    std::vector<Token>& tokens = statement.tokens;
+    for (std::size_t i = 1; i < std::min(tokens.size(), farthest); ++i) {
+        if (!builder.isPluginData(tokens[i].text))
+            continue;
+        attribute.plug = ".";
+        attribute.type = tokens[i].text;
+        attribute.hasValue = true;
+        attribute.values.assign(std::make_move_iterator(tokens.begin() + std::ptrdiff_t(i) + 1),
+                                std::make_move_iterator(tokens.end()));
+        return true;
+    }
+    return false;
+}
+
+// Hands over what a statement had before, and with luck behind, the damage.
+void salvage(Statement& statement, SceneBuilder& builder) {
+    const std::string command = statement.command();
+    AttrRecord attribute;
+    if (command == "createNode" && statement.tokens.size() > 1)
+        readCreateNode(statement, builder);
+    else if (command == "setAttr" && statement.tokens.size() > 3 &&
+             builder.isPluginData(statement.tokens[3].text))
+        builder.salvageAttr(attributeOf(statement));
+    else if (findData(statement, builder, attribute))
+        builder.salvageAttr(std::move(attribute));
+    else if (command == "setAttr")
+        builder.error("Skipped: setAttr " + attributeOf(statement).plug);
+    else
+        builder.loseNode();
 }
 
 } // namespace
@@ -272,18 +330,18 @@ void readAsciiScene(QIODevice& device, SceneBuilder& builder) {
         const AsciiScanner::Result result = scanner.next(statement);
         if (result == AsciiScanner::Result::end)
             break;
-        builder.setPlace(statement.tokens.empty() ? scanner.line() : statement.line, true);
-        if (result == AsciiScanner::Result::damaged) {
-            builder.error("Damaged statement skipped: " + scanner.problem());
-            if (statement.tokens.empty() || statement.tokens.front().text != "setAttr")
-                builder.loseNode();
+        if (result == AsciiScanner::Result::statement) {
+            builder.setPlace(statement.line, true);
+            understand(statement, builder);
             continue;
         }
-        if (result == AsciiScanner::Result::truncated) {
-            builder.error("The file is truncated: " + scanner.problem());
+        const bool cut = result == AsciiScanner::Result::truncated;
+        builder.setPlace(scanner.problemLine(), true);
+        builder.error((cut ? "The file is truncated: " : "Damaged statement: ") +
+                      scanner.problem());
+        salvage(statement, builder);
+        if (cut)
             return;
-        }
-        understand(statement, builder);
     }
     builder.setPlace(scanner.line(), true);
     if (scanner.lastComment().compare(0, 9, "// End of") != 0)

@@ -5,19 +5,15 @@
 #include "scene/api/PluginTypes.h"
 #include "scene/core/TimeState.h"
 #include "scene/files/BuilderState.h"
-#include "scene/files/DeviceStream.h"
 #include "scene/text/AsciiTokens.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/NodeText.h"
 #include "scene/text/PlugText.h"
 #include "scene/text/UnitNames.h"
 
-#include <maya/MArgList.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
-#include <maya/MFnPluginData.h>
 #include <maya/MGlobal.h>
-#include <maya/MPxData.h>
 #include <maya/MTime.h>
 
 #include <algorithm>
@@ -49,6 +45,13 @@ std::map<std::string, double> playbackNumbers(const std::string& text) {
         numbers[words[i]] = value;
     }
     return numbers;
+}
+
+// A shape without a parent comes with a transform of its own; the shape is what is meant.
+MObject createInDag(const std::string& type, const std::string& name, const MObject& parent) {
+    const MObject made = MFnDagNode().create(type.c_str(), name.c_str(), parent);
+    const bool isShape = !made.isNull() && MFnDependencyNode(made).typeName() != type.c_str();
+    return isShape ? MFnDagNode(made).child(0) : made;
 }
 
 } // namespace
@@ -200,7 +203,7 @@ void SceneBuilder::createNode(const NodeRecord& record) {
     }
     MObject node;
     if (nodeTypeInDag(type))
-        node = MFnDagNode().create(type.c_str(), record.name.c_str(), parent);
+        node = createInDag(type, record.name, parent);
     else
         node = MFnDependencyNode().create(type.c_str(), record.name.c_str());
     if (node.isNull()) {
@@ -211,7 +214,6 @@ void SceneBuilder::createNode(const NodeRecord& record) {
         keptStatements().of(node).originalType = record.type;
     if (record.shared)
         keptStatements().of(node).shared = true;
-    // A shape made without parent comes with a transform of its own; the statements mean the shape.
     state_->current = node;
     state_->lastMade = MObjectHandle(node);
     const std::string above =
@@ -268,12 +270,11 @@ void SceneBuilder::setAttr(AttrRecord record) {
             state.playback = playbackNumbers(record.values[0].text);
         return;
     }
-    if (state.current.isNull()) {
-        if (!keepOrphan(attributeTokens(record)))
-            warningOnce("no node", "Attributes skipped: their node is not known");
+    if (state.current.isNull() && keepOrphan(attributeTokens(record)))
         return;
-    }
-    if (state.unknown())
+    if (state.current.isNull() && !(isPluginData(record.type) && makeHome(record.type)))
+        warningOnce("no node", "Attributes skipped: their node is not known");
+    else if (state.unknown())
         state.keep(std::move(record));
     else
         setKnownAttr(std::move(record));
@@ -307,7 +308,9 @@ void SceneBuilder::setKnownAttr(AttrRecord record) {
     }
     if (isCurve(state.current) && setCurveAttr(record))
         return;
-    const std::vector<MPlug> plugs = findPlugs(state.current, record.plug);
+    std::vector<MPlug> plugs = findPlugs(state.current, record.plug);
+    if (plugs.empty())
+        plugs = dataPlugs(record.plug, record.type);
     if (!plugs.empty()) {
         applyAttr(plugs, std::move(record));
         return;
@@ -335,74 +338,6 @@ void SceneBuilder::applyAttr(std::vector<MPlug> plugs, AttrRecord record) {
         if (record.locked)
             plug.setLocked(*record.locked);
     }
-}
-
-// Moves the words into the argument list one by one, so that the text of a big drawing is held
-// about once. False when the whole statement was kept for later or is no good.
-bool SceneBuilder::readTokens(MPlug plug, AttrRecord& record) {
-    MTypeId id;
-    if (!dataTypeKnown(record.type, id)) {
-        warningOnce("data " + record.type,
-                    "Unrecognized data type '" + record.type + "'; preserving the data.");
-        state_->keep(std::move(record));
-        return false;
-    }
-    MFnPluginData holder;
-    MObject object = holder.create(id);
-    MPxData* const data = object.isNull() ? nullptr : holder.data();
-    if (!data) {
-        error("Could not create data of type " + record.type);
-        return false;
-    }
-    const std::string name = state_->currentPath() + record.plug;
-    MArgList arguments;
-    arguments.addArg(MString(record.plug.c_str()));
-    arguments.addArg(MString("-type"));
-    arguments.addArg(MString(record.type.c_str()));
-    unsigned position = arguments.length();
-    for (Token& token : record.values) {
-        arguments.addArg(MString(token.text.c_str(), int(token.text.size())));
-        std::string().swap(token.text);
-    }
-    if (record.values.empty())
-        return true;
-    if (!data->readASCII(arguments, position))
-        error("The data of " + name + " could not be read completely");
-    // Also after a failure: what was read is kept.
-    placeData(plug, object);
-    return true;
-}
-
-void SceneBuilder::setData(const std::string& plugPath, const std::string& type, QIODevice& device,
-                           std::uint64_t length) {
-    State& state = *state_;
-    if (state.current.isNull()) {
-        warningOnce("no node", "Attributes skipped: their node is not known");
-        return;
-    }
-    MTypeId id;
-    std::vector<MPlug> plugs;
-    if (!state.unknown())
-        plugs = findPlugs(state.current, plugPath);
-    if (plugs.empty() || !dataTypeKnown(type, id)) {
-        if (!state.unknown())
-            warningOnce("data " + type,
-                        "Unrecognized data type '" + type + "'; preserving the data.");
-        state.keep(RawData{plugPath, type, device.read(qint64(length)).toStdString()});
-        return;
-    }
-    MFnPluginData holder;
-    MObject object = holder.create(id);
-    MPxData* const data = object.isNull() ? nullptr : holder.data();
-    if (!data || length > 0xffffffffu) {
-        error("Could not create data of type " + type);
-        return;
-    }
-    DeviceReadBuffer buffer(device, length);
-    std::istream stream(&buffer);
-    if (!data->readBinary(stream, unsigned(length)))
-        error("The data of " + state.currentPath() + plugPath + " could not be read completely");
-    placeData(plugs.front(), object);
 }
 
 } // namespace host

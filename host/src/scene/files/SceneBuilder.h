@@ -37,6 +37,11 @@ public:
     // Sets plain values and, when -type names a plug-in's data type, lets the data read the
     // values as tokens. A plug without leading dot names its node too.
     void setAttr(AttrRecord attribute);
+    // The same of a statement that is damaged: plug-in data are still handed over, as they guard
+    // themselves; of anything else nothing is believed.
+    void salvageAttr(AttrRecord attribute);
+    // Of a plug-in that is here, or that the file says it needs.
+    bool isPluginData(const std::string& type) const;
     // Plug-in data of the current node in binary form: `length` bytes from the device's position
     // on. What they leave unread is the caller's to skip.
     void setData(const std::string& plug, const std::string& type, QIODevice& device,
@@ -63,6 +68,8 @@ public:
 
 private:
     bool keepOrphan(const std::vector<Token>& statement);
+    std::vector<MPlug> dataPlugs(const std::string& wanted, const std::string& type);
+    bool makeHome(const std::string& type);
     MObject inDag(const MObject& node);
     void setKnownAttr(AttrRecord record);
     bool setCurveAttr(AttrRecord& record);

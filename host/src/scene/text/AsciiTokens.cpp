@@ -189,7 +189,7 @@ bool AsciiScanner::skipBlockComment() {
             return true;
         }
     }
-    problem_ = "comment without end";
+    notice("comment without end");
     return false;
 }
 
@@ -210,7 +210,7 @@ bool AsciiScanner::readQuoted(std::string& text) {
     for (;;) {
         // Long runs are taken at once: hexadecimal texts have many megabytes.
         if (peek() < 0) {
-            problem_ = "text without closing quote";
+            notice("text without closing quote");
             return false;
         }
         std::size_t run = at_;
@@ -225,7 +225,7 @@ bool AsciiScanner::readQuoted(std::string& text) {
         if (at_ == filled_)
             continue;
         if (block_[at_] == '\n') {
-            problem_ = "line break within a text";
+            notice("line break within a text");
             return false;
         }
         const int c = take();
@@ -249,7 +249,7 @@ bool AsciiScanner::readQuoted(std::string& text) {
         case '\n':
             break;
         case -1:
-            problem_ = "text without closing quote";
+            notice("text without closing quote");
             return false;
         default:
             text += char(escaped);
@@ -283,27 +283,6 @@ bool AsciiScanner::isAtStatement() {
     return isSceneFileCommand(name) || name.compare(0, 2, "//") == 0;
 }
 
-// After damage the rest of the statement cannot be trusted, and its end cannot be told from a
-// semicolon within a text. The next line that begins like a statement is where sense resumes.
-void AsciiScanner::skipToStatement() {
-    source_ = nullptr;
-    for (;;) {
-        for (int c = peek(); c >= 0 && c != '\n'; c = peek()) {
-            const std::size_t run = at_;
-            while (at_ < filled_ && block_[at_] != '\n')
-                ++at_;
-            if (run == at_)
-                break;
-        }
-        if (take() < 0)
-            return;
-        while (peek() == '\t' || peek() == ' ')
-            take();
-        if (isAtStatement())
-            return;
-    }
-}
-
 // Joins ( "a" + "b" ) to one text, as it comes.
 void AsciiScanner::addToken(Statement& statement, Token token) {
     std::vector<Token>& tokens = statement.tokens;
@@ -331,16 +310,45 @@ void AsciiScanner::addToken(Statement& statement, Token token) {
     tokens.push_back(std::move(token));
 }
 
+// The first problem of a statement is the one that is told.
+void AsciiScanner::notice(const std::string& problem) {
+    if (!problem_.empty())
+        return;
+    problem_ = problem;
+    problemLine_ = line_;
+}
+
+// After a text that its line did not close: reading goes on behind it, up to a line that begins
+// like a statement.
+AsciiScanner::Result AsciiScanner::readText(Statement& statement, Token token) {
+    addToken(statement, std::move(token));
+    source_ = nullptr;
+    statement.source.clear();
+    if (!skipBlank())
+        return Result::truncated;
+    return isAtStatement() ? Result::damaged : Result::statement;
+}
+
+// Whether a semicolon ends the statement. Behind one that got into the values of a setAttr stands
+// another value.
+bool AsciiScanner::endsHere(const Statement& statement) {
+    if (depth_ > 0)
+        return false;
+    if (statement.command() != "setAttr" || !skipBlank())
+        return true;
+    const int c = peek();
+    if (c != '"' && c != '-' && !(c >= '0' && c <= '9'))
+        return true;
+    notice("semicolon among values");
+    return false;
+}
+
 AsciiScanner::Result AsciiScanner::readToken(Statement& statement, int first) {
     Token token;
     if (first == '"') {
         token.quoted = true;
-        if (!readQuoted(token.text)) {
-            if (peek() < 0)
-                return Result::truncated;
-            skipToStatement();
-            return Result::damaged;
-        }
+        if (!readQuoted(token.text))
+            return readText(statement, std::move(token));
     } else {
         readWord(token.text);
         if (token.text.compare(0, 2, "//") == 0) {
@@ -384,13 +392,13 @@ AsciiScanner::Result AsciiScanner::next(Statement& statement) {
         const int c = peek();
         const bool atLineStart = last_ == '\n';
         if (depth_ > 0 && atLineStart && c != '/' && isAtStatement()) {
-            problem_ = "block without end";
+            notice("block without end");
             return Result::damaged;
         }
         if (c == ';') {
             take();
-            if (!statement.tokens.empty() && depth_ <= 0)
-                return Result::statement;
+            if (!statement.tokens.empty() && endsHere(statement))
+                return problem_.empty() ? Result::statement : Result::damaged;
             continue;
         }
         if (statement.tokens.empty()) {
@@ -406,7 +414,7 @@ AsciiScanner::Result AsciiScanner::next(Statement& statement) {
     }
     if (statement.tokens.empty())
         return Result::end;
-    problem_ = "the file ends within a statement";
+    notice("the file ends within a statement");
     return Result::truncated;
 }
 

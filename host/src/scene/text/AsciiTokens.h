@@ -42,14 +42,18 @@ public:
 
     enum class Result {
         statement, // one was read
-        damaged,   // the text at line() is not a statement; reading goes on at the next one
-        truncated, // the file ends within a statement
+        damaged,   // the statement cannot be trusted; reading goes on at the next one
+        truncated, // the file ends within the statement
         end,
     };
+    // A damaged or truncated statement has the tokens read so far. They go on behind the damage,
+    // which rarely reaches farther than its line, up to a semicolon or a line that begins like a
+    // statement: a long drawing is one statement.
     Result next(Statement& statement);
     std::uint64_t line() const { return line_; }
-    // What was wrong, after damaged or truncated.
+    // What was wrong, and where, after damaged or truncated.
     const std::string& problem() const { return problem_; }
+    std::uint64_t problemLine() const { return problemLine_; }
     // The last line comment, which in a whole file says so.
     const std::string& lastComment() const { return lastComment_; }
 
@@ -62,10 +66,12 @@ private:
     bool readQuoted(std::string& text);
     void readWord(std::string& text);
     Result readToken(Statement& statement, int first);
+    Result readText(Statement& statement, Token token);
+    bool endsHere(const Statement& statement);
+    void notice(const std::string& problem);
     void addToken(Statement& statement, Token token);
     bool endsBlock(const Statement& statement);
     bool isAtStatement();
-    void skipToStatement();
 
     QIODevice& device_;
     std::vector<char> block_;
@@ -77,6 +83,7 @@ private:
     int depth_ = 0;                 // of braces within the statement
     std::size_t group_ = 0;         // place of an open ( of the statement, and 1
     std::string problem_;
+    std::uint64_t problemLine_ = 0;
     std::string lastComment_;
 };
 

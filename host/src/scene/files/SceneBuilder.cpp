@@ -1,11 +1,11 @@
 #include "scene/files/SceneBuilder.h"
 
 #include "foundation/Report.h"
-#include "plugins/PluginLoader.h"
 #include "scene/api/PluginTypes.h"
 #include "scene/core/TimeState.h"
 #include "scene/files/DeviceStream.h"
 #include "scene/files/KeptStatements.h"
+#include "scene/files/PluginSource.h"
 #include "scene/files/SceneWalk.h"
 #include "scene/text/AsciiTokens.h"
 #include "scene/text/CurveText.h"
@@ -174,21 +174,9 @@ void SceneBuilder::warningOnce(const std::string& key, const std::string& messag
 }
 
 void SceneBuilder::requirement(Requirement requirement) {
-    PluginLoader& loader = pluginLoader();
-    if (loader.find(requirement.plugin))
-        return;
     std::string problem;
-    std::string loaded;
-    // A scene names a plug-in; it must not point at a library of its own choosing.
-    const bool plainName = requirement.plugin.find_first_of("/\\") == std::string::npos;
-    if (plainName && loader.isOnPath(requirement.plugin))
-        loaded = loader.load(requirement.plugin, problem, true);
-    if (!loaded.empty()) {
-        loader.find(loaded)->autoLoaded = true;
+    if (pluginSource().provide(requirement.plugin, problem))
         return;
-    }
-    if (problem.empty())
-        problem = "Plug-in, \"" + requirement.plugin + "\", was not found on MAYA_PLUG_IN_PATH.";
     warning("The scene requires a plug-in that is missing: " + problem);
     state_->memory.missingPlugins.push_back(std::move(requirement));
 }

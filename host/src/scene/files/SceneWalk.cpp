@@ -1,8 +1,8 @@
 #include "scene/files/SceneWalk.h"
 
-#include "plugins/PluginLoader.h"
 #include "scene/core/TimeState.h"
 #include "scene/files/KeptStatements.h"
+#include "scene/files/PluginSource.h"
 #include "scene/text/AsciiTokens.h"
 #include "scene/text/NodeText.h"
 #include "scene/text/UnitNames.h"
@@ -125,7 +125,7 @@ private:
             if (std::find(list.begin(), list.end(), name) == list.end())
                 list.push_back(name);
         };
-        const auto require = [&](const PluginRecord& plugin) -> Requirement& {
+        const auto require = [&](const PluginSource::Plugin& plugin) -> Requirement& {
             Requirement& requirement = needed[plugin.name];
             requirement.plugin = plugin.name;
             requirement.version = plugin.version;
@@ -133,10 +133,10 @@ private:
         };
         for (const WrittenNode& written : nodes_) {
             const std::string type = MFnDependencyNode(written.node).typeName().asChar();
-            if (const PluginRecord* plugin = pluginLoader().findByNodeType(type))
+            if (const auto plugin = pluginSource().ofNodeType(type))
                 add(require(*plugin).nodeTypes, type);
             for (const DataRecord& data : written.text.data)
-                if (const PluginRecord* plugin = pluginLoader().findByDataType(data.type))
+                if (const auto plugin = pluginSource().ofDataType(data.type))
                     add(require(*plugin).dataTypes, data.type);
             if (!written.kept)
                 continue;

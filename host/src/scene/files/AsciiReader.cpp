@@ -1,6 +1,7 @@
+#include "scene/files/AsciiTokens.h"
 #include "scene/files/SceneBuilder.h"
 #include "scene/files/SceneReaders.h"
-#include "scene/text/AsciiTokens.h"
+#include "scene/text/Words.h"
 
 #include <array>
 #include <map>

@@ -1,6 +1,6 @@
 #include "scene/files/AsciiWriter.h"
 
-#include "scene/text/AsciiTokens.h"
+#include "scene/text/Words.h"
 
 #include <maya/MPxData.h>
 

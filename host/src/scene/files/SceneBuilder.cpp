@@ -6,12 +6,13 @@
 #include "scene/files/DeviceStream.h"
 #include "scene/files/KeptStatements.h"
 #include "scene/files/PluginSource.h"
+#include "scene/files/SceneSink.h"
 #include "scene/files/SceneWalk.h"
-#include "scene/text/AsciiTokens.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/NodeText.h"
 #include "scene/text/PlugText.h"
 #include "scene/text/UnitNames.h"
+#include "scene/text/Words.h"
 
 #include <maya/MArgList.h>
 #include <maya/MDGModifier.h>

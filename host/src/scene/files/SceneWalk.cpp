@@ -3,9 +3,9 @@
 #include "scene/core/TimeState.h"
 #include "scene/files/KeptStatements.h"
 #include "scene/files/PluginSource.h"
-#include "scene/text/AsciiTokens.h"
 #include "scene/text/NodeText.h"
 #include "scene/text/UnitNames.h"
+#include "scene/text/Words.h"
 
 #include <maya/MAngle.h>
 #include <maya/MDagPath.h>

@@ -1,8 +1,8 @@
 #include "scene/text/NodeText.h"
 
-#include "scene/text/AsciiTokens.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/PlugText.h"
+#include "scene/text/Words.h"
 
 #include <maya/MFnAttribute.h>
 #include <maya/MFnDependencyNode.h>

@@ -1,5 +1,6 @@
+#include "scene/files/AsciiTokens.h"
 #include "scene/files/ChunkFile.h"
-#include "scene/text/AsciiTokens.h"
+#include "scene/text/Words.h"
 
 #include <QBuffer>
 

@@ -1,7 +1,8 @@
 // Scenes as Maya 2015 to 2026 write them: what the host understands, and that a save loses nothing
 // of the rest.
 #include "FileFixture.h"
-#include "scene/text/AsciiTokens.h"
+#include "scene/files/AsciiTokens.h"
+#include "scene/text/StatementText.h"
 
 #include <QBuffer>
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/CoreCommands.h"
 #include "commands/ScriptJobs.h"
 #include "foundation/Idle.h"
 #include "foundation/Report.h"

@@ -1,9 +1,9 @@
 #include "commands/SceneCommandSupport.h"
 #include "commands/SceneCommands.h"
 #include "scene/core/SceneState.h"
-#include "scene/text/AsciiTokens.h"
 #include "scene/text/NodeText.h"
 #include "scene/text/PlugText.h"
+#include "scene/text/Words.h"
 
 #include <maya/MAngle.h>
 #include <maya/MDGContext.h>

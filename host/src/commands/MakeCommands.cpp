@@ -1,7 +1,7 @@
 #include "commands/SceneCommandSupport.h"
 #include "commands/SceneCommands.h"
-#include "scene/text/AsciiTokens.h"
 #include "scene/text/PlugText.h"
+#include "scene/text/Words.h"
 
 #include <maya/MDGModifier.h>
 #include <maya/MFnDagNode.h>

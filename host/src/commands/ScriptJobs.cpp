@@ -1,11 +1,11 @@
 #include "commands/ScriptJobs.h"
 
 #include "commands/Conditions.h"
+#include "commands/CoreCommands.h"
 #include "commands/JobTable.h"
 #include "foundation/Events.h"
 #include "foundation/UndoQueue.h"
 #include "script/CallHelpers.h"
-#include "script/CoreCommands.h"
 #include "script/Flags.h"
 #include "script/Interpreter.h"
 

@@ -1,5 +1,5 @@
+#include "commands/CoreCommands.h"
 #include "script/CallHelpers.h"
-#include "script/CoreCommands.h"
 #include "script/Flags.h"
 #include "script/Interpreter.h"
 

@@ -1,9 +1,9 @@
 #include "commands/SceneCommandSupport.h"
 #include "commands/SceneCommands.h"
 #include "scene/core/TimeState.h"
-#include "scene/text/AsciiTokens.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/PlugText.h"
+#include "scene/text/Words.h"
 
 #include <maya/MAngle.h>
 #include <maya/MDistance.h>

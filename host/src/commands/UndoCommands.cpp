@@ -1,6 +1,6 @@
+#include "commands/CoreCommands.h"
 #include "foundation/UndoQueue.h"
 #include "script/CallHelpers.h"
-#include "script/CoreCommands.h"
 #include "script/Flags.h"
 #include "script/InterpreterState.h"
 

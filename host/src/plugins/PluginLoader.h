@@ -28,7 +28,6 @@ struct PluginRecord {
         std::string toolCommand;
     };
     std::vector<Tool> tools;
-    bool autoLoaded = false; // brought in by `requires`
     bool initialized = false;
     std::unique_ptr<QLibrary> library;
 };

@@ -2,7 +2,6 @@
 
 #include "foundation/Faults.h"
 #include "foundation/UndoQueue.h"
-#include "script/CoreCommands.h"
 
 #include <algorithm>
 #include <memory>
@@ -75,16 +74,6 @@ Value callCommand(const CommandCall& call) {
     } catch (const std::exception& error) {
         throw ScriptError(call.name + ": " + error.what());
     }
-}
-
-void registerCoreCommands() {
-    registerLanguageCommands();
-    registerStringCommands();
-    registerArrayCommands();
-    registerMathCommands();
-    registerSessionCommands();
-    registerUndoCommands();
-    registerScriptJobCommands();
 }
 
 } // namespace host::script

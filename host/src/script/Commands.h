@@ -43,8 +43,4 @@ std::vector<std::string> commandNames(); ///< sorted
 /// `Cannot find procedure "NAME".`.
 Value callCommand(const CommandCall& call);
 
-/// Registers the commands of this folder: printing, strings, arrays, arithmetic, environment,
-/// script jobs, options and the like. Safe to call again.
-void registerCoreCommands();
-
 } // namespace host::script

@@ -71,5 +71,7 @@ bool batchMode();
 
 /// Called by `quit`; the program sets it. Arguments: exit code, force, abort.
 void setQuitHandler(std::function<void(int, bool, bool)> handler);
+/// Ends the program through that handler. ScriptError when there is none.
+void requestQuit(int exitCode, bool force, bool abort);
 
 } // namespace host::script

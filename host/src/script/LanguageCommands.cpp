@@ -1,7 +1,7 @@
+#include "script/LanguageCommands.h"
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
 #include "script/CallHelpers.h"
-#include "script/CoreCommands.h"
 #include "script/Flags.h"
 #include "script/Interpreter.h"
 #include "script/InterpreterState.h"

@@ -1,5 +1,5 @@
 #include "script/CallHelpers.h"
-#include "script/CoreCommands.h"
+#include "script/LanguageCommands.h"
 #include "script/Operators.h"
 
 #include <algorithm>

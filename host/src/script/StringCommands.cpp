@@ -1,6 +1,6 @@
 #include "script/CallHelpers.h"
-#include "script/CoreCommands.h"
 #include "script/Flags.h"
+#include "script/LanguageCommands.h"
 #include "script/Utf8.h"
 
 #include <QRegularExpression>

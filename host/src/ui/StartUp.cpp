@@ -1,5 +1,6 @@
 #include "ui/StartUp.h"
 
+#include "commands/CoreCommands.h"
 #include "commands/SceneCommands.h"
 #include "commands/ScriptJobs.h"
 #include "foundation/Events.h"
@@ -7,7 +8,6 @@
 #include "render/RenderCommands.h"
 #include "scene/core/TimeState.h"
 #include "scene/files/FileIO.h"
-#include "script/Commands.h"
 #include "script/Interpreter.h"
 #include "ui/MainWindow.h"
 #include "ui/Playback.h"

@@ -1,16 +1,13 @@
 // MDGModifier and MDagModifier.
-#include "foundation/UndoQueue.h"
 #include "scene/api/ApiStatus.h"
+#include "scene/api/ModifierSteps.h"
 #include "scene/core/Scene.h"
 
 #include <maya/MDagModifier.h>
 #include <maya/MFnDependencyNode.h>
-#include <maya/MGlobal.h>
 #include <maya/MPlug.h>
 
 #include <algorithm>
-#include <functional>
-#include <set>
 #include <vector>
 
 using host::Access;
@@ -20,51 +17,6 @@ using host::NodePtr;
 using host::PlugAccess;
 using host::Removal;
 using host::setStatus;
-
-namespace host {
-
-/// What a modifier does: pairs of doing and undoing, in order. Those before `done` are in effect.
-class ModifierSteps {
-public:
-    struct Step {
-        std::function<bool()> redo;
-        std::function<void()> undo;
-    };
-
-    void add(Step step) { steps_.push_back(std::move(step)); }
-
-    bool doAll() {
-        const std::size_t before = done_;
-        while (done_ < steps_.size()) {
-            if (!steps_[done_].redo()) {
-                while (done_ > before) // all or nothing
-                    steps_[--done_].undo();
-                return false;
-            }
-            ++done_;
-        }
-        return true;
-    }
-
-    // A node that an earlier step took out, with what it belonged to, needs no deleting any more.
-    void noteRemoved(const Removal& removal) {
-        for (const Removal::Item& item : removal.items)
-            removed_.insert(item.node);
-    }
-    bool hasRemoved(Node& node) const { return removed_.count(node.self()) > 0; }
-
-    void undoAll() {
-        while (done_ > 0)
-            steps_[--done_].undo();
-    }
-
-private:
-    std::vector<Step> steps_;
-    std::set<NodePtr> removed_;
-    std::size_t done_ = 0;
-};
-
-} // namespace host
 
 namespace {
 
@@ -225,15 +177,6 @@ MStatus MDGModifier::removeAttribute(const MObject& node, const MObject& attribu
                      MFnDependencyNode(node).addAttribute(attribute);
                      for (const auto& [source, destination] : *connections)
                          host::scene().connect(source, destination);
-                 }});
-    return MS::kSuccess;
-}
-MStatus MDGModifier::commandToExecute(const MString& command) {
-    const auto ran = std::make_shared<bool>(false);
-    steps_->add({[=] { return *ran = bool(MGlobal::executeCommand(command, false, true)); },
-                 [=] {
-                     if (*ran)
-                         host::undoQueue().undo();
                  }});
     return MS::kSuccess;
 }

@@ -1,6 +1,5 @@
 #include "scene/api/PluginTypes.h"
 
-#include "plugins/PluginObject.h"
 #include "scene/core/Scene.h"
 #include "scene/core/TypeRegistry.h"
 
@@ -13,16 +12,6 @@
 namespace host {
 
 namespace {
-
-class PluginObject : public Object {
-public:
-    explicit PluginObject(std::string fileName) : fileName_(std::move(fileName)) {}
-    MFn::Type apiType() const override { return MFn::kPlugin; }
-    const std::string& fileName() const { return fileName_; }
-
-private:
-    std::string fileName_; // found again by it: the record may be gone
-};
 
 std::vector<NodePtr> nodesOfType(const std::string& type) {
     std::vector<NodePtr> result;
@@ -44,20 +33,6 @@ void disconnectSources(const MObject& node) {
 }
 
 } // namespace
-
-MObject pluginObject(PluginRecord& plugin) {
-    return Access::make(std::make_shared<PluginObject>(plugin.fileName));
-}
-
-PluginRecord* pluginOf(const MObject& object) {
-    const auto plugin = Access::as<PluginObject>(object);
-    if (!plugin)
-        return nullptr;
-    for (PluginRecord* each : pluginLoader().all())
-        if (each->fileName == plugin->fileName())
-            return each;
-    return nullptr;
-}
 
 bool nodeTypeKnown(const std::string& type) {
     return typeRegistry().node(type) != nullptr;

@@ -6,6 +6,9 @@
 #include "scene/core/Selection.h"
 #include "scene/core/TimeState.h"
 
+#include <maya/MAngle.h>
+#include <maya/MDistance.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cmath>
@@ -103,6 +106,13 @@ bool sceneModified() {
 }
 void setSceneModified(bool modified) {
     scene().setModified(modified);
+}
+
+void resetScene() {
+    scene().reset();
+    MDistance::setUIUnit(MDistance::kCentimeters);
+    MAngle::setUIUnit(MAngle::kDegrees);
+    timeline::setUnit(MTime::kFilm);
 }
 
 Scene::Scene() {

@@ -1,7 +1,8 @@
 #include "scene/api/PluginTypes.h"
+#include "scene/files/AsciiTokens.h"
 #include "scene/files/SceneBuilder.h"
 #include "scene/files/SceneReaders.h"
-#include "scene/text/AsciiTokens.h"
+#include "scene/text/Words.h"
 
 #include <QBuffer>
 

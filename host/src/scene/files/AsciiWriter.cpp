@@ -1,6 +1,7 @@
 #include "scene/files/AsciiWriter.h"
 
-#include "scene/text/AsciiTokens.h"
+#include "scene/text/StatementText.h"
+#include "scene/text/Words.h"
 
 #include <maya/MPxData.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "scene/files/DeviceStream.h"
-#include "scene/text/SceneRecords.h"
+#include "scene/files/SceneSink.h"
 
 // Scenes in Maya's own ASCII form.
 namespace host {

@@ -1,6 +1,6 @@
 #pragma once
 #include "scene/files/ChunkFile.h"
-#include "scene/text/SceneRecords.h"
+#include "scene/files/SceneSink.h"
 
 // Scenes in the chunk container of docs/scene-files.md.
 namespace host {

@@ -1,6 +1,6 @@
 #include "scene/files/ChunkFile.h"
 
-#include "scene/text/SceneRecords.h"
+#include "scene/files/SceneSink.h"
 
 #include <algorithm>
 

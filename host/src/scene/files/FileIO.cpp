@@ -4,19 +4,13 @@
 #include "foundation/Report.h"
 #include "foundation/UndoQueue.h"
 #include "scene/api/PluginTypes.h"
-#include "scene/core/Scene.h"
 #include "scene/core/SceneState.h"
-#include "scene/core/TimeState.h"
 #include "scene/files/AsciiWriter.h"
 #include "scene/files/BinaryWriter.h"
 #include "scene/files/KeptStatements.h"
 #include "scene/files/SceneBuilder.h"
 #include "scene/files/SceneReaders.h"
 #include "scene/files/SceneWalk.h"
-
-#include <maya/MAngle.h>
-#include <maya/MDistance.h>
-#include <maya/MTime.h>
 
 #include <QBuffer>
 #include <QFile>
@@ -82,13 +76,6 @@ Kind kindOf(QIODevice& device) {
 }
 
 } // namespace
-
-void resetScene() {
-    scene().reset();
-    MDistance::setUIUnit(MDistance::kCentimeters);
-    MAngle::setUIUnit(MAngle::kDegrees);
-    timeline::setUnit(MTime::kFilm);
-}
 
 const char* formatName(FileFormat format) {
     return format == FileFormat::mayaAscii ? "mayaAscii" : "mayaBinary";

@@ -1,6 +1,6 @@
 #pragma once
 #include "scene/files/SaveTarget.h"
-#include "scene/text/SceneRecords.h"
+#include "scene/files/SceneSink.h"
 
 #include <functional>
 #include <map>

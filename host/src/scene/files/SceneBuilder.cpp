@@ -1,15 +1,16 @@
 #include "scene/files/SceneBuilder.h"
 
 #include "foundation/Report.h"
-#include "plugins/PluginLoader.h"
 #include "scene/api/PluginTypes.h"
 #include "scene/core/TimeState.h"
 #include "scene/files/BuilderState.h"
-#include "scene/text/AsciiTokens.h"
+#include "scene/files/PluginSource.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/NodeText.h"
 #include "scene/text/PlugText.h"
+#include "scene/text/StatementText.h"
 #include "scene/text/UnitNames.h"
+#include "scene/text/Words.h"
 
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
@@ -90,21 +91,9 @@ void SceneBuilder::warningOnce(const std::string& key, const std::string& messag
 
 void SceneBuilder::requirement(Requirement requirement) {
     state_->reach(StatementPlace::settings);
-    PluginLoader& loader = pluginLoader();
-    if (loader.find(requirement.plugin))
-        return;
     std::string problem;
-    std::string loaded;
-    // A scene names a plug-in; it must not point at a library of its own choosing.
-    const bool plainName = requirement.plugin.find_first_of("/\\") == std::string::npos;
-    if (plainName && loader.isOnPath(requirement.plugin))
-        loaded = loader.load(requirement.plugin, problem, true);
-    if (!loaded.empty()) {
-        loader.find(loaded)->autoLoaded = true;
+    if (pluginSource().provide(requirement.plugin, problem))
         return;
-    }
-    if (problem.empty())
-        problem = "Plug-in, \"" + requirement.plugin + "\", was not found on MAYA_PLUG_IN_PATH.";
     auto& missing = state_->memory.missingPlugins;
     const auto same = [&](const Requirement& other) {
         return other.plugin == requirement.plugin && other.nodeTypes == requirement.nodeTypes &&

@@ -1,8 +1,8 @@
 #include "scene/files/BuilderState.h"
 
-#include "plugins/PluginLoader.h"
 #include "scene/api/PluginTypes.h"
 #include "scene/files/DeviceStream.h"
+#include "scene/files/PluginSource.h"
 #include "scene/text/PlugText.h"
 
 #include <maya/MArgList.h>
@@ -67,7 +67,7 @@ std::vector<MPlug> SceneBuilder::dataPlugs(const std::string& wanted, const std:
 
 // Makes a node for data whose own was lost with its damaged statement.
 bool SceneBuilder::makeHome(const std::string& type) {
-    const PluginRecord* const plugin = pluginLoader().findByDataType(type);
+    const auto plugin = pluginSource().ofDataType(type);
     if (!plugin)
         return false;
     for (const std::string& nodeType : plugin->nodeTypes) {

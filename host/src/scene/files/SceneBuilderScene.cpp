@@ -2,9 +2,10 @@
 
 #include "foundation/Report.h"
 #include "scene/core/TimeState.h"
-#include "scene/text/AsciiTokens.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/PlugText.h"
+#include "scene/text/StatementText.h"
+#include "scene/text/Words.h"
 
 #include <maya/MDGModifier.h>
 #include <maya/MFnDagNode.h>

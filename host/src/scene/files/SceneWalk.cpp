@@ -1,12 +1,13 @@
 #include "scene/files/SceneWalk.h"
 
-#include "plugins/PluginLoader.h"
+#include "scene/core/Node.h"
 #include "scene/core/TimeState.h"
 #include "scene/files/KeptStatements.h"
-#include "scene/text/AsciiTokens.h"
+#include "scene/files/PluginSource.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/NodeText.h"
 #include "scene/text/UnitNames.h"
+#include "scene/text/Words.h"
 
 #include <maya/MAngle.h>
 #include <maya/MDagPath.h>
@@ -23,6 +24,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace host {
 
@@ -65,6 +67,15 @@ std::string attributeName(const AddAttrRecord& attribute) {
         if (!tokens[i].quoted && (tokens[i].text == "-ln" || tokens[i].text == "-longName"))
             return tokens[i + 1].text;
     return {};
+}
+
+// A lock of the node shows as one of each of its attributes, but is a statement of its own.
+NodeText describeUnlocked(const MObject& object) {
+    const NodePtr node = Access::as<Node>(object);
+    const bool locked = std::exchange(node->locked, false);
+    NodeText text = describeNode(object);
+    node->locked = locked;
+    return text;
 }
 
 class Writer {
@@ -127,7 +138,7 @@ private:
                 continue; // made anew from the playback settings
             WrittenNode written;
             written.node = node;
-            written.text = describeNode(node);
+            written.text = describeUnlocked(node);
             written.kept = keptStatements().find(node);
             written.isDefault = function.isDefaultNode();
             nodes_.push_back(std::move(written));
@@ -140,7 +151,7 @@ private:
             if (std::find(list.begin(), list.end(), name) == list.end())
                 list.push_back(name);
         };
-        const auto require = [&](const PluginRecord& plugin) -> Requirement& {
+        const auto require = [&](const PluginSource::Plugin& plugin) -> Requirement& {
             Requirement& requirement = needed[plugin.name];
             requirement.plugin = plugin.name;
             requirement.version = plugin.version;
@@ -148,10 +159,10 @@ private:
         };
         for (const WrittenNode& written : nodes_) {
             const std::string type = MFnDependencyNode(written.node).typeName().asChar();
-            if (const PluginRecord* plugin = pluginLoader().findByNodeType(type))
+            if (const auto plugin = pluginSource().ofNodeType(type))
                 add(require(*plugin).nodeTypes, type);
             for (const DataRecord& data : written.text.data)
-                if (const PluginRecord* plugin = pluginLoader().findByDataType(data.type))
+                if (const auto plugin = pluginSource().ofDataType(data.type))
                     add(require(*plugin).dataTypes, data.type);
         }
         for (const auto& [name, requirement] : needed)

@@ -1,6 +1,7 @@
 #include "scene/text/CurveText.h"
 
-#include "scene/text/AsciiTokens.h"
+#include "scene/text/StatementText.h"
+#include "scene/text/Words.h"
 
 #include <maya/MAngle.h>
 #include <maya/MDistance.h>

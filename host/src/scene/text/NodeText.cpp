@@ -1,9 +1,8 @@
 #include "scene/text/NodeText.h"
 
-#include "scene/core/Node.h"
-#include "scene/text/AsciiTokens.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/PlugText.h"
+#include "scene/text/Words.h"
 
 #include <maya/MFnAttribute.h>
 #include <maya/MFnDependencyNode.h>
@@ -22,11 +21,10 @@ std::string plugText(const MPlug& plug) {
     return std::string(".") + plug.partialName().asChar();
 }
 
-// The switches of a plug that differ from what its attribute says. A lock of the node, or of a plug
-// above, is not its own.
+// The switches of a plug that differ from what its attribute says.
 void addSwitches(const MPlug& plug, AttrRecord& record) {
     const MFnAttribute attribute(plug.attribute());
-    if (PlugAccess::slot(plug)->locked.value_or(false))
+    if (plug.isLocked() && !(plug.isChild() && plug.parent().isLocked()))
         record.locked = true;
     if (plug.isKeyable() != attribute.isKeyable())
         record.keyable = plug.isKeyable();

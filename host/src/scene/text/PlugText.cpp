@@ -1,6 +1,6 @@
 #include "scene/text/PlugText.h"
 
-#include "scene/text/AsciiTokens.h"
+#include "scene/text/Words.h"
 
 #include <maya/MAngle.h>
 #include <maya/MDistance.h>

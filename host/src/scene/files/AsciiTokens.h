@@ -3,26 +3,12 @@
 
 #include <QIODevice>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 // The lexical form of ASCII scene files.
 namespace host {
-
-// `text` between double quotes with \" \\ \n \t \r escaped, so that it reads back as itself in a
-// scene file and in a script.
-std::string quote(const std::string& text);
-// The tokens as one statement, with its semicolon.
-std::string statementText(const std::vector<Token>& tokens);
-// setAttr with its flags and values.
-std::vector<Token> attributeTokens(const AttrRecord& attribute);
-// How a node is named by select: those every scene has stand bare, with a leading colon.
-Token nameToken(const std::string& name);
-// The shortest decimal form that reads back as the same number.
-std::string formatNumber(double value);
-std::string formatNumber(float value);
-// The whole of `text` as a finite or infinite number; also yes/no, on/off, true/false.
-bool parseNumber(const std::string& text, double& value);
 
 // One statement, up to its semicolon. Texts joined by ( "a" + "b" ) are one token.
 struct Statement {

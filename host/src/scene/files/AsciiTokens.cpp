@@ -1,9 +1,7 @@
-#include "scene/text/AsciiTokens.h"
+#include "scene/files/AsciiTokens.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cstdlib>
 
 namespace host {
 
@@ -16,121 +14,11 @@ bool isBlank(int c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f';
 }
 
-template <class Number> std::string shortest(Number value) {
-    if (value == Number(0))
-        return "0"; // a negative zero reads back as a zero; the sign carries nothing
-    std::array<char, 32> text;
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value);
-    return std::string(text.data(), end.ptr);
-}
-
 bool endsWord(int c) {
     return c < 0 || isBlank(c) || c == ';' || c == '"';
 }
 
 } // namespace
-
-std::string describe(const FilePlace& place) {
-    if (place.line == 0)
-        return place.file;
-    return place.file + (place.isLine ? ", line " : ", byte ") + std::to_string(place.line);
-}
-
-std::string quote(const std::string& text) {
-    std::string result;
-    result.reserve(text.size() + 2);
-    result += '"';
-    for (const char c : text) {
-        switch (c) {
-        case '"':
-            result += "\\\"";
-            break;
-        case '\\':
-            result += "\\\\";
-            break;
-        case '\n':
-            result += "\\n";
-            break;
-        case '\t':
-            result += "\\t";
-            break;
-        case '\r':
-            result += "\\r";
-            break;
-        default:
-            result += c;
-        }
-    }
-    result += '"';
-    return result;
-}
-
-std::string statementText(const std::vector<Token>& tokens) {
-    std::string text;
-    for (const Token& token : tokens) {
-        text += text.empty() ? "" : " ";
-        text += token.quoted ? quote(token.text) : token.text;
-    }
-    return text + ";";
-}
-
-std::vector<Token> attributeTokens(const AttrRecord& attribute) {
-    std::vector<Token> tokens = {word("\tsetAttr")};
-    const auto add = [&tokens](const char* flag, const std::optional<bool>& value) {
-        if (!value)
-            return;
-        tokens.push_back(word(flag));
-        tokens.push_back(word(*value ? "on" : "off"));
-    };
-    add("-l", attribute.locked);
-    add("-k", attribute.keyable);
-    add("-cb", attribute.channelBox);
-    tokens.insert(tokens.end(), attribute.hints.begin(), attribute.hints.end());
-    tokens.push_back(quoted(attribute.plug));
-    if (!attribute.hasValue)
-        return tokens;
-    if (!attribute.type.empty()) {
-        tokens.push_back(word("-type"));
-        tokens.push_back(quoted(attribute.type));
-    }
-    tokens.insert(tokens.end(), attribute.values.begin(), attribute.values.end());
-    return tokens;
-}
-
-Token nameToken(const std::string& name) {
-    return {name, name.compare(0, 1, ":") != 0};
-}
-
-std::string formatNumber(double value) {
-    return shortest(value);
-}
-
-std::string formatNumber(float value) {
-    return shortest(value);
-}
-
-bool parseNumber(const std::string& text, double& value) {
-    if (text == "yes" || text == "on" || text == "true") {
-        value = 1;
-        return true;
-    }
-    if (text == "no" || text == "off" || text == "false") {
-        value = 0;
-        return true;
-    }
-    const char* first = text.data();
-    const char* const last = first + text.size();
-    if (first != last && *first == '+')
-        ++first;
-    if (last - first > 2 && first[0] == '0' && (first[1] == 'x' || first[1] == 'X')) {
-        std::uint64_t number = 0;
-        const auto end = std::from_chars(first + 2, last, number, 16);
-        value = double(number);
-        return end.ec == std::errc() && end.ptr == last;
-    }
-    const auto end = std::from_chars(first, last, value);
-    return first != last && end.ec == std::errc() && end.ptr == last;
-}
 
 bool isSceneFileCommand(const std::string& name) {
     static const std::array<const char*, 16> names = {

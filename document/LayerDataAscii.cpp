@@ -1,11 +1,14 @@
 #include "document/IntTime.h"
 #include "document/LayerDataFormat.h"
+#include "document/LayerDataLosses.h"
 #include "document/LayerManager.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
 #include "tools/raster/PngCheck.h"
 
+#include <cstring>
+#include <limits>
 #include <locale>
 #include <maya/MArgList.h>
 #include <maya/MTime.h>
@@ -60,12 +63,16 @@ void writeLayer(std::ostream& out, const Layer& layer) {
     out << kLineBreak;
 }
 
-/// Takes one argument after the other; the first failure is reported and sticks.
+/// Takes one argument after the other. Every failure is reported; after one of them counts are not
+/// believed any more, and what comes next is told by its shape.
 class ArgumentReader {
 public:
     ArgumentReader(const MArgList& args, unsigned& index) : args_(args), index_(index) {}
 
     bool isAtEnd() const { return index_ >= args_.length(); }
+    unsigned index() const { return index_; }
+    void goBackTo(unsigned index) { index_ = index; }
+    bool inDoubt() const { return inDoubt_; }
 
     /// `message` is shown, with the index of the argument as %1, when there is no such argument or
     /// it is of another type.
@@ -96,6 +103,24 @@ public:
 
     /// The last argument taken has a value that cannot be.
     bool refuseLast(const char* message) { return fail(message, index_ - 1); }
+    /// The next argument is not what belongs here.
+    bool refuseNext(const char* message) { return fail(message, index_); }
+
+    /// Whether a time and a picture come next.
+    bool isAtFrame() const { return isTime(index_) && isPicture(index_ + 1); }
+    bool isAtLayer() const { return isLayer(index_); }
+    bool isAtCamera() const {
+        const bool isEmpty = isInteger(index_ + 1, 0, 0) && isInteger(index_ + 2, -1, -1);
+        return isEmpty || (isInteger(index_ + 1, 1) && isInteger(index_ + 2, -1) &&
+                           (isLayer(index_ + 3) || isMissingLayer(index_ + 3)));
+    }
+
+    /// After damage: goes on to the next place whose shape is known, or to the end.
+    void findSense() {
+        while (!isAtEnd() && !isAtFrame() && !isAtLayer() && !isAtCamera()) {
+            ++index_;
+        }
+    }
 
 private:
     template <typename Get> bool take(const char* message, Get get) {
@@ -110,93 +135,221 @@ private:
         return true;
     }
 
-    static bool fail(const char* message, unsigned at) {
-        report::error(
-            QString::fromLatin1(message).replace(QLatin1String("%1"), QString::number(at)));
+    bool fail(const char* message, unsigned at) {
+        inDoubt_ = true;
+        loss(QString::fromLatin1(message).replace(QLatin1String("%1"), QString::number(at)));
         return false;
+    }
+
+    bool isTime(unsigned at) const {
+        MStatus status = MS::kFailure;
+        if (at < args_.length()) {
+            args_.asTime(at, &status);
+        }
+        return status == MS::kSuccess;
+    }
+    /// A picture in full is thousands of characters; its beginning is the same for all.
+    bool isPicture(unsigned at) const {
+        constexpr char beginning[] = "89504e470d0a1a0a";
+        MStatus status = MS::kFailure;
+        MString text;
+        if (at < args_.length()) {
+            text = args_.asString(at, &status);
+        }
+        return status == MS::kSuccess &&
+               std::strncmp(text.asChar(), beginning, sizeof beginning - 1) == 0;
+    }
+    bool isInteger(unsigned at, int lowest, int highest = std::numeric_limits<int>::max()) const {
+        MStatus status = MS::kFailure;
+        int value = 0;
+        if (at < args_.length()) {
+            value = args_.asInt(at, &status);
+        }
+        return status == MS::kSuccess && value >= lowest && value <= highest;
+    }
+    bool isNumber(unsigned at) const {
+        MStatus status = MS::kFailure;
+        if (at < args_.length()) {
+            args_.asDouble(at, &status);
+        }
+        return status == MS::kSuccess;
+    }
+    bool isMissingLayer(unsigned at) const {
+        MStatus status = MS::kFailure;
+        const MString name = at < args_.length() ? args_.asString(at, &status) : MString();
+        return fromMaya(name) == missingLayerName() && isInteger(at + 1, -1, -1);
+    }
+    bool isLayer(unsigned at) const {
+        return isInteger(at + 1, 0) && isInteger(at + 2, 0, 1) && isNumber(at + 3) &&
+               isInteger(at + 4, layer_state::kAnimated, layer_state::kLocked);
     }
 
     const MArgList& args_;
     unsigned& index_;
+    bool inDoubt_ = false;
 };
 
+constexpr char kInvalidVersion[] = "Invalid version";
 constexpr char kInvalidLayerCount[] = "Invalid layer count (%1)";
+constexpr char kInvalidFrameCount[] = "Invalid frame count (%1)";
+constexpr char kInvalidFrameTime[] = "Invalid frame time (%1)";
+constexpr char kInvalidDrawData[] = "Invalid draw data (%1)";
 
+/// False when there is no frame here. One whose picture does not load is reported and skipped.
 bool readFrame(ArgumentReader& reader, Layer& layer, int ordinal) {
+    const unsigned start = reader.index();
     MTime time;
     QString hex;
-    if (!reader.time(time, "Invalid frame time (%1)") ||
-        !reader.string(hex, "Invalid draw data (%1)")) {
+    if (!reader.time(time, kInvalidFrameTime) || !reader.string(hex, kInvalidDrawData)) {
         return false;
     }
     const QByteArray png = QByteArray::fromHex(hex.toUtf8());
     if (pngLoads(png)) {
-        layer.addFrame(Frame::fromPng(time, png));
-    } else {
-        report::error(QStringLiteral("Failed to load draw data: %1 (%2)")
-                          .arg(layer.name(), QString::number(ordinal)));
+        keepFrame(layer, Frame::fromPng(time, png));
+        return true;
     }
+    const unsigned behind = reader.index();
+    reader.goBackTo(start);
+    if (reader.isAtLayer() || reader.isAtCamera()) { // fewer frames than their count says
+        return reader.refuseNext(kInvalidFrameTime);
+    }
+    reader.goBackTo(start + 1);
+    if (reader.isAtFrame()) { // the picture is gone altogether
+        return reader.refuseNext(kInvalidDrawData);
+    }
+    reader.goBackTo(behind);
+    lossOfPicture(layer, ordinal);
     return true;
 }
 
-bool readLayer(ArgumentReader& reader, LayerManager& manager, const QString& camera) {
+/// As many as the layer says, and after damage all that follow: the count may be what is damaged,
+/// or a frame may have fallen into pieces.
+void readFrames(ArgumentReader& reader, Layer& layer, int frameCount) {
+    for (int i = 0;; ++i) {
+        if (reader.inDoubt() || i >= frameCount) {
+            if (!reader.isAtFrame()) {
+                return;
+            }
+            if (!reader.inDoubt()) {
+                reader.refuseNext("More frames than their count says (%1)");
+            }
+        }
+        if (!readFrame(reader, layer, i)) {
+            reader.findSense();
+        }
+    }
+}
+
+struct LayerHead {
     QString name;
     int frameCount = 0;
-    constexpr char invalidFrameCount[] = "Invalid frame count (%1)";
-    if (!reader.string(name, "Invalid layer name (%1)") ||
-        !reader.integer(frameCount, invalidFrameCount)) {
-        return false;
-    }
-    if (frameCount < 0) {
-        if (name != missingLayerName()) {
-            return reader.refuseLast(invalidFrameCount);
-        }
-        report::warning(QStringLiteral("Skipping invalid layer"));
-        return true;
-    }
     bool visible = true;
     double opacity = 1.0;
-    int state = 0;
+    int state = layer_state::kAnimated;
+    bool isMissing = false; ///< only the mark of a layer that could not be written
+};
+
+/// False when something of it is damaged; the rest then keeps its usual value.
+bool readHead(ArgumentReader& reader, LayerHead& head) {
+    if (!reader.string(head.name, "Invalid layer name (%1)") ||
+        !reader.integer(head.frameCount, kInvalidFrameCount)) {
+        return false;
+    }
+    if (head.frameCount < 0) {
+        head.isMissing = head.name == missingLayerName();
+        return head.isMissing || reader.refuseLast(kInvalidFrameCount);
+    }
     constexpr char invalidState[] = "Invalid layer state (%1)";
-    if (!reader.boolean(visible, "Invalid layer visibility (%1)") ||
-        !reader.decimal(opacity, "Invalid opacity (%1)") || !reader.integer(state, invalidState)) {
+    int state = 0;
+    if (!reader.boolean(head.visible, "Invalid layer visibility (%1)") ||
+        !reader.decimal(head.opacity, "Invalid opacity (%1)") ||
+        !reader.integer(state, invalidState)) {
         return false;
     }
     if (state < layer_state::kAnimated || state > layer_state::kLocked) {
         return reader.refuseLast(invalidState);
     }
-    auto owned = std::make_unique<Layer>(name);
-    Layer& layer = *owned;
-    layer.setVisible(visible);
-    layer.setOpacity(static_cast<float>(opacity));
-    layer.setState(state);
-    manager.insertLayer(camera, -1, std::move(owned));
-    for (int i = 0; i < frameCount; ++i) {
-        if (!readFrame(reader, layer, i)) {
-            return false;
-        }
-    }
+    head.state = state;
     return true;
 }
 
-bool readCamera(ArgumentReader& reader, LayerManager& manager) {
+/// A layer whose head is damaged is made when drawings of it follow.
+void readLayer(ArgumentReader& reader, LayerManager& manager, const QString& camera) {
+    LayerHead head;
+    if (!readHead(reader, head)) {
+        reader.findSense();
+        if (!reader.isAtFrame()) {
+            return;
+        }
+    }
+    if (head.isMissing) {
+        report::warning(QStringLiteral("Skipping invalid layer"));
+        return;
+    }
+    auto owned = std::make_unique<Layer>(head.name);
+    Layer& layer = *owned;
+    layer.setVisible(head.visible);
+    layer.setOpacity(static_cast<float>(head.opacity));
+    layer.setState(head.state);
+    manager.insertLayer(camera, -1, std::move(owned));
+    readFrames(reader, layer, head.frameCount);
+}
+
+/// The layers of a camera, as many as it says; after damage all up to the next camera.
+void readLayers(ArgumentReader& reader, LayerManager& manager, const QString& camera, int count) {
+    for (int i = 0; reader.inDoubt() || i < count; ++i) {
+        if (reader.inDoubt() && reader.isAtFrame()) {
+            // Drawings whose layer is not to be told.
+            auto found = std::make_unique<Layer>(manager.uniqueLayerName(recoveredLayerName()));
+            Layer& layer = *found;
+            manager.insertLayer(camera, -1, std::move(found));
+            readFrames(reader, layer, 0);
+        } else if (reader.inDoubt() && (reader.isAtCamera() || !reader.isAtLayer())) {
+            return;
+        } else {
+            readLayer(reader, manager, camera);
+        }
+    }
+}
+
+QString readCamera(ArgumentReader& reader, LayerManager& manager) {
     QString camera;
     int layerCount = 0;
     int activeIndex = -1;
     if (!reader.string(camera, "Invalid camera name (%1)") ||
         !reader.count(layerCount, kInvalidLayerCount) ||
         !reader.integer(activeIndex, "Invalid active layer index (%1)")) {
-        return false;
+        reader.findSense();
     }
-    for (int i = 0; i < layerCount; ++i) {
-        if (!readLayer(reader, manager, camera)) {
-            return false;
-        }
-    }
-    if (activeIndex >= 0) {
+    readLayers(reader, manager, camera, layerCount);
+    const int count = manager.cameraLayerCount(camera);
+    if (activeIndex >= 0 && (reader.inDoubt() ? activeIndex < count : count > 0)) {
         manager.setActiveLayer(camera, activeIndex, true);
     }
-    return true;
+    return camera;
+}
+
+/// The cameras, as many as the document says; after damage, or when something follows, all.
+void readCameras(ArgumentReader& reader, LayerManager& manager, int count) {
+    QString camera;
+    for (int i = 0; i < count && !reader.inDoubt(); ++i) {
+        if (i > 0 && reader.isAtLayer() && !reader.isAtCamera()) {
+            reader.refuseNext("More layers than their count says (%1)");
+            break;
+        }
+        camera = readCamera(reader, manager);
+    }
+    while (!reader.isAtEnd()) {
+        if (!reader.inDoubt()) {
+            reader.refuseNext("Unexpected data behind the last layer (%1)");
+        }
+        reader.findSense();
+        if (reader.isAtCamera()) {
+            camera = readCamera(reader, manager);
+        } else {
+            readLayers(reader, manager, camera, 0);
+        }
+    }
 }
 
 } // namespace
@@ -225,35 +378,26 @@ MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index) 
     }
     const LayerManager::ChangeGroup oneChange(manager);
     int version = 0;
-    if (!reader.integer(version, "Invalid version")) {
-        return MS::kFailure;
-    }
-    if (version <= 0) {
-        report::error(QStringLiteral("Invalid version"));
+    const bool hasVersion = reader.integer(version, kInvalidVersion);
+    if (hasVersion && version <= 0) {
+        loss(QString::fromLatin1(kInvalidVersion));
         return MS::kFailure;
     }
     bool master = false;
     QString currentCamera;
     int cameraCount = 0;
-    if (!reader.boolean(master, "Failed to get master (%1)")) {
-        return MS::kFailure;
+    if (hasVersion && reader.boolean(master, "Failed to get master (%1)") &&
+        reader.string(currentCamera, "Invalid camera name (%1)")) {
+        reader.count(cameraCount, kInvalidLayerCount);
     }
     if (master) {
         manager.setMaster(true);
     }
-    if (!reader.string(currentCamera, "Invalid camera name (%1)") ||
-        !reader.count(cameraCount, kInvalidLayerCount)) {
-        return MS::kFailure;
-    }
-    for (int i = 0; i < cameraCount; ++i) {
-        if (!readCamera(reader, manager)) {
-            return MS::kFailure;
-        }
-    }
+    readCameras(reader, manager, cameraCount);
     if (!currentCamera.isEmpty()) {
         manager.setCurrentCamera(currentCamera);
     }
-    return MS::kSuccess;
+    return reader.inDoubt() ? MS::kFailure : MS::kSuccess;
 }
 
 } // namespace vellum::layer_data

@@ -10,8 +10,10 @@
 // little-endian, unaligned; marks one byte; strings and PNG as an int32 count and that many bytes,
 // strings in UTF-8; times int32, whole frames of the current unit.
 //
-// Nothing read is believed before it is checked against what is left. What was read before a
-// failure stays in the document.
+// Nothing read is believed before it is checked against what is left. Of damaged data every drawing
+// that is whole stays in the document: behind the damage the readers go on where they recognise one
+// again, in the layer it belongs to as far as that can be told. What is lost is told and remembered
+// (LayerDataLosses.h).
 #pragma once
 
 #include <iosfwd>
@@ -29,16 +31,16 @@ namespace layer_data {
 MStatus writeAscii(const LayerManager& manager, std::ostream& out);
 
 /// Reads from argument `index` on and leaves `index` after the last one used. Each failure is
-/// reported with the index of the argument that caused it. Frames whose picture does not load are
-/// reported and skipped.
+/// reported with the index of the argument that caused it. Frames whose picture does not load, or
+/// whose time another has, are reported and skipped. kFailure for contents that break off, go on
+/// after their end or contradict themselves.
 MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index);
 
 /// kFailure when the stream failed.
 MStatus writeBinary(const LayerManager& manager, std::ostream& out);
 
-/// Consumes exactly `length` bytes, or what is left of the stream, whatever it finds. Shows no
-/// message. kFailure for contents that break off or contradict themselves; frames whose picture
-/// does not load are skipped.
+/// Consumes exactly `length` bytes, or what is left of the stream, whatever it finds. Otherwise the
+/// same.
 MStatus readBinary(LayerManager& manager, std::istream& in, unsigned length);
 
 } // namespace layer_data

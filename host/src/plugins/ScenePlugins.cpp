@@ -9,7 +9,7 @@ namespace {
 std::optional<PluginSource::Plugin> described(const PluginRecord* plugin) {
     if (!plugin)
         return {};
-    return PluginSource::Plugin{plugin->name, plugin->version};
+    return PluginSource::Plugin{plugin->name, plugin->version, plugin->nodeTypes};
 }
 
 class ScenePlugins : public PluginSource {

@@ -1,9 +1,12 @@
+#include "scene/api/PluginTypes.h"
 #include "scene/files/AsciiTokens.h"
 #include "scene/files/SceneBuilder.h"
 #include "scene/files/SceneReaders.h"
 #include "scene/text/Words.h"
 
-#include <array>
+#include <QBuffer>
+
+#include <algorithm>
 #include <map>
 
 namespace host {
@@ -98,6 +101,8 @@ void readCreateNode(Statement& statement, SceneBuilder& builder) {
     node.name = flags.text("n", "name");
     node.parent = flags.text("p", "parent");
     node.shared = flags.has("s", "shared");
+    for (std::size_t i = 1; i < flags.objects.size(); ++i)
+        builder.error("createNode with a stray word: " + flags.object(i));
     if (node.type.empty())
         builder.error("createNode without a node type");
     else
@@ -115,7 +120,7 @@ bool switchValue(const std::string& text) {
     return parseNumber(text, value) && value != 0;
 }
 
-void readSetAttr(Statement& statement, SceneBuilder& builder) {
+AttrRecord attributeOf(Statement& statement) {
     // Not through FlagReader: after -type nothing is a flag, and the values may be very many.
     AttrRecord attribute;
     std::vector<Token>& tokens = statement.tokens;
@@ -142,19 +147,26 @@ void readSetAttr(Statement& statement, SceneBuilder& builder) {
             attribute.keyable = more && switchValue(tokens[++i].text);
         } else if (text == "-cb" || text == "-channelBox") {
             attribute.channelBox = more && switchValue(tokens[++i].text);
-        } else if (more && (text == "-s" || text == "-size" || text == "-ca" ||
-                            text == "-caching" || text == "-ch" || text == "-capacityHint")) {
-            ++i; // hints that this host has no use for
+        } else {
+            const bool takesOne = text == "-s" || text == "-size" || text == "-ca" ||
+                                  text == "-caching" || text == "-ch" || text == "-capacityHint";
+            attribute.hints.push_back(std::move(tokens[i]));
+            if (more && takesOne)
+                attribute.hints.push_back(std::move(tokens[++i]));
         }
-    }
-    if (attribute.plug.empty()) {
-        builder.error("setAttr without an attribute");
-        return;
     }
     tokens.erase(tokens.begin(), tokens.begin() + std::ptrdiff_t(std::min(i, tokens.size())));
     attribute.hasValue = !tokens.empty() || !attribute.type.empty();
     attribute.values = std::move(tokens);
-    builder.setAttr(std::move(attribute));
+    return attribute;
+}
+
+void readSetAttr(Statement& statement, SceneBuilder& builder) {
+    AttrRecord attribute = attributeOf(statement);
+    if (attribute.plug.empty())
+        builder.error("setAttr without an attribute");
+    else
+        builder.setAttr(std::move(attribute));
 }
 
 void readAddAttr(Statement& statement, SceneBuilder& builder) {
@@ -164,17 +176,29 @@ void readAddAttr(Statement& statement, SceneBuilder& builder) {
     builder.addAttr(std::move(attribute));
 }
 
+// The flags are kept as they are: what of them cannot be done here is written again.
 void readConnect(Statement& statement, SceneBuilder& builder) {
-    const FlagReader flags(statement, {{"rd", 1}, {"referenceDest", 1}});
-    if (flags.objects.size() < 2)
+    std::vector<Token> names, flags;
+    for (std::size_t i = 1; i < statement.tokens.size(); ++i) {
+        Token& token = statement.tokens[i];
+        const bool isFlag = !token.quoted && token.text.compare(0, 1, "-") == 0;
+        const bool takesOne = isFlag && (token.text == "-l" || token.text == "-lock" ||
+                                         token.text == "-rd" || token.text == "-referenceDest");
+        (isFlag ? flags : names).push_back(std::move(token));
+        if (takesOne && i + 1 < statement.tokens.size())
+            flags.push_back(std::move(statement.tokens[++i]));
+    }
+    if (names.size() < 2)
         builder.error("connectAttr needs two attributes");
     else
-        builder.connect(flags.object(0), flags.object(1));
+        builder.connect(names[0].text, names[1].text, std::move(flags));
 }
 
 void readRename(Statement& statement, SceneBuilder& builder) {
     const FlagReader flags(statement, {{"uid", 1}, {"uuid", 1}});
-    if (!flags.objects.empty())
+    if (flags.has("uid", "uuid"))
+        builder.uuid(std::move(statement.source));
+    else if (!flags.objects.empty())
         builder.rename(flags.object(0));
 }
 
@@ -183,31 +207,122 @@ void readParent(Statement& statement, SceneBuilder& builder) {
     std::vector<std::string> names;
     for (const Token& token : flags.objects)
         names.push_back(token.text);
+    if (flags.has("add", "addObject")) {
+        builder.warningOnce("instance", "Instances are not made; they are kept as they stand");
+        builder.keepStatement(std::move(statement.source));
+        return;
+    }
     builder.parent(names);
+}
+
+void readLock(Statement& statement, SceneBuilder& builder) {
+    const FlagReader flags(statement, {{"l", 1}, {"lock", 1}, {"lu", 1}, {"lockUnpublished", 1}});
+    if (flags.objects.empty())
+        builder.lockNode(std::move(statement.source), switchValue(flags.text("l", "lock")));
+    else
+        builder.keepStatement(std::move(statement.source));
+}
+
+void readReference(Statement& statement, SceneBuilder& builder) {
+    builder.warningOnce("file", "Other files that the scene refers to are not read; the "
+                                "references are kept as they stand in the file");
+    builder.keepStatement(std::move(statement.source));
+}
+
+// What concerns the whole scene and changes nothing of what is shown here.
+void readOther(Statement& statement, SceneBuilder& builder) {
+    builder.keepStatement(std::move(statement.source));
 }
 
 using StatementReader = void (*)(Statement&, SceneBuilder&);
 
 StatementReader readerOf(const std::string& command) {
     static const std::map<std::string, StatementReader> readers = {
-        {"requires", readRequires},
-        {"currentUnit", readUnits},
-        {"fileInfo", readFileInfo},
-        {"createNode", readCreateNode},
-        {"select", readSelect},
-        {"setAttr", readSetAttr},
-        {"addAttr", readAddAttr},
-        {"connectAttr", readConnect},
-        {"rename", readRename},
-        {"parent", readParent},
-        {"lockNode", [](Statement&, SceneBuilder&) {}},
-        {"relationship", [](Statement&, SceneBuilder&) {}},
+        {"requires", readRequires},     {"currentUnit", readUnits},   {"fileInfo", readFileInfo},
+        {"createNode", readCreateNode}, {"select", readSelect},       {"setAttr", readSetAttr},
+        {"addAttr", readAddAttr},       {"connectAttr", readConnect}, {"rename", readRename},
+        {"parent", readParent},         {"lockNode", readLock},       {"file", readReference},
+        {"relationship", readOther},    {"workspace", readOther},     {"dataStructure", readOther},
+        {"applyMetadata", readOther},
     };
     const auto found = readers.find(command);
     return found == readers.end() ? nullptr : found->second;
 }
 
+// What a statement is in spite of its damaged command. One that makes a node or carries plug-in
+// data matters more than its first word.
+StatementReader readerByShape(const Statement& statement, const SceneBuilder& builder) {
+    const std::vector<Token>& tokens = statement.tokens;
+    if (tokens.size() < 3 || tokens[2].quoted || tokens[2].text.compare(0, 1, "-") != 0)
+        return nullptr;
+    if (!tokens[1].quoted && nodeTypeCreatable(tokens[1].text))
+        return readCreateNode;
+    const bool isData = tokens.size() > 3 && tokens[1].text.compare(0, 1, ".") == 0 &&
+                        tokens[2].text == "-type" && builder.isPluginData(tokens[3].text);
+    return isData ? readSetAttr : nullptr;
+}
+
+void understand(Statement& statement, SceneBuilder& builder) {
+    if (const StatementReader reader = readerOf(statement.command())) {
+        reader(statement, builder);
+        return;
+    }
+    const std::string name = statement.tokens.front().text.substr(0, 40);
+    if (const StatementReader reader = readerByShape(statement, builder)) {
+        builder.error("Damaged command of a statement that is understood otherwise: " + name);
+        reader(statement, builder);
+        return;
+    }
+    builder.warningOnce("command " + name,
+                        "Command in a scene file not run, but kept as it stands: " + name);
+    builder.keepUnknown(std::move(statement.source));
+}
+
+// Plug-in data in a statement whose beginning is damaged: behind the name of their type.
+bool findData(Statement& statement, const SceneBuilder& builder, AttrRecord& attribute) {
+    constexpr std::size_t farthest = 12;
+    std::vector<Token>& tokens = statement.tokens;
+    for (std::size_t i = 1; i < std::min(tokens.size(), farthest); ++i) {
+        if (!builder.isPluginData(tokens[i].text))
+            continue;
+        attribute.plug = ".";
+        attribute.type = tokens[i].text;
+        attribute.hasValue = true;
+        attribute.values.assign(std::make_move_iterator(tokens.begin() + std::ptrdiff_t(i) + 1),
+                                std::make_move_iterator(tokens.end()));
+        return true;
+    }
+    return false;
+}
+
+// Hands over what a statement had before, and with luck behind, the damage.
+void salvage(Statement& statement, SceneBuilder& builder) {
+    const std::string command = statement.command();
+    AttrRecord attribute;
+    if (command == "createNode" && statement.tokens.size() > 1)
+        readCreateNode(statement, builder);
+    else if (command == "setAttr" && statement.tokens.size() > 3 &&
+             builder.isPluginData(statement.tokens[3].text))
+        builder.salvageAttr(attributeOf(statement));
+    else if (findData(statement, builder, attribute))
+        builder.salvageAttr(std::move(attribute));
+    else if (command == "setAttr")
+        builder.error("Skipped: setAttr " + attributeOf(statement).plug);
+    else
+        builder.loseNode();
+}
+
 } // namespace
+
+void readStatement(const std::string& text, SceneBuilder& builder) {
+    QByteArray bytes = QByteArray::fromStdString(text);
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    AsciiScanner scanner(buffer);
+    Statement statement;
+    while (scanner.next(statement) == AsciiScanner::Result::statement)
+        understand(statement, builder);
+}
 
 void readAsciiScene(QIODevice& device, SceneBuilder& builder) {
     AsciiScanner scanner(device);
@@ -216,33 +331,18 @@ void readAsciiScene(QIODevice& device, SceneBuilder& builder) {
         const AsciiScanner::Result result = scanner.next(statement);
         if (result == AsciiScanner::Result::end)
             break;
-        builder.setPlace(statement.tokens.empty() ? scanner.line() : statement.line, true);
-        if (result == AsciiScanner::Result::damaged) {
-            builder.error("Damaged statement skipped: " + scanner.problem());
-            if (statement.tokens.empty() || statement.tokens.front().text != "setAttr")
-                builder.loseNode();
+        if (result == AsciiScanner::Result::statement) {
+            builder.setPlace(statement.line, true);
+            understand(statement, builder);
             continue;
         }
-        if (result == AsciiScanner::Result::truncated) {
-            builder.error("The file is truncated: " + scanner.problem());
+        const bool cut = result == AsciiScanner::Result::truncated;
+        builder.setPlace(scanner.problemLine(), true);
+        builder.error((cut ? "The file is truncated: " : "Damaged statement: ") +
+                      scanner.problem());
+        salvage(statement, builder);
+        if (cut)
             return;
-        }
-        // Braces of script that was skipped must not hide the statement behind them.
-        std::vector<Token>& tokens = statement.tokens;
-        while (!tokens.empty() && !tokens.front().quoted &&
-               (tokens.front().text == "}" || tokens.front().text == "{"))
-            tokens.erase(tokens.begin());
-        if (tokens.empty())
-            continue;
-        const Token& command = tokens.front();
-        const StatementReader reader = command.quoted ? nullptr : readerOf(command.text);
-        if (reader) {
-            reader(statement, builder);
-            continue;
-        }
-        const std::string name = command.text.substr(0, 40);
-        builder.warningOnce("command " + name, "Command in a scene file ignored: " + name);
-        builder.loseNode();
     }
     builder.setPlace(scanner.line(), true);
     if (scanner.lastComment().compare(0, 9, "// End of") != 0)

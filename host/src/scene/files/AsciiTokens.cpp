@@ -21,10 +21,16 @@ bool endsWord(int c) {
 } // namespace
 
 bool isSceneFileCommand(const std::string& name) {
-    static const std::array<const char*, 12> names = {
-        "requires",    "currentUnit", "fileInfo", "createNode", "select",   "setAttr",
-        "connectAttr", "addAttr",     "rename",   "parent",     "lockNode", "relationship"};
+    static const std::array<const char*, 16> names = {
+        "requires", "currentUnit", "fileInfo",      "createNode",   "select",   "setAttr",
+        "addAttr",  "connectAttr", "rename",        "parent",       "lockNode", "relationship",
+        "file",     "workspace",   "dataStructure", "applyMetadata"};
     return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+const std::string& Statement::command() const {
+    static const std::string none;
+    return tokens.empty() || tokens.front().quoted ? none : tokens.front().text;
 }
 
 AsciiScanner::AsciiScanner(QIODevice& device) : device_(device), block_(blockSize) {
@@ -45,8 +51,11 @@ int AsciiScanner::take() {
     const int c = peek();
     if (c >= 0) {
         ++at_;
+        last_ = c;
         if (c == '\n')
             ++line_;
+        if (source_)
+            *source_ += char(c);
     }
     return c;
 }
@@ -68,7 +77,7 @@ bool AsciiScanner::skipBlockComment() {
             return true;
         }
     }
-    problem_ = "comment without end";
+    notice("comment without end");
     return false;
 }
 
@@ -89,18 +98,22 @@ bool AsciiScanner::readQuoted(std::string& text) {
     for (;;) {
         // Long runs are taken at once: hexadecimal texts have many megabytes.
         if (peek() < 0) {
-            problem_ = "text without closing quote";
+            notice("text without closing quote");
             return false;
         }
         std::size_t run = at_;
         while (run < filled_ && block_[run] != '"' && block_[run] != '\\' && block_[run] != '\n')
             ++run;
         text.append(block_.data() + at_, run - at_);
+        if (source_)
+            source_->append(block_.data() + at_, run - at_);
+        if (run > at_)
+            last_ = static_cast<unsigned char>(block_[run - 1]);
         at_ = run;
         if (at_ == filled_)
             continue;
         if (block_[at_] == '\n') {
-            problem_ = "line break within a text";
+            notice("line break within a text");
             return false;
         }
         const int c = take();
@@ -117,8 +130,14 @@ bool AsciiScanner::readQuoted(std::string& text) {
         case 'r':
             text += '\r';
             break;
+        case '\r': // the text goes on in the next line
+            if (peek() == '\n')
+                take();
+            break;
+        case '\n':
+            break;
         case -1:
-            problem_ = "text without closing quote";
+            notice("text without closing quote");
             return false;
         default:
             text += char(escaped);
@@ -131,86 +150,159 @@ void AsciiScanner::readWord(std::string& text) {
         text += char(take());
 }
 
-// After damage the rest of the statement cannot be trusted, and its end cannot be told from a
-// semicolon within a text. The next line that begins like a statement is where sense resumes.
-void AsciiScanner::skipToStatement() {
+// Whether the word that comes next may begin a statement; nothing is taken.
+bool AsciiScanner::isAtStatement() {
     constexpr std::size_t longestCommand = 16;
-    for (;;) {
-        for (int c = peek(); c >= 0 && c != '\n'; c = peek()) {
-            const std::size_t run = at_;
-            while (at_ < filled_ && block_[at_] != '\n')
-                ++at_;
-            if (run == at_)
-                break;
-        }
-        if (take() < 0)
-            return;
-        while (peek() == '\t' || peek() == ' ')
-            take();
-        if (at_ + longestCommand >= filled_ && filled_ > 0) {
-            // Bring the rest of the block and more of the file together, so that the word is whole.
-            std::copy(block_.begin() + std::ptrdiff_t(at_),
-                      block_.begin() + std::ptrdiff_t(filled_), block_.begin());
-            filled_ -= at_;
-            at_ = 0;
-            const qint64 got =
-                device_.read(block_.data() + filled_, qint64(block_.size() - filled_));
-            filled_ += std::size_t(std::max<qint64>(got, 0));
-        }
-        std::string name;
-        for (std::size_t i = at_; i < filled_ && name.size() < longestCommand; ++i) {
-            if (endsWord(static_cast<unsigned char>(block_[i])))
-                break;
-            name += block_[i];
-        }
-        if (isSceneFileCommand(name) || name.compare(0, 2, "//") == 0)
-            return;
+    if (at_ + longestCommand >= filled_ && filled_ > 0) {
+        // Bring the rest of the block and more of the file together, so that the word is whole.
+        std::copy(block_.begin() + std::ptrdiff_t(at_), block_.begin() + std::ptrdiff_t(filled_),
+                  block_.begin());
+        filled_ -= at_;
+        at_ = 0;
+        const qint64 got = device_.read(block_.data() + filled_, qint64(block_.size() - filled_));
+        filled_ += std::size_t(std::max<qint64>(got, 0));
     }
+    std::string name;
+    for (std::size_t i = at_; i < filled_ && name.size() < longestCommand; ++i) {
+        if (endsWord(static_cast<unsigned char>(block_[i])))
+            break;
+        name += block_[i];
+    }
+    return isSceneFileCommand(name) || name.compare(0, 2, "//") == 0;
+}
+
+// Joins ( "a" + "b" ) to one text, as it comes.
+void AsciiScanner::addToken(Statement& statement, Token token) {
+    std::vector<Token>& tokens = statement.tokens;
+    if (group_ == 0) {
+        if (!token.quoted && token.text == "(")
+            group_ = tokens.size() + 1;
+    } else if (tokens.size() == group_) {
+        if (!token.quoted)
+            group_ = 0;
+    } else if (tokens.size() == group_ + 1) {
+        if (!token.quoted && token.text == ")") {
+            tokens.erase(tokens.end() - 2);
+            group_ = 0;
+            return;
+        }
+        if (token.quoted || token.text != "+")
+            group_ = 0;
+    } else if (token.quoted) {
+        tokens.pop_back();
+        tokens.back().text += token.text;
+        return;
+    } else {
+        group_ = 0;
+    }
+    tokens.push_back(std::move(token));
+}
+
+// The first problem of a statement is the one that is told.
+void AsciiScanner::notice(const std::string& problem) {
+    if (!problem_.empty())
+        return;
+    problem_ = problem;
+    problemLine_ = line_;
+}
+
+// After a text that its line did not close: reading goes on behind it, up to a line that begins
+// like a statement.
+AsciiScanner::Result AsciiScanner::readText(Statement& statement, Token token) {
+    addToken(statement, std::move(token));
+    source_ = nullptr;
+    statement.source.clear();
+    if (!skipBlank())
+        return Result::truncated;
+    return isAtStatement() ? Result::damaged : Result::statement;
+}
+
+// Whether a semicolon ends the statement. Behind one that got into the values of a setAttr stands
+// another value.
+bool AsciiScanner::endsHere(const Statement& statement) {
+    if (depth_ > 0)
+        return false;
+    if (statement.command() != "setAttr" || !skipBlank())
+        return true;
+    const int c = peek();
+    if (c != '"' && c != '-' && !(c >= '0' && c <= '9'))
+        return true;
+    notice("semicolon among values");
+    return false;
+}
+
+AsciiScanner::Result AsciiScanner::readToken(Statement& statement, int first) {
+    Token token;
+    if (first == '"') {
+        token.quoted = true;
+        if (!readQuoted(token.text))
+            return readText(statement, std::move(token));
+    } else {
+        readWord(token.text);
+        if (token.text.compare(0, 2, "//") == 0) {
+            // The word may have taken the beginning of the comment only.
+            readLineComment();
+            lastComment_.insert(0, token.text);
+            return Result::statement;
+        }
+        if (token.text.compare(0, 2, "/*") == 0) {
+            const bool closed =
+                token.text.size() >= 4 && token.text.compare(token.text.size() - 2, 2, "*/") == 0;
+            return closed || skipBlockComment() ? Result::statement : Result::truncated;
+        }
+        if (!isSceneFileCommand(statement.command()))
+            for (const char c : token.text)
+                depth_ += c == '{' ? 1 : c == '}' ? -1 : 0;
+    }
+    if (statement.tokens.empty() && !token.quoted && token.text == "setAttr") {
+        source_ = nullptr;
+        statement.source.clear();
+    }
+    addToken(statement, std::move(token));
+    return Result::statement;
+}
+
+// A closing brace ends the statement that it closes, without a semicolon.
+bool AsciiScanner::endsBlock(const Statement& statement) {
+    const Token& last = statement.tokens.back();
+    return depth_ <= 0 && !last.quoted && last.text.find('}') != std::string::npos &&
+           !isSceneFileCommand(statement.command());
 }
 
 AsciiScanner::Result AsciiScanner::next(Statement& statement) {
     statement.tokens.clear();
+    statement.source.clear();
     problem_.clear();
+    source_ = nullptr;
+    depth_ = 0;
+    group_ = 0;
     while (skipBlank()) {
         const int c = peek();
+        const bool atLineStart = last_ == '\n';
+        if (depth_ > 0 && atLineStart && c != '/' && isAtStatement()) {
+            notice("block without end");
+            return Result::damaged;
+        }
         if (c == ';') {
             take();
-            if (!statement.tokens.empty())
-                return Result::statement;
+            if (!statement.tokens.empty() && endsHere(statement))
+                return problem_.empty() ? Result::statement : Result::damaged;
             continue;
         }
-        if (statement.tokens.empty())
+        if (statement.tokens.empty()) {
             statement.line = line_;
-        Token token;
-        if (c == '"') {
-            token.quoted = true;
-            if (!readQuoted(token.text)) {
-                if (peek() < 0)
-                    return Result::truncated;
-                skipToStatement();
-                return Result::damaged;
-            }
-        } else {
-            readWord(token.text);
-            if (token.text.compare(0, 2, "//") == 0) {
-                // The word may have taken the beginning of the comment only.
-                readLineComment();
-                lastComment_.insert(0, token.text);
-                continue;
-            }
-            if (token.text.compare(0, 2, "/*") == 0) {
-                const bool closed = token.text.size() >= 4 &&
-                                    token.text.compare(token.text.size() - 2, 2, "*/") == 0;
-                if (!closed && !skipBlockComment())
-                    return Result::truncated;
-                continue;
-            }
+            statement.source.clear();
+            source_ = &statement.source;
         }
-        statement.tokens.push_back(std::move(token));
+        const Result result = readToken(statement, c);
+        if (result != Result::statement)
+            return result;
+        if (!statement.tokens.empty() && endsBlock(statement))
+            return Result::statement;
     }
     if (statement.tokens.empty())
         return Result::end;
-    problem_ = "the file ends within a statement";
+    notice("the file ends within a statement");
     return Result::truncated;
 }
 

@@ -1,5 +1,6 @@
 #include "scene/files/AsciiWriter.h"
 
+#include "scene/text/StatementText.h"
 #include "scene/text/Words.h"
 
 #include <maya/MPxData.h>
@@ -16,10 +17,6 @@ std::string oneLine(std::string text) {
     return text;
 }
 
-const char* onOff(bool value) {
-    return value ? "on" : "off";
-}
-
 } // namespace
 
 AsciiWriter::AsciiWriter(QIODevice& device) : device_(device), buffer_(device), out_(&buffer_) {
@@ -33,12 +30,19 @@ void AsciiWriter::check() {
 void AsciiWriter::begin(const std::string& fileName) {
     out_ << "//Maya ASCII 2024 scene\n"
          << "//Name: " << oneLine(fileName) << "\n"
-         << "//Codeset: UTF-8\n"
-         << "requires maya \"2024\";\n";
+         << "//Codeset: UTF-8\n";
     check();
 }
 
+// The release comes behind the references to other files, which stand at the very top.
+void AsciiWriter::writeRelease() {
+    if (!releaseWritten_)
+        out_ << "requires maya \"2024\";\n";
+    releaseWritten_ = true;
+}
+
 void AsciiWriter::requirement(const Requirement& requirement) {
+    writeRelease();
     out_ << "requires";
     for (const std::string& type : requirement.nodeTypes)
         out_ << " -nodeType " << quote(type);
@@ -49,6 +53,7 @@ void AsciiWriter::requirement(const Requirement& requirement) {
 }
 
 void AsciiWriter::units(const Units& units) {
+    writeRelease();
     out_ << "currentUnit -l " << units.linear << " -a " << units.angle << " -t " << units.time
          << ";\n";
     check();
@@ -71,7 +76,7 @@ void AsciiWriter::createNode(const NodeRecord& node) {
 }
 
 void AsciiWriter::selectNode(const std::string& name) {
-    out_ << "select -ne " << (name.compare(0, 1, ":") == 0 ? name : quote(name)) << ";\n";
+    out_ << statementText({word("select"), word("-ne"), nameToken(name)}) << '\n';
     check();
 }
 
@@ -88,20 +93,7 @@ void AsciiWriter::addAttr(const AddAttrRecord& attribute) {
 }
 
 void AsciiWriter::setAttr(const AttrRecord& attribute) {
-    out_ << "\tsetAttr";
-    if (attribute.locked)
-        out_ << " -l " << onOff(*attribute.locked);
-    if (attribute.keyable)
-        out_ << " -k " << onOff(*attribute.keyable);
-    if (attribute.channelBox)
-        out_ << " -cb " << onOff(*attribute.channelBox);
-    out_ << ' ' << quote(attribute.plug);
-    if (attribute.hasValue) {
-        if (!attribute.type.empty())
-            out_ << " -type " << quote(attribute.type);
-        writeTokens(attribute.values);
-    }
-    out_ << ";\n";
+    out_ << statementText(attributeTokens(attribute)) << '\n';
     check();
 }
 
@@ -120,8 +112,16 @@ bool AsciiWriter::setRawData(const std::string&, const std::string&, const std::
     return false;
 }
 
-void AsciiWriter::connect(const std::string& source, const std::string& destination) {
-    out_ << "connectAttr " << quote(source) << ' ' << quote(destination) << ";\n";
+void AsciiWriter::connect(const std::string& source, const std::string& destination,
+                          const std::vector<Token>& flags) {
+    out_ << "connectAttr " << quote(source) << ' ' << quote(destination);
+    writeTokens(flags);
+    out_ << ";\n";
+    check();
+}
+
+void AsciiWriter::statement(const std::string& text) {
+    out_ << text << '\n';
     check();
 }
 

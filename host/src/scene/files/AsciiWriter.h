@@ -21,16 +21,20 @@ public:
     bool setData(const std::string& plug, const std::string& type, MPxData& data) override;
     bool setRawData(const std::string& plug, const std::string& type,
                     const std::string& bytes) override;
-    void connect(const std::string& source, const std::string& destination) override;
+    void connect(const std::string& source, const std::string& destination,
+                 const std::vector<Token>& flags) override;
+    void statement(const std::string& text) override;
     void end(const std::string& fileName) override;
 
 private:
     void check();
+    void writeRelease();
     void writeTokens(const std::vector<Token>& tokens);
 
     QIODevice& device_;
     DeviceWriteBuffer buffer_;
     std::ostream out_;
+    bool releaseWritten_ = false;
 };
 
 } // namespace host

@@ -1,3 +1,4 @@
+#include "scene/api/PluginTypes.h"
 #include "scene/files/BinaryWriter.h"
 #include "scene/files/ChunkFile.h"
 #include "scene/files/SceneBuilder.h"
@@ -36,6 +37,8 @@ AttrRecord readAttr(ChunkParser& parser) {
     const std::uint32_t bits = parser.number();
     attribute.type = parser.text();
     attribute.values = readTokens(parser);
+    if (!parser.atEnd())
+        attribute.hints = readTokens(parser);
     attribute.keyable = readSwitch(bits, keyableGiven, keyableOn);
     attribute.locked = readSwitch(bits, lockedGiven, lockedOn);
     attribute.channelBox = readSwitch(bits, channelBoxGiven, channelBoxOn);
@@ -89,10 +92,30 @@ bool readFields(ChunkId id, const std::string& bytes, SceneBuilder& builder) {
     } else if (id == chunks::connect) {
         const std::string source = parser.text();
         const std::string destination = parser.text();
+        std::vector<Token> flags;
+        if (!parser.atEnd())
+            flags = readTokens(parser);
         if (!parser.failed())
-            builder.connect(source, destination);
+            builder.connect(source, destination, std::move(flags));
+    } else if (id == chunks::statement) {
+        const std::string text = parser.text();
+        if (!parser.failed())
+            readStatement(text, builder);
     }
     return !parser.failed();
+}
+
+// A node whose type is still one may carry drawings.
+bool salvageNode(const std::string& bytes, SceneBuilder& builder) {
+    ChunkParser parser(bytes);
+    NodeRecord node;
+    node.type = parser.text();
+    node.name = parser.text();
+    node.parent = parser.text();
+    if (!nodeTypeCreatable(node.type))
+        return false;
+    builder.createNode(node);
+    return true;
 }
 
 // Damaged plug-in data are handed over all the same: they guard themselves, and most pictures of
@@ -117,6 +140,21 @@ void readData(const Chunk& chunk, QIODevice& device, SceneBuilder& builder, bool
         builder.setData(plug, type, device, chunk.length - std::uint64_t(prefix));
 }
 
+// Behind a damaged header the next one that is good ends the chunk; if it were plug-in data they
+// begin with where they belong.
+void salvageData(qint64 from, qint64 to, QIODevice& device, SceneBuilder& builder) {
+    Chunk chunk;
+    chunk.start = from + qint64(chunkHeaderSize);
+    if (chunk.start >= to || !device.seek(chunk.start))
+        return;
+    chunk.length = std::uint64_t(to - chunk.start);
+    const std::string start = device.read(256).toStdString();
+    ChunkParser parser(start);
+    parser.text();
+    if (builder.isPluginData(parser.text()) && !parser.failed())
+        readData(chunk, device, builder, false);
+}
+
 std::string idText(ChunkId id) {
     return std::string(id.begin(), id.end());
 }
@@ -130,17 +168,27 @@ void readBinaryScene(QIODevice& device, SceneBuilder& builder) {
         return;
     }
     bool complete = false;
+    qint64 damagedAt = -1; // the place of a header that is not one
     Chunk chunk;
     for (;;) {
-        builder.setPlace(std::uint64_t(reader.position()), false);
+        const qint64 place = reader.position();
+        builder.setPlace(std::uint64_t(place), false);
         const ChunkReader::Result result = reader.next(chunk);
-        if (result == ChunkReader::Result::end)
-            break;
         if (result == ChunkReader::Result::damaged) {
             builder.error("Damaged part skipped: " + reader.problem());
-            builder.loseNode();
+            if (damagedAt < 0)
+                damagedAt = place;
             continue;
         }
+        const bool atEnd = result == ChunkReader::Result::end;
+        if (damagedAt >= 0) {
+            const qint64 next = atEnd ? device.size() : chunk.start - qint64(chunkHeaderSize);
+            salvageData(damagedAt, next, device, builder);
+            builder.loseNode();
+            damagedAt = -1;
+        }
+        if (atEnd)
+            break;
         const bool intact = reader.intact(chunk);
         if (chunk.id == chunks::data) {
             readData(chunk, device, builder, intact);
@@ -148,7 +196,8 @@ void readBinaryScene(QIODevice& device, SceneBuilder& builder) {
             complete = true;
         } else if (!intact || !readFields(chunk.id, reader.payload(chunk), builder)) {
             builder.error("Damaged part skipped: " + idText(chunk.id));
-            if (chunk.id == chunks::node || chunk.id == chunks::select)
+            if (chunk.id == chunks::select ||
+                (chunk.id == chunks::node && !salvageNode(reader.payload(chunk), builder)))
                 builder.loseNode();
         }
     }

@@ -78,6 +78,8 @@ void BinaryWriter::setAttr(const AttrRecord& attribute) {
     ChunkFields fields;
     fields.text(attribute.plug).number(bits).text(attribute.type);
     addTokens(fields, attribute.values);
+    if (!attribute.hints.empty())
+        addTokens(fields, attribute.hints);
     chunks_.write(chunks::setAttr, fields.bytes());
 }
 
@@ -98,8 +100,17 @@ bool BinaryWriter::setRawData(const std::string& plug, const std::string& type,
     return chunks_.close();
 }
 
-void BinaryWriter::connect(const std::string& source, const std::string& destination) {
-    chunks_.write(chunks::connect, ChunkFields().text(source).text(destination).bytes());
+void BinaryWriter::connect(const std::string& source, const std::string& destination,
+                           const std::vector<Token>& flags) {
+    ChunkFields fields;
+    fields.text(source).text(destination);
+    if (!flags.empty())
+        addTokens(fields, flags);
+    chunks_.write(chunks::connect, fields.bytes());
+}
+
+void BinaryWriter::statement(const std::string& text) {
+    chunks_.write(chunks::statement, ChunkFields().text(text).bytes());
 }
 
 void BinaryWriter::end(const std::string&) {

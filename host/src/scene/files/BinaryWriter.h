@@ -16,6 +16,7 @@ constexpr ChunkId addAttr = chunkId("ADDA");
 constexpr ChunkId setAttr = chunkId("ATTR");
 constexpr ChunkId data = chunkId("DATA");
 constexpr ChunkId connect = chunkId("CONN");
+constexpr ChunkId statement = chunkId("STAT");
 constexpr ChunkId end = chunkId("ENDS");
 
 // The switches of an ATTR chunk: for each, whether it is given and its value.
@@ -46,7 +47,9 @@ public:
     bool setData(const std::string& plug, const std::string& type, MPxData& data) override;
     bool setRawData(const std::string& plug, const std::string& type,
                     const std::string& bytes) override;
-    void connect(const std::string& source, const std::string& destination) override;
+    void connect(const std::string& source, const std::string& destination,
+                 const std::vector<Token>& flags) override;
+    void statement(const std::string& text) override;
     void end(const std::string& fileName) override;
 
 private:

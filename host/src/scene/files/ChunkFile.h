@@ -45,6 +45,7 @@ public:
     // A count of things that each take at least `smallest` bytes.
     std::uint32_t count(std::size_t smallest);
     bool failed() const { return failed_; }
+    bool atEnd() const { return failed_ || at_ >= bytes_.size(); }
     std::size_t position() const { return at_; }
 
 private:

@@ -27,6 +27,7 @@ struct ReadResult {
 struct SceneMemory {
     std::vector<std::pair<std::string, std::string>> fileInfo; // in order of first appearance
     std::vector<Requirement> missingPlugins;
+    std::string settingsUuid; // of the script node that carries the playback settings
 };
 
 // One per process; main thread only. Everything that can go wrong throws FileError with a

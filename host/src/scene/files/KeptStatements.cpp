@@ -8,8 +8,21 @@ KeptNode& KeptStatements::of(const MObject& node) {
     for (KeptNode& kept : bucket)
         if (kept.node == handle)
             return kept;
-    bucket.push_back({handle, {}, {}});
+    KeptNode made;
+    made.node = handle;
+    bucket.push_back(std::move(made));
     return bucket.back();
+}
+
+void KeptStatements::move(const MObject& from, const MObject& to) {
+    KeptNode moved;
+    std::swap(moved, of(from));
+    of(from).node = MObjectHandle(from);
+    moved.node = MObjectHandle(to);
+    of(to) = std::move(moved);
+    for (KeptText& text : texts_)
+        if (text.after == MObjectHandle(from))
+            text.after = MObjectHandle(to);
 }
 
 const KeptNode* KeptStatements::find(const MObject& node) const {
@@ -23,10 +36,10 @@ const KeptNode* KeptStatements::find(const MObject& node) const {
     return nullptr;
 }
 
-std::vector<const KeptNode*> KeptStatements::all() const {
-    std::vector<const KeptNode*> result;
-    for (const auto& [hash, bucket] : nodes_)
-        for (const KeptNode& kept : bucket)
+std::vector<KeptNode*> KeptStatements::all() {
+    std::vector<KeptNode*> result;
+    for (auto& [hash, bucket] : nodes_)
+        for (KeptNode& kept : bucket)
             if (kept.node.isValid())
                 result.push_back(&kept);
     return result;
@@ -40,9 +53,18 @@ std::vector<KeptConnection> KeptStatements::connections() const {
     return result;
 }
 
+std::set<std::string> KeptStatements::uuids() {
+    std::set<std::string> result;
+    for (const KeptNode* kept : all())
+        if (!kept->uuid.empty())
+            result.insert(kept->uuid);
+    return result;
+}
+
 void KeptStatements::clear() {
     nodes_.clear();
     connections_.clear();
+    texts_.clear();
 }
 
 KeptStatements& keptStatements() {

@@ -1,6 +1,7 @@
 #pragma once
 #include <optional>
 #include <string>
+#include <vector>
 
 // What scene files ask about plug-ins. Loading them is a matter of a room above, which answers
 // here; without an answer there are no plug-ins.
@@ -11,6 +12,7 @@ public:
     struct Plugin {
         std::string name;
         std::string version;
+        std::vector<std::string> nodeTypes;
     };
 
     virtual ~PluginSource() = default;

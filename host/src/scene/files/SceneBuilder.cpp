@@ -3,25 +3,18 @@
 #include "foundation/Report.h"
 #include "scene/api/PluginTypes.h"
 #include "scene/core/TimeState.h"
-#include "scene/files/DeviceStream.h"
-#include "scene/files/KeptStatements.h"
+#include "scene/files/BuilderState.h"
 #include "scene/files/PluginSource.h"
-#include "scene/files/SceneSink.h"
-#include "scene/files/SceneWalk.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/NodeText.h"
 #include "scene/text/PlugText.h"
+#include "scene/text/StatementText.h"
 #include "scene/text/UnitNames.h"
 #include "scene/text/Words.h"
 
-#include <maya/MArgList.h>
-#include <maya/MDGModifier.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
-#include <maya/MFnPluginData.h>
-#include <maya/MObjectHandle.h>
-#include <maya/MPxData.h>
-#include <maya/MSelectionList.h>
+#include <maya/MGlobal.h>
 #include <maya/MTime.h>
 
 #include <algorithm>
@@ -32,31 +25,6 @@
 namespace host {
 
 namespace {
-
-constexpr const char* settingsNode = "sceneConfigurationScriptNode";
-constexpr int mostMessages = 200; // a badly damaged file would otherwise give one for each line
-
-MObject nodeInScene(const std::string& path) {
-    MSelectionList list;
-    MObject node;
-    if (!path.empty() && list.add(path.c_str()) && list.length() == 1)
-        list.getDependNode(0, node);
-    return node;
-}
-
-std::string lastPart(const std::string& path) {
-    const std::size_t bar = path.rfind('|');
-    return bar == std::string::npos ? path : path.substr(bar + 1);
-}
-
-// Whether a path, whole (from the first "|") or in part, means the node of that whole path.
-bool means(const std::string& path, const std::string& full) {
-    if (path.compare(0, 1, "|") == 0)
-        return path == full;
-    const std::string tail = "|" + path;
-    return full.size() >= tail.size() &&
-           full.compare(full.size() - tail.size(), tail.size(), tail) == 0;
-}
 
 // The numbers of `playbackOptions -min 1 -max 24 …`, which is all such a text may hold.
 std::map<std::string, double> playbackNumbers(const std::string& text) {
@@ -80,72 +48,19 @@ std::map<std::string, double> playbackNumbers(const std::string& text) {
     return numbers;
 }
 
+// A shape without a parent comes with a transform of its own; the shape is what is meant.
+MObject createInDag(const std::string& type, const std::string& name, const MObject& parent) {
+    const MObject made = MFnDagNode().create(type.c_str(), name.c_str(), parent);
+    const bool isShape = !made.isNull() && MFnDependencyNode(made).typeName() != type.c_str();
+    return isShape ? MFnDagNode(made).child(0) : made;
+}
+
 } // namespace
 
-struct SceneBuilder::State {
-    SceneMemory& memory;
-    FilePlace place;
-    bool importing = false;
-    ReadResult result;
-    int shown = 0;
-    std::set<std::string> shownOnce;
-
-    MObject current;
-    bool inSettings = false; // the current node is the one that only carries playback settings
-    // Nodes the file made and their whole paths in the file, by their last name; several may share
-    // it under different parents.
-    std::multimap<std::string, std::pair<std::string, MObjectHandle>> made;
-    std::map<std::string, double> playback;
-    std::optional<double> currentFrame;
-    std::optional<Units> sceneUnits; // to put back after an import
-
-    bool unknown() const {
-        const KeptNode* kept = keptStatements().find(current);
-        return kept && !kept->originalType.empty();
-    }
-    void keep(KeptStatement statement) {
-        keptStatements().of(current).statements.push_back(std::move(statement));
-    }
-    MObject resolve(const std::string& path) const;
-    std::string pathInFile(const MObject& node, const std::string& path) const;
-    std::string currentPath() const { return nodePath(current); }
-};
-
-// A path of the file. What the file made comes first: on import it may be called otherwise now.
-MObject SceneBuilder::State::resolve(const std::string& path) const {
-    if (path.compare(0, 1, ":") == 0)
-        return nodeInScene(path.substr(1));
-    const auto [first, last] = made.equal_range(lastPart(path));
-    for (auto each = first; each != last; ++each)
-        if (means(path, each->second.first) && each->second.second.isValid())
-            return each->second.second.object();
-    return nodeInScene(path);
-}
-
-// Whole path in the file of a node that `path` means there; the scene's own for one it did not
-// make.
-std::string SceneBuilder::State::pathInFile(const MObject& node, const std::string& path) const {
-    const auto [first, last] = made.equal_range(lastPart(path));
-    for (auto each = first; each != last; ++each)
-        if (each->second.second.isValid() && each->second.second.object() == node)
-            return each->second.first;
-    const std::string own = nodePath(node);
-    return own.compare(0, 1, "|") == 0 ? own : "|" + own;
-}
-
 SceneBuilder::SceneBuilder(std::string fileName, bool importing, SceneMemory& memory)
-    : state_(new State{memory,
-                       {std::move(fileName), 0, true},
-                       importing,
-                       {},
-                       0,
-                       {},
-                       {},
-                       false,
-                       {},
-                       {},
-                       {},
-                       {}}) {
+    : state_(new State(memory, std::move(fileName), importing)) {
+    if (importing)
+        state_->uuids = keptStatements().uuids();
 }
 
 SceneBuilder::~SceneBuilder() = default;
@@ -175,14 +90,23 @@ void SceneBuilder::warningOnce(const std::string& key, const std::string& messag
 }
 
 void SceneBuilder::requirement(Requirement requirement) {
+    state_->reach(StatementPlace::settings);
     std::string problem;
     if (pluginSource().provide(requirement.plugin, problem))
         return;
+    auto& missing = state_->memory.missingPlugins;
+    const auto same = [&](const Requirement& other) {
+        return other.plugin == requirement.plugin && other.nodeTypes == requirement.nodeTypes &&
+               other.dataTypes == requirement.dataTypes;
+    };
+    if (std::any_of(missing.begin(), missing.end(), same))
+        return; // real files say some of them twice
     warning("The scene requires a plug-in that is missing: " + problem);
-    state_->memory.missingPlugins.push_back(std::move(requirement));
+    missing.push_back(std::move(requirement));
 }
 
 void SceneBuilder::units(const Units& units) {
+    state_->reach(StatementPlace::settings);
     if (state_->importing && !state_->sceneUnits)
         state_->sceneUnits = Units{linearName(MDistance::uiUnit()), angleName(MAngle::uiUnit()),
                                    timeName(MTime::uiUnit())};
@@ -199,6 +123,7 @@ void SceneBuilder::units(const Units& units) {
 }
 
 void SceneBuilder::fileInfo(const std::string& key, const std::string& value) {
+    state_->reach(StatementPlace::settings);
     if (state_->importing)
         return;
     auto& list = state_->memory.fileInfo;
@@ -213,9 +138,31 @@ void SceneBuilder::fileInfo(const std::string& key, const std::string& value) {
 void SceneBuilder::loseNode() {
     state_->current = MObject::kNullObj;
     state_->inSettings = false;
+    state_->orphaned = false;
+}
+
+// A node of an unknown type joins the hierarchy as soon as another is to stand below it.
+MObject SceneBuilder::inDag(const MObject& node) {
+    if (node.hasFn(MFn::kDagNode))
+        return node;
+    const KeptNode* kept = keptStatements().find(node);
+    if (!kept || kept->originalType.empty())
+        return MObject::kNullObj;
+    const std::string name = MFnDependencyNode(node).name().asChar();
+    MObject going = node;
+    MGlobal::deleteNode(going);
+    const MObject made = MFnDagNode().create("unknownTransform", name.c_str(), MObject::kNullObj);
+    keptStatements().move(node, made);
+    for (auto& [last, entry] : state_->made)
+        if (entry.second == MObjectHandle(node))
+            entry.second = MObjectHandle(made);
+    if (state_->lastMade == MObjectHandle(node))
+        state_->lastMade = MObjectHandle(made);
+    return made;
 }
 
 void SceneBuilder::createNode(const NodeRecord& record) {
+    state_->reach(StatementPlace::nodes);
     loseNode();
     if (record.type == "script" && record.name == settingsNode) {
         state_->inSettings = true;
@@ -233,8 +180,8 @@ void SceneBuilder::createNode(const NodeRecord& record) {
         parent = state_->resolve(record.parent);
         if (parent.isNull())
             error("Parent of node '" + record.name + "' not found: " + record.parent);
-        else if (!parent.hasFn(MFn::kDagNode))
-            parent = MObject::kNullObj;
+        else
+            parent = inDag(parent);
     }
     std::string type = record.type;
     if (!nodeTypeCreatable(type)) {
@@ -245,7 +192,7 @@ void SceneBuilder::createNode(const NodeRecord& record) {
     }
     MObject node;
     if (nodeTypeInDag(type))
-        node = MFnDagNode().create(type.c_str(), record.name.c_str(), parent);
+        node = createInDag(type, record.name, parent);
     else
         node = MFnDependencyNode().create(type.c_str(), record.name.c_str());
     if (node.isNull()) {
@@ -254,8 +201,10 @@ void SceneBuilder::createNode(const NodeRecord& record) {
     }
     if (type != record.type)
         keptStatements().of(node).originalType = record.type;
-    // A shape made without parent comes with a transform of its own; the statements mean the shape.
+    if (record.shared)
+        keptStatements().of(node).shared = true;
     state_->current = node;
+    state_->lastMade = MObjectHandle(node);
     const std::string above =
         parent.isNull() ? std::string() : state_->pathInFile(parent, record.parent);
     state_->made.emplace(record.name,
@@ -263,28 +212,38 @@ void SceneBuilder::createNode(const NodeRecord& record) {
 }
 
 void SceneBuilder::selectNode(const std::string& name) {
+    state_->reach(StatementPlace::nodes);
     loseNode();
     if (name == settingsNode) {
         state_->inSettings = true;
         return;
     }
     state_->current = state_->resolve(name);
-    if (state_->current.isNull())
-        warningOnce("select " + name, "No object matches name: " + name);
+    if (!state_->current.isNull())
+        return;
+    warningOnce("select", "Attributes of nodes that are not there, such as " + name +
+                              ", are kept as they stand in the file");
+    keepUnknown(statementText({word("select"), word("-ne"), nameToken(name)}));
 }
 
 void SceneBuilder::addAttr(AddAttrRecord attribute) {
-    if (state_->current.isNull())
+    if (state_->current.isNull()) {
+        std::vector<Token> tokens = {word("\taddAttr")};
+        tokens.insert(tokens.end(), attribute.arguments.begin(), attribute.arguments.end());
+        keepOrphan(tokens);
         return;
+    }
     if (state_->unknown()) {
         state_->keep(std::move(attribute));
         return;
     }
     std::string problem;
     const MObject made = makeAttribute(attribute.arguments, state_->current, problem);
-    if (!made.isNull() && MFnDependencyNode(state_->current).addAttribute(made))
+    if (!made.isNull() && MFnDependencyNode(state_->current).addAttribute(made)) {
+        keptStatements().of(state_->current).added.push_back(std::move(attribute));
         return;
-    warningOnce("addAttr " + problem, problem);
+    }
+    warningOnce("addAttr " + problem, problem + "; it is kept as it stands in the file");
     state_->keep(std::move(attribute));
 }
 
@@ -300,42 +259,56 @@ void SceneBuilder::setAttr(AttrRecord record) {
             state.playback = playbackNumbers(record.values[0].text);
         return;
     }
-    if (state.current.isNull()) {
+    if (state.current.isNull() && keepOrphan(attributeTokens(record)))
+        return;
+    if (state.current.isNull() && !(isPluginData(record.type) && makeHome(record.type)))
         warningOnce("no node", "Attributes skipped: their node is not known");
-        return;
-    }
-    if (state.unknown()) {
+    else if (state.unknown())
         state.keep(std::move(record));
-        return;
-    }
-    const MFnDependencyNode node(state.current);
-    if (node.isDefaultNode() && node.name() == "time1" && record.values.size() == 1) {
-        double frame = 0;
-        if (record.plug == ".o" && parseNumber(record.values[0].text, frame))
-            state.currentFrame = frame;
-        return;
-    }
+    else
+        setKnownAttr(std::move(record));
+}
+
+bool SceneBuilder::setCurveAttr(AttrRecord& record) {
     std::string problem;
-    if (isCurve(state.current) && textToCurve(state.current, record, problem)) {
-        if (!problem.empty())
-            error(state.currentPath() + record.plug + ": " + problem);
+    if (record.plug == ".tan" || record.plug == ".wgt") {
+        state_->keep(std::move(record));
+        return true;
+    }
+    if (isTangentDetail(record.plug)) {
+        keptStatements().of(state_->current).tangents.push_back(std::move(record));
+        return true;
+    }
+    if (!textToCurve(state_->current, record, problem))
+        return false;
+    if (!problem.empty())
+        error(state_->currentPath() + record.plug + ": " + problem);
+    return true;
+}
+
+void SceneBuilder::setKnownAttr(AttrRecord record) {
+    State& state = *state_;
+    const MFnDependencyNode node(state.current);
+    double frame = 0;
+    if (node.isDefaultNode() && node.name() == "time1" && record.plug == ".o" &&
+        record.values.size() == 1 && parseNumber(record.values[0].text, frame)) {
+        state.currentFrame = frame;
         return;
     }
-    if (isCurve(state.current) && isTangentDetail(record.plug)) {
-        // Kept as they stand they would no longer fit once a key is added or removed.
-        warningOnce("tangents", "Tangent directions and weights of animation curves are not kept");
+    if (isCurve(state.current) && setCurveAttr(record))
+        return;
+    std::vector<MPlug> plugs = findPlugs(state.current, record.plug);
+    if (plugs.empty())
+        plugs = dataPlugs(record.plug, record.type);
+    if (!plugs.empty()) {
+        applyAttr(plugs, std::move(record));
         return;
     }
-    const std::vector<MPlug> plugs = findPlugs(state.current, record.plug);
-    if (plugs.empty()) {
-        const std::string type = node.typeName().asChar();
-        warningOnce("attribute " + type + record.plug,
-                    "Attribute " + record.plug + " of " + type +
-                        " is not known here; it is kept as it stands in the file");
-        state.keep(std::move(record));
-        return;
-    }
-    applyAttr(plugs, std::move(record));
+    const std::string type = node.typeName().asChar();
+    warningOnce("attribute " + type + record.plug,
+                "Attribute " + record.plug + " of " + type +
+                    " is not known here; it is kept as it stands in the file");
+    state.keep(std::move(record));
 }
 
 // Values first: a lock in the same statement is meant for afterwards.
@@ -354,148 +327,6 @@ void SceneBuilder::applyAttr(std::vector<MPlug> plugs, AttrRecord record) {
         if (record.locked)
             plug.setLocked(*record.locked);
     }
-}
-
-// Moves the words into the argument list one by one, so that the text of a big drawing is held
-// about once. False when the whole statement was kept for later or is no good.
-bool SceneBuilder::readTokens(MPlug plug, AttrRecord& record) {
-    MTypeId id;
-    if (!dataTypeKnown(record.type, id)) {
-        warningOnce("data " + record.type,
-                    "Unrecognized data type '" + record.type + "'; preserving the data.");
-        state_->keep(std::move(record));
-        return false;
-    }
-    MFnPluginData holder;
-    MObject object = holder.create(id);
-    MPxData* const data = object.isNull() ? nullptr : holder.data();
-    if (!data) {
-        error("Could not create data of type " + record.type);
-        return false;
-    }
-    const std::string name = state_->currentPath() + record.plug;
-    MArgList arguments;
-    arguments.addArg(MString(record.plug.c_str()));
-    arguments.addArg(MString("-type"));
-    arguments.addArg(MString(record.type.c_str()));
-    unsigned position = arguments.length();
-    for (Token& token : record.values) {
-        arguments.addArg(MString(token.text.c_str(), int(token.text.size())));
-        std::string().swap(token.text);
-    }
-    if (record.values.empty())
-        return true;
-    if (!data->readASCII(arguments, position))
-        error("The data of " + name + " could not be read completely");
-    // Also after a failure: what was read is kept.
-    placeData(plug, object);
-    return true;
-}
-
-void SceneBuilder::setData(const std::string& plugPath, const std::string& type, QIODevice& device,
-                           std::uint64_t length) {
-    State& state = *state_;
-    if (state.current.isNull()) {
-        warningOnce("no node", "Attributes skipped: their node is not known");
-        return;
-    }
-    MTypeId id;
-    std::vector<MPlug> plugs;
-    if (!state.unknown())
-        plugs = findPlugs(state.current, plugPath);
-    if (plugs.empty() || !dataTypeKnown(type, id)) {
-        if (!state.unknown())
-            warningOnce("data " + type,
-                        "Unrecognized data type '" + type + "'; preserving the data.");
-        state.keep(RawData{plugPath, type, device.read(qint64(length)).toStdString()});
-        return;
-    }
-    MFnPluginData holder;
-    MObject object = holder.create(id);
-    MPxData* const data = object.isNull() ? nullptr : holder.data();
-    if (!data || length > 0xffffffffu) {
-        error("Could not create data of type " + type);
-        return;
-    }
-    DeviceReadBuffer buffer(device, length);
-    std::istream stream(&buffer);
-    if (!data->readBinary(stream, unsigned(length)))
-        error("The data of " + state.currentPath() + plugPath + " could not be read completely");
-    placeData(plugs.front(), object);
-}
-
-void SceneBuilder::connect(const std::string& source, const std::string& destination) {
-    const auto split = [this](const std::string& path, MObject& node, std::string& plug) {
-        const std::size_t dot = path.find('.', path.rfind('|') + 1);
-        if (dot == std::string::npos)
-            return false;
-        node = state_->resolve(path.substr(0, dot));
-        plug = path.substr(dot);
-        return !node.isNull();
-    };
-    MObject from, to;
-    std::string fromPlug, toPlug;
-    if (!split(source, from, fromPlug) || !split(destination, to, toPlug)) {
-        warningOnce("connect " + source + destination,
-                    "Connection skipped, a node is missing: " + source + " to " + destination);
-        return;
-    }
-    const std::vector<MPlug> sources = findPlugs(from, fromPlug);
-    const std::vector<MPlug> destinations = findPlugs(to, toPlug);
-    if (sources.size() != 1 || destinations.size() != 1) {
-        keptStatements().connect({MObjectHandle(from), fromPlug, MObjectHandle(to), toPlug});
-        return;
-    }
-    if (destinations.front().source() == sources.front())
-        return;
-    MDGModifier modifier;
-    if (!modifier.connect(sources.front(), destinations.front()) || !modifier.doIt())
-        error("Could not connect " + source + " to " + destination);
-}
-
-void SceneBuilder::rename(const std::string& newName) {
-    if (!state_->current.isNull())
-        MFnDependencyNode(state_->current).setName(newName.c_str());
-}
-
-void SceneBuilder::parent(const std::vector<std::string>& names) {
-    if (names.size() < 2)
-        return;
-    const MObject parent = state_->resolve(names.back());
-    for (std::size_t i = 0; i + 1 < names.size(); ++i) {
-        MObject child = state_->resolve(names[i]);
-        if (parent.isNull() || child.isNull() || !parent.hasFn(MFn::kDagNode) ||
-            !child.hasFn(MFn::kDagNode) || !MFnDagNode(parent).addChild(child))
-            error("Could not parent " + names[i] + " to " + names.back());
-    }
-}
-
-ReadResult SceneBuilder::finish() {
-    State& state = *state_;
-    if (state.shown > mostMessages)
-        report::warning(state.place.file + ": " + std::to_string(state.shown - mostMessages) +
-                        " further messages not shown");
-    if (state.sceneUnits) {
-        const Units units = *state.sceneUnits;
-        this->units(units);
-    }
-    if (!state.importing) {
-        const auto frame = [](double value) { return MTime(value, MTime::uiUnit()); };
-        const auto has = [&](const char* flag) { return state.playback.count(flag) > 0; };
-        timeline::Range range = timeline::range();
-        if (has("-ast"))
-            range.animationStart = frame(state.playback["-ast"]);
-        if (has("-aet"))
-            range.animationEnd = frame(state.playback["-aet"]);
-        if (has("-min"))
-            range.start = frame(state.playback["-min"]);
-        if (has("-max"))
-            range.end = frame(state.playback["-max"]);
-        timeline::setRange(range);
-        if (state.currentFrame)
-            timeline::setCurrent(frame(*state.currentFrame));
-    }
-    return state.result;
 }
 
 } // namespace host

@@ -37,12 +37,25 @@ public:
     // Sets plain values and, when -type names a plug-in's data type, lets the data read the
     // values as tokens. A plug without leading dot names its node too.
     void setAttr(AttrRecord attribute);
+    // The same of a statement that is damaged: plug-in data are still handed over, as they guard
+    // themselves; of anything else nothing is believed.
+    void salvageAttr(AttrRecord attribute);
+    // Of a plug-in that is here, or that the file says it needs.
+    bool isPluginData(const std::string& type) const;
     // Plug-in data of the current node in binary form: `length` bytes from the device's position
     // on. What they leave unread is the caller's to skip.
     void setData(const std::string& plug, const std::string& type, QIODevice& device,
                  std::uint64_t length);
-    void connect(const std::string& source, const std::string& destination);
+    void connect(const std::string& source, const std::string& destination,
+                 std::vector<Token> flags);
     void rename(const std::string& newName);
+    // `rename -uid` and `lockNode` of the current node, as they stand in the file.
+    void uuid(std::string statement);
+    void lockNode(std::string statement, bool locked);
+    // A statement that means nothing here. It is written again where it stood.
+    void keepStatement(std::string text);
+    // The same of one that may have made another node the current one: what follows belongs to it.
+    void keepUnknown(std::string text);
     void parent(const std::vector<std::string>& names);
 
     void error(const std::string& message);
@@ -54,6 +67,13 @@ public:
     ReadResult finish();
 
 private:
+    bool keepOrphan(const std::vector<Token>& statement);
+    std::vector<MPlug> dataPlugs(const std::string& wanted, const std::string& type);
+    bool makeHome(const std::string& type);
+    MObject inDag(const MObject& node);
+    void setKnownAttr(AttrRecord record);
+    bool setCurveAttr(AttrRecord& record);
+    void applySettings();
     void applyAttr(std::vector<MPlug> plugs, AttrRecord record);
     bool readTokens(MPlug plug, AttrRecord& record);
 

@@ -34,7 +34,10 @@ public:
     // Binary data of a missing plug-in, kept from reading. Only a binary sink can take them.
     virtual bool setRawData(const std::string& plug, const std::string& type,
                             const std::string& bytes) = 0;
-    virtual void connect(const std::string& source, const std::string& destination) = 0;
+    virtual void connect(const std::string& source, const std::string& destination,
+                         const std::vector<Token>& flags) = 0;
+    // A statement that this scene has no meaning for, as it stood in the file it came from.
+    virtual void statement(const std::string& text) = 0;
     virtual void end(const std::string& fileName) = 0;
 };
 

@@ -1,8 +1,10 @@
 #include "scene/files/SceneWalk.h"
 
+#include "scene/core/Node.h"
 #include "scene/core/TimeState.h"
 #include "scene/files/KeptStatements.h"
 #include "scene/files/PluginSource.h"
+#include "scene/text/CurveText.h"
 #include "scene/text/NodeText.h"
 #include "scene/text/UnitNames.h"
 #include "scene/text/Words.h"
@@ -22,6 +24,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace host {
 
@@ -57,6 +60,24 @@ std::vector<MObject> nodesInOrder() {
     return nodes;
 }
 
+// The long name that an addAttr gives.
+std::string attributeName(const AddAttrRecord& attribute) {
+    const std::vector<Token>& tokens = attribute.arguments;
+    for (std::size_t i = 0; i + 1 < tokens.size(); ++i)
+        if (!tokens[i].quoted && (tokens[i].text == "-ln" || tokens[i].text == "-longName"))
+            return tokens[i + 1].text;
+    return {};
+}
+
+// A lock of the node shows as one of each of its attributes, but is a statement of its own.
+NodeText describeUnlocked(const MObject& object) {
+    const NodePtr node = Access::as<Node>(object);
+    const bool locked = std::exchange(node->locked, false);
+    NodeText text = describeNode(object);
+    node->locked = locked;
+    return text;
+}
+
 class Writer {
 public:
     Writer(SceneSink& sink, const SceneMemory& memory, const std::set<std::string>& without)
@@ -65,15 +86,21 @@ public:
     std::string write(const std::string& fileName) {
         collect();
         sink_.begin(fileName);
+        writeKept(StatementPlace::head);
         writeRequirements();
         writeUnits();
         for (const auto& [key, value] : memory_.fileInfo)
             sink_.fileInfo(key, value);
-        for (WrittenNode& node : nodes_)
+        writeKept(StatementPlace::settings);
+        writeKeptAfter(MObjectHandle());
+        for (WrittenNode& node : nodes_) {
             if (!writeNode(node))
                 return failed_;
+            writeKeptAfter(MObjectHandle(node.node));
+        }
         writeSettings();
         writeConnections();
+        writeKept(StatementPlace::connections);
         sink_.end(fileName);
         return {};
     }
@@ -111,7 +138,7 @@ private:
                 continue; // made anew from the playback settings
             WrittenNode written;
             written.node = node;
-            written.text = describeNode(node);
+            written.text = describeUnlocked(node);
             written.kept = keptStatements().find(node);
             written.isDefault = function.isDefaultNode();
             nodes_.push_back(std::move(written));
@@ -120,7 +147,6 @@ private:
 
     void writeRequirements() {
         std::map<std::string, Requirement> needed;
-        std::set<std::string> keptTypes;
         const auto add = [](std::vector<std::string>& list, const std::string& name) {
             if (std::find(list.begin(), list.end(), name) == list.end())
                 list.push_back(name);
@@ -138,26 +164,12 @@ private:
             for (const DataRecord& data : written.text.data)
                 if (const auto plugin = pluginSource().ofDataType(data.type))
                     add(require(*plugin).dataTypes, data.type);
-            if (!written.kept)
-                continue;
-            keptTypes.insert(written.kept->originalType);
-            for (const KeptStatement& statement : written.kept->statements) {
-                if (const auto* raw = std::get_if<RawData>(&statement))
-                    keptTypes.insert(raw->type);
-                else if (const auto* attribute = std::get_if<AttrRecord>(&statement))
-                    keptTypes.insert(attribute->type);
-            }
         }
         for (const auto& [name, requirement] : needed)
             sink_.requirement(requirement);
-        for (const Requirement& missing : memory_.missingPlugins) {
-            const auto isKept = [&](const std::string& type) { return keptTypes.count(type) > 0; };
-            const bool typeless = missing.nodeTypes.empty() && missing.dataTypes.empty();
-            if (typeless ||
-                std::any_of(missing.nodeTypes.begin(), missing.nodeTypes.end(), isKept) ||
-                std::any_of(missing.dataTypes.begin(), missing.dataTypes.end(), isKept))
-                sink_.requirement(missing);
-        }
+        // What of a scene goes back to a plug-in that is not here cannot be told.
+        for (const Requirement& missing : memory_.missingPlugins)
+            sink_.requirement(missing);
     }
 
     bool writeNode(WrittenNode& written) {
@@ -173,7 +185,7 @@ private:
             if (written.kept && !written.kept->originalType.empty())
                 record.type = written.kept->originalType;
             record.name = function.name().asChar();
-            record.shared = written.isDefault;
+            record.shared = written.isDefault || (written.kept && written.kept->shared);
             if (inDag) {
                 const MObject parent = MFnDagNode(written.node).parent(0);
                 if (!parent.isNull() && !parent.hasFn(MFn::kWorld))
@@ -181,8 +193,10 @@ private:
             }
             sink_.createNode(record);
         }
+        if (written.kept && !written.kept->uuid.empty())
+            sink_.statement("\t" + written.kept->uuid);
         for (const AddAttrRecord& attribute : written.text.added)
-            sink_.addAttr(attribute);
+            sink_.addAttr(asRead(written, attribute));
         const auto isOfData = [&](const AttrRecord& attribute) {
             return std::any_of(written.text.data.begin(), written.text.data.end(),
                                [&](const DataRecord& data) { return data.plug == attribute.plug; });
@@ -196,7 +210,10 @@ private:
         for (const AttrRecord& attribute : written.text.values)
             if (isOfData(attribute))
                 sink_.setAttr(attribute);
-        return writeKept(written);
+        if (!writeKept(written))
+            return false;
+        writeLock(written);
+        return true;
     }
 
     bool writeData(WrittenNode& written) {
@@ -214,9 +231,44 @@ private:
         return true;
     }
 
+    // The file's own statement for an attribute, when it came from one, may say more.
+    static const AddAttrRecord& asRead(const WrittenNode& written, const AddAttrRecord& now) {
+        if (written.kept)
+            for (const AddAttrRecord& before : written.kept->added)
+                if (attributeName(before) == attributeName(now))
+                    return before;
+        return now;
+    }
+
+    void writeKept(StatementPlace place) {
+        for (const KeptText& text : keptStatements().texts())
+            if (text.place == place)
+                sink_.statement(text.text);
+    }
+
+    // Those behind a node; an invalid one: behind none that is still there.
+    void writeKeptAfter(const MObjectHandle& node) {
+        for (const KeptText& text : keptStatements().texts())
+            if (text.place == StatementPlace::nodes &&
+                (node.isValid() ? text.after == node : !text.after.isValid()))
+                sink_.statement(text.text);
+    }
+
+    void writeLock(const WrittenNode& written) {
+        const bool locked = MFnDependencyNode(written.node).isLocked();
+        const std::string before = written.kept ? written.kept->lock : std::string();
+        if (locked)
+            sink_.statement(before.empty() ? "lockNode -l 1 ;" : before);
+        else if (before.find("-l 1") == std::string::npos && !before.empty())
+            sink_.statement(before);
+    }
+
     bool writeKept(const WrittenNode& written) {
         if (!written.kept)
             return true;
+        if (isCurve(written.node) && keysText(written.node) == written.kept->keys)
+            for (const AttrRecord& tangents : written.kept->tangents)
+                sink_.setAttr(tangents);
         for (const KeptStatement& statement : written.kept->statements) {
             if (const auto* added = std::get_if<AddAttrRecord>(&statement))
                 sink_.addAttr(*added);
@@ -247,6 +299,8 @@ private:
         node.type = "script";
         node.name = settingsNode;
         sink_.createNode(node);
+        if (!memory_.settingsUuid.empty())
+            sink_.statement("\t" + memory_.settingsUuid);
         AttrRecord range;
         range.plug = ".b";
         range.type = "string";
@@ -275,12 +329,12 @@ private:
                 if (source.isNull() ||
                     (written.isDefault && MFnDependencyNode(source.node()).isDefaultNode()))
                     continue;
-                sink_.connect(plugPath(source), plugPath(destination));
+                sink_.connect(plugPath(source), plugPath(destination), {});
             }
         }
         for (const KeptConnection& kept : keptStatements().connections())
             sink_.connect(nodePath(kept.source.object()) + kept.sourcePlug,
-                          nodePath(kept.destination.object()) + kept.destinationPlug);
+                          nodePath(kept.destination.object()) + kept.destinationPlug, kept.flags);
     }
 
     // Those among nodes of the types stand with their destination.
@@ -289,12 +343,12 @@ private:
         MFnDependencyNode(node).getConnections(plugs);
         for (unsigned i = 0; i < plugs.length(); ++i) {
             if (plugs[i].isDestination())
-                sink_.connect(plugPath(plugs[i].source()), plugPath(plugs[i]));
+                sink_.connect(plugPath(plugs[i].source()), plugPath(plugs[i]), {});
             MPlugArray fed;
             plugs[i].destinations(fed);
             for (unsigned k = 0; k < fed.length(); ++k)
                 if (!isOneOf(types, fed[k].node()))
-                    sink_.connect(plugPath(plugs[i]), plugPath(fed[k]));
+                    sink_.connect(plugPath(plugs[i]), plugPath(fed[k]), {});
         }
     }
 

@@ -1,5 +1,6 @@
 #include "scene/text/CurveText.h"
 
+#include "scene/text/StatementText.h"
 #include "scene/text/Words.h"
 
 #include <maya/MAngle.h>
@@ -158,6 +159,13 @@ std::vector<AttrRecord> curveToText(const MObject& object) {
     return records;
 }
 
+std::string keysText(const MObject& curve) {
+    std::string text;
+    for (const AttrRecord& record : curveToText(curve))
+        text += statementText(attributeTokens(record));
+    return text;
+}
+
 bool textToCurve(const MObject& object, const AttrRecord& record, std::string& error) {
     std::string name;
     long low = -1;
@@ -166,8 +174,6 @@ bool textToCurve(const MObject& object, const AttrRecord& record, std::string& e
     const bool isKeys = name == "ktv" || name == "keyTimeValue";
     const bool isIn = name == "kit" || name == "keyTanInType";
     const bool isOut = name == "kot" || name == "keyTanOutType";
-    if (name == "tan")
-        return true;
     MFnAnimCurve curve(object);
     if (name == "pre" || name == "preInfinity" || name == "pst" || name == "postInfinity") {
         if (!setInfinity(curve, name.compare(0, 2, "pr") == 0, record.values))

@@ -233,6 +233,8 @@ bool parseAddAttr(const std::vector<Token>& tokens, AddAttrFlags& flags, std::st
             flags.dataType = value;
         else if (name == "-en" || name == "-enumName")
             flags.fields = value;
+        else if (name == "-nn" || name == "-niceName")
+            continue; // only the interface of others shows it
         else if (!parseNumber(value, number)) {
             error = "Bad argument of addAttr " + name;
             return false;
@@ -248,7 +250,9 @@ bool parseAddAttr(const std::vector<Token>& tokens, AddAttrFlags& flags, std::st
             flags.hidden = number != 0;
         else if (name != "-ci" && name != "-cachedInternally" && name != "-s" &&
                  name != "-storable" && name != "-r" && name != "-readable" && name != "-w" &&
-                 name != "-writable") {
+                 name != "-writable" && name != "-dcb" && name != "-disconnectBehaviour" &&
+                 name != "-smn" && name != "-softMinValue" && name != "-smx" &&
+                 name != "-softMaxValue" && name != "-is" && name != "-internalSet") {
             error = "addAttr " + name + " is not supported";
             return false;
         }

@@ -48,7 +48,8 @@ struct AttrRecord {
     std::optional<bool> keyable;
     std::optional<bool> locked;
     std::optional<bool> channelBox;
-    std::string type; // of -type; empty for plain numbers
+    std::vector<Token> hints; // other flags, with their arguments: "-s" 3, "-av", …
+    std::string type;         // of -type; empty for plain numbers
     std::vector<Token> values;
     bool hasValue = false;
 };

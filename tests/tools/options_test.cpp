@@ -304,7 +304,7 @@ TEST_F(Pen, EraserEndTurnsTheStrokeIntoAnEraserStroke) {
         pen(Phase::release, kTo, 0.0, true);
         release();
         EXPECT_EQ(alphaAt(imagePixel({240, 150})), 0);
-        EXPECT_EQ(settings().activeTool, tool);
+        EXPECT_EQ(settings().activeTool, number);
         ASSERT_TRUE(run(QStringLiteral("undo")));
     }
 }

@@ -2,6 +2,8 @@
 
 #include "commands/Arguments.h"
 #include "document/LayerManager.h"
+#include "document/edits/Edit.h"
+#include "document/edits/FrameEdits.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
@@ -29,6 +31,9 @@ const char* chosenOperation(const MArgDatabase& args) {
 }
 
 } // namespace
+
+FrameCommand::FrameCommand() = default;
+FrameCommand::~FrameCommand() = default;
 
 void* FrameCommand::creator() {
     return new FrameCommand;
@@ -58,7 +63,7 @@ MSyntax FrameCommand::newSyntax() {
 }
 
 bool FrameCommand::isUndoable() const {
-    return operation_ && operation_->isUndoable();
+    return edit_ && edit_->isUndoable();
 }
 
 MStatus FrameCommand::doIt(const MArgList& args) {
@@ -77,8 +82,8 @@ MStatus FrameCommand::doIt(const MArgList& args) {
                           : QStringLiteral("Node not found"));
     }
     document_ = document;
-    status = makeOperation(parsed);
-    return status == MS::kSuccess ? redoIt() : status;
+    status = makeEdit(parsed, *active);
+    return status == MS::kSuccess ? run(&Edit::execute) : status;
 }
 
 MStatus FrameCommand::findCamera(const MArgDatabase& args) {
@@ -95,76 +100,67 @@ MStatus FrameCommand::findCamera(const MArgDatabase& args) {
     return camera_.isEmpty() ? refuse(QStringLiteral("Camera not specified")) : MS::kSuccess;
 }
 
-MStatus FrameCommand::makeOperation(const MArgDatabase& args) {
+MStatus FrameCommand::makeEdit(const MArgDatabase& args, const BaseNode& node) {
     const char* flag = chosenOperation(args);
     if (is(flag, ""))
         return refuse(QStringLiteral("Invalid command parameters"));
     if (is(flag, "-dup")) {
-        operation_ = frame_operation::duplicate(camera_);
+        edit_ = frame_edit::duplicate(camera_);
     } else if (is(flag, "-sf")) {
-        operation_ = frame_operation::stepForward();
+        edit_ = frame_edit::stepForward();
     } else if (is(flag, "-sb")) {
-        operation_ = frame_operation::stepBack();
+        edit_ = frame_edit::stepBack();
     } else if (is(flag, "-mv")) {
         // Unnamed: what the time slider marks, whatever camera the view looks through.
-        operation_ = frame_operation::move(
-            named_ ? camera_ : document_.lock()->currentCamera(), signedArgument(args, flag, 0),
-            signedArgument(args, flag, 1), signedArgument(args, flag, 2));
+        edit_ = frame_edit::move(named_ ? camera_ : document_.lock()->currentCamera(),
+                                 signedArgument(args, flag, 0), signedArgument(args, flag, 1),
+                                 signedArgument(args, flag, 2));
     } else {
         const auto range = sliderRange();
         if (!range)
             return MS::kFailure;
-        operation_ = is(flag, "-ret")
-                         ? frame_operation::retime(*range, signedArgument(args, flag, 0),
-                                                   args.isFlagSet("-rel"), args.isFlagSet("-mvn"))
-                         : rangeOperation(flag, *range);
+        edit_ = is(flag, "-ret")
+                    ? frame_edit::retime(*range, signedArgument(args, flag, 0),
+                                         args.isFlagSet("-rel"), args.isFlagSet("-mvn"))
+                    : rangeEdit(flag, *range, node);
     }
     return MS::kSuccess;
 }
 
-std::unique_ptr<FrameOperation> FrameCommand::rangeOperation(const char* flag,
-                                                             const FrameRange& range) const {
+std::unique_ptr<Edit> FrameCommand::rangeEdit(const char* flag, const FrameRange& range,
+                                              const BaseNode& node) const {
     if (is(flag, "-ins"))
-        return frame_operation::insert(camera_, range);
+        return frame_edit::insert(camera_, range);
     if (is(flag, "-del"))
-        return frame_operation::remove(camera_, range);
+        return frame_edit::remove(camera_, range);
     if (is(flag, "-cut"))
-        return frame_operation::cut(camera_, range);
+        return frame_edit::cut(camera_, range, node.clipboard());
     if (is(flag, "-cp"))
-        return frame_operation::copy(camera_, range);
+        return frame_edit::copy(camera_, range, node.clipboard());
     if (is(flag, "-pst"))
-        return frame_operation::paste(camera_, range.first);
-    return frame_operation::clear(camera_, range);
+        return frame_edit::paste(camera_, range.first, node.clipboard());
+    return frame_edit::clear(camera_, range);
 }
 
-BaseNode* FrameCommand::node() const {
-    BaseNode* found = nodeWith(document_.lock().get());
-    if (!found)
-        report::error(QStringLiteral("Node not found"));
-    return found;
-}
-
-void FrameCommand::showChange(BaseNode& changed) const {
-    if (!operation_->changesDrawing())
-        return;
-    changed.drawingChanged();
-    refreshTimeline();
+MStatus FrameCommand::run(bool (Edit::*verb)(LayerManager&)) {
+    BaseNode* node = nodeWith(document_.lock().get());
+    if (!node)
+        return refuse(QStringLiteral("Node not found"));
+    if (!(*edit_.*verb)(*document_.lock()))
+        return MS::kFailure;
+    if (edit_->changesDrawing()) {
+        node->drawingChanged();
+        refreshTimeline();
+    }
+    return MS::kSuccess;
 }
 
 MStatus FrameCommand::redoIt() {
-    BaseNode* found = node();
-    if (!found || !operation_->execute(*found->layerManager(), found->clipboard()))
-        return MS::kFailure;
-    showChange(*found);
-    return MS::kSuccess;
+    return run(&Edit::redo);
 }
 
 MStatus FrameCommand::undoIt() {
-    BaseNode* found = node();
-    if (!found || !operation_->undo(*found->layerManager()))
-        return MS::kFailure;
-    showChange(*found);
-    return MS::kSuccess;
+    return run(&Edit::undo);
 }
 
 } // namespace vellum

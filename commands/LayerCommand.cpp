@@ -2,6 +2,8 @@
 
 #include "commands/Arguments.h"
 #include "document/LayerManager.h"
+#include "document/edits/Edit.h"
+#include "document/edits/LayerEdits.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
@@ -23,7 +25,58 @@ int stateArgument(const MArgDatabase& args) {
     return state > 2 ? 0 : state;
 }
 
+/// The flags of a property; both take the layer's index, the first one the value before it.
+struct PropertyFlags {
+    const char* edit;
+    const char* query;
+    const LayerProperty& property;
+};
+
+constexpr PropertyFlags kProperties[] = {
+    {"-en", "-qn", layer_property::kName},
+    {"-ev", "-qv", layer_property::kVisible},
+    {"-eo", "-qo", layer_property::kOpacity},
+    {"-es", "-qs", layer_property::kState},
+};
+
+/// Null when the flag is none of a property.
+const LayerProperty* propertyOf(const char* flag) {
+    for (const PropertyFlags& row : kProperties) {
+        if (is(flag, row.edit) || is(flag, row.query))
+            return &row.property;
+    }
+    return nullptr;
+}
+
+/// The flag's first argument, of the kind that the property holds.
+class ReadValue {
+public:
+    ReadValue(const MArgDatabase& args, const char* flag) : args_(args), flag_(flag) {}
+
+    void operator()(QString& value) const { value = textArgument(args_, flag_); }
+    void operator()(bool& value) const { value = args_.flagArgumentBool(flag_, 0); }
+    void operator()(float& value) const {
+        value = static_cast<float>(args_.flagArgumentDouble(flag_, 0));
+    }
+    void operator()(unsigned& value) const { args_.getFlagArgument(flag_, 0, value); }
+
+private:
+    const MArgDatabase& args_;
+    const char* flag_;
+};
+
+class ReturnValue {
+public:
+    void operator()(const QString& value) const { MPxCommand::setResult(toMaya(value)); }
+    void operator()(bool value) const { MPxCommand::setResult(value); }
+    void operator()(float value) const { MPxCommand::setResult(static_cast<double>(value)); }
+    void operator()(unsigned value) const { MPxCommand::setResult(static_cast<int>(value)); }
+};
+
 } // namespace
+
+LayerCommand::LayerCommand() = default;
+LayerCommand::~LayerCommand() = default;
 
 void* LayerCommand::creator() {
     return new LayerCommand;
@@ -73,16 +126,16 @@ MStatus LayerCommand::doIt(const MArgList& args) {
     camera_ = objects.length() > 0 ? fromMaya(objects[0]) : QString();
     if (!cameraExists(camera_))
         return refuse(QStringLiteral("Camera does not exist: %1").arg(camera_));
-    status = run(parsed);
+    status = parse(parsed);
     if (status != MS::kSuccess || !edit_)
         return status;
-    status = redoIt();
+    status = run(&Edit::execute);
     if (status == MS::kSuccess && edit_->result() >= 0)
         setResult(edit_->result());
     return status;
 }
 
-MStatus LayerCommand::run(const MArgDatabase& args) {
+MStatus LayerCommand::parse(const MArgDatabase& args) {
     const BaseNode* node = activeNode();
     if (node)
         document_ = node->layerManager();
@@ -103,7 +156,7 @@ MStatus LayerCommand::run(const MArgDatabase& args) {
             return MS::kSuccess;
         if (is(flag, "-cnt") || flag[1] == 'q')
             return query(args, flag, *node);
-        if (flag[1] == 'e')
+        if (propertyOf(flag))
             return makePropertyEdit(args, flag, *node);
         return makeStructureEdit(args, flag);
     }
@@ -155,25 +208,18 @@ bool LayerCommand::requireLayer(const BaseNode& node, unsigned index) const {
 
 MStatus LayerCommand::makePropertyEdit(const MArgDatabase& args, const char* flag,
                                        const BaseNode& node) {
-    unsigned number = 0;
-    args.getFlagArgument(flag, 1, number);
-    if (!requireLayer(node, number))
+    unsigned layer = 0;
+    args.getFlagArgument(flag, 1, layer);
+    if (!requireLayer(node, layer))
         return MS::kFailure;
-    const int index = static_cast<int>(number);
-    if (is(flag, "-en")) {
-        edit_ = layer_edit::rename(camera_, index, textArgument(args, flag));
-    } else if (is(flag, "-ev")) {
-        edit_ = layer_edit::setVisible(camera_, index, args.flagArgumentBool(flag, 0));
-    } else if (is(flag, "-eo")) {
-        edit_ = layer_edit::setOpacity(camera_, index,
-                                       static_cast<float>(args.flagArgumentDouble(flag, 0)));
-    } else {
-        unsigned state = 0;
-        args.getFlagArgument(flag, 0, state);
-        if (state > 2)
-            return refuse(QStringLiteral("Invalid state value: %1").arg(state));
-        edit_ = layer_edit::setState(camera_, index, static_cast<int>(state));
-    }
+    const int index = static_cast<int>(layer);
+    const LayerProperty& property = *propertyOf(flag);
+    LayerValue value = property.get(*node.layerManager()->layer(camera_, index));
+    std::visit(ReadValue(args, flag), value);
+    const auto* number = std::get_if<unsigned>(&value);
+    if (number && *number > property.largest)
+        return refuse(QString::fromLatin1(property.refusal).arg(*number));
+    edit_ = layer_edit::setProperty(camera_, index, property, value);
     return MS::kSuccess;
 }
 
@@ -187,32 +233,25 @@ MStatus LayerCommand::query(const MArgDatabase& args, const char* flag, const Ba
     args.getFlagArgument(flag, 0, number);
     if (!requireLayer(node, number))
         return MS::kFailure;
-    const int index = static_cast<int>(number);
-    if (is(flag, "-qn"))
-        setResult(toMaya(document->layerName(camera_, index)));
-    else if (is(flag, "-qv"))
-        setResult(document->layerVisible(camera_, index));
-    else if (is(flag, "-qo"))
-        setResult(static_cast<double>(document->layerOpacity(camera_, index)));
-    else
-        setResult(document->layerState(camera_, index));
+    const Layer& layer = *document->layer(camera_, static_cast<int>(number));
+    std::visit(ReturnValue(), propertyOf(flag)->get(layer));
+    return MS::kSuccess;
+}
+
+MStatus LayerCommand::run(bool (Edit::*verb)(LayerManager&)) {
+    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
+    if (!node || !(*edit_.*verb)(*document_.lock()))
+        return MS::kFailure;
+    node->drawingChanged();
     return MS::kSuccess;
 }
 
 MStatus LayerCommand::redoIt() {
-    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
-    if (!node || !edit_->apply(*node->layerManager()))
-        return MS::kFailure;
-    node->drawingChanged();
-    return MS::kSuccess;
+    return run(&Edit::redo);
 }
 
 MStatus LayerCommand::undoIt() {
-    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
-    if (!node || !edit_->revert(*node->layerManager()))
-        return MS::kFailure;
-    node->drawingChanged();
-    return MS::kSuccess;
+    return run(&Edit::undo);
 }
 
 } // namespace vellum

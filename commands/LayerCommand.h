@@ -1,8 +1,6 @@
 // rvVellumLayer: queries and edits the layers of one camera.
 #pragma once
 
-#include "document/edits/LayerEdits.h"
-
 #include <QString>
 #include <maya/MPxCommand.h>
 #include <maya/MSyntax.h>
@@ -13,10 +11,14 @@ class MArgDatabase;
 namespace vellum {
 
 class BaseNode;
+class Edit;
 class LayerManager;
 
 class LayerCommand : public MPxCommand {
 public:
+    LayerCommand();
+    ~LayerCommand() override;
+
     static void* creator();
     static MSyntax newSyntax();
 
@@ -26,7 +28,8 @@ public:
     bool isUndoable() const override;
 
 private:
-    MStatus run(const MArgDatabase& args);
+    MStatus parse(const MArgDatabase& args);
+    MStatus run(bool (Edit::*verb)(LayerManager&));
     MStatus runInMode(const MArgDatabase& args, const BaseNode* node);
     MStatus makeStructureEdit(const MArgDatabase& args, const char* flag);
     MStatus makePropertyEdit(const MArgDatabase& args, const char* flag, const BaseNode& node);
@@ -34,7 +37,7 @@ private:
     bool requireLayer(const BaseNode& node, unsigned index) const;
 
     QString camera_;
-    std::unique_ptr<LayerEdit> edit_;      ///< null: a query
+    std::unique_ptr<Edit> edit_;           ///< null: a query
     std::weak_ptr<LayerManager> document_; ///< the drawing it is about
 };
 

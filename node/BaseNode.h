@@ -67,7 +67,7 @@ public:
     void drawingChanged();
 
     /// Drawings copied from the layers of this node.
-    FrameClipboard& clipboard() { return clipboard_; }
+    const std::shared_ptr<FrameClipboard>& clipboard() const { return clipboard_; }
 
     /// Fit of the last draw in any view. Where the square lies in one particular view is
     /// fitForView().
@@ -85,7 +85,7 @@ public:
 private:
     void lockLocalChannels();
 
-    FrameClipboard clipboard_;
+    const std::shared_ptr<FrameClipboard> clipboard_ = std::make_shared<FrameClipboard>();
     GateFit fit_;
     std::optional<TransformDisplay> transformDisplay_;
     LegacyDraw legacy_;

@@ -24,11 +24,11 @@ std::vector<const Frame*> framesIn(const Layer& layer, const FrameRange& range) 
     return frames;
 }
 
-QString ExchangeOperation::undoFailedMessage() const {
+QString FrameExchange::undoFailedMessage() const {
     return QStringLiteral("Failed to undo: the frames of the layer have changed since.");
 }
 
-bool ExchangeOperation::refuseLocked(const Layer& layer) const {
+bool FrameExchange::refuseLocked(const Layer& layer) const {
     if (layer.state() != layer_state::kLocked) {
         return false;
     }
@@ -36,7 +36,7 @@ bool ExchangeOperation::refuseLocked(const Layer& layer) const {
     return true;
 }
 
-bool ExchangeOperation::exchange(Layer& layer) {
+bool FrameExchange::exchange(Layer& layer) {
     std::vector<MTime> back;
     back.reserve(entering_.size());
     for (const auto& frame : entering_) {
@@ -49,30 +49,34 @@ bool ExchangeOperation::exchange(Layer& layer) {
     return true;
 }
 
-bool ExchangeOperation::apply(LayerManager& document, FrameClipboard& clipboard) {
+bool FrameExchange::exchangeOrReport(Layer& layer) {
+    if (exchange(layer)) {
+        return true;
+    }
+    report::error(QStringLiteral("The frames of the layer have changed since."));
+    return false;
+}
+
+bool FrameExchange::doExecute(LayerManager& document) {
     Layer* layer = address_.resolve(document);
     if (!layer || refuseLocked(*layer)) {
         return false;
     }
-    if (!planned_) {
-        leaving_.clear();
-        entering_.clear();
-        if (!plan(*layer, clipboard)) {
-            return false;
-        }
-    }
-    if (!exchange(*layer)) {
-        report::error(QStringLiteral("The frames of the layer have changed since."));
+    leaving_.clear();
+    entering_.clear();
+    if (!plan(*layer) || !exchangeOrReport(*layer)) {
         return false;
     }
-    if (!planned_) {
-        address_.bind(document, address_.index(document));
-        planned_ = true;
-    }
+    address_.bind(document, address_.index(document));
     return true;
 }
 
-bool ExchangeOperation::revert(LayerManager& document) {
+bool FrameExchange::doRedo(LayerManager& document) {
+    Layer* layer = address_.resolve(document);
+    return layer && !refuseLocked(*layer) && exchangeOrReport(*layer);
+}
+
+bool FrameExchange::doUndo(LayerManager& document) {
     Layer* layer = address_.resolve(document);
     if (!layer) {
         return false;

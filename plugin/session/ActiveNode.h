@@ -3,6 +3,7 @@
 // once, never keep them across events.
 #pragma once
 
+#include "document/edits/TargetAdditions.h"
 #include "node/NodeSearch.h"
 
 #include <QString>
@@ -56,9 +57,8 @@ void propagateCurrentTime();
 
 /// What the check before a stroke found or made.
 struct DrawingTarget {
-    Frame* frame = nullptr;    ///< frame to draw into, owned by the document; null: refused
-    int addedLayer = -1;       ///< index of a first layer made for the camera
-    bool frameCreated = false; ///< a frame was inserted
+    Frame* frame = nullptr; ///< frame to draw into, owned by the document; null: refused
+    TargetAdditions added;  ///< the first layer and the frame, as far as they were missing
 
     explicit operator bool() const { return frame != nullptr; }
 };

@@ -8,6 +8,7 @@
 #include "plugin/session/ActiveNode.h"
 #include "plugin/session/Timeline.h"
 
+#include <maya/MAnimControl.h>
 #include <maya/MTime.h>
 
 namespace vellum {
@@ -26,8 +27,7 @@ bool provideFirstLayer(LayerManager& document, const QString& camera, DrawingTar
         script::execute(command::util(QStringLiteral("-newLayer")));
         return false;
     }
-    target.addedLayer = document.addLayer(camera, 0, QString());
-    return target.addedLayer >= 0;
+    return target.added.addLayer(document, 0);
 }
 
 /// False, after reporting, when the camera's active layer refuses to be drawn on.
@@ -59,9 +59,9 @@ bool provideFrame(LayerManager& document, const QString& camera, int layer, Draw
                 QStringLiteral("Static layer: A frame is required at or before the current time."));
             return false;
         }
-        target.frameCreated = document.addFrameAt(camera, time) >= 0;
+        target.added.addFrame(document, time);
     } else {
-        target.frameCreated = document.addFrameAtCurrentTime(camera) >= 0;
+        target.added.addFrame(document, MAnimControl::currentTime());
     }
     return true;
 }
@@ -69,14 +69,14 @@ bool provideFrame(LayerManager& document, const QString& camera, int layer, Draw
 } // namespace
 
 DrawingTarget drawingTarget(BaseNode& node, const QString& camera) {
-    DrawingTarget target;
+    DrawingTarget target{nullptr, TargetAdditions(camera)};
     const auto document = node.layerManager();
     if (camera.isEmpty() || !document || !provideFirstLayer(*document, camera, target))
         return target;
     const int layer = document->activeLayerIndex(camera);
     if (acceptsDrawing(*document, camera, layer) && provideFrame(*document, camera, layer, target))
         target.frame = document->currentFrame(camera);
-    if (target.frameCreated) {
+    if (target.added.hasFrame()) {
         node.drawingChanged();
         refreshTimeline();
     }

@@ -37,18 +37,18 @@ TEST_F(Target, FirstStrokeMakesLayerAndFrame) {
     at(12);
     const DrawingTarget first = target();
     ASSERT_TRUE(first);
-    EXPECT_EQ(first.addedLayer, 0);
-    EXPECT_TRUE(first.frameCreated);
+    EXPECT_EQ(first.added.layerIndex(*document()), 0);
+    EXPECT_TRUE(first.added.hasFrame());
     EXPECT_EQ(layer().frameTimes(), QList<int>{12});
     EXPECT_EQ(first.frame, layer().frameAt(0));
 
     const DrawingTarget again = target();
-    EXPECT_EQ(again.addedLayer, -1);
-    EXPECT_FALSE(again.frameCreated);
+    EXPECT_EQ(again.added.layerIndex(*document()), -1);
+    EXPECT_FALSE(again.added.hasFrame());
     EXPECT_EQ(again.frame, first.frame);
 
     at(20);
-    EXPECT_TRUE(target().frameCreated) << "a drawing of its own for another frame";
+    EXPECT_TRUE(target().added.hasFrame()) << "a drawing of its own for another frame";
     EXPECT_EQ(layer().frameTimes(), (QList<int>{12, 20}));
     EXPECT_FALSE(drawingTarget(node(), QString())) << "no camera, nothing to draw for";
 }
@@ -86,7 +86,7 @@ TEST_F(Target, StaticLayerNeedsItsFrameAtOrBeforeNow) {
     ASSERT_TRUE(target());
     EXPECT_EQ(layer().frameTimes(), QList<int>{-999});
     at(400);
-    EXPECT_FALSE(target().frameCreated);
+    EXPECT_FALSE(target().added.hasFrame());
     EXPECT_EQ(layer().frameCount(), 1);
     at(-1000);
     refused("Static layer: A frame is required at or before the current time.");
@@ -111,8 +111,8 @@ TEST_F(Target, RefusalsComeInTheirOrder) {
     errors.clear();
     const DrawingTarget locked = drawingTarget(node(), camera);
     EXPECT_FALSE(locked);
-    EXPECT_EQ(locked.addedLayer, 0) << "the layer stays";
-    EXPECT_FALSE(locked.frameCreated);
+    EXPECT_EQ(locked.added.layerIndex(*document()), 0) << "the layer stays";
+    EXPECT_FALSE(locked.added.hasFrame());
     EXPECT_EQ(errors, QStringList{QStringLiteral("[Vellum2] Active layer is locked.")});
     EXPECT_EQ(document()->layerName(camera, 0), QStringLiteral("Layer"));
     EXPECT_EQ(layer().frameCount(), 0);
@@ -135,12 +135,12 @@ TEST_F(Target, RefusalsComeInTheirOrder) {
     settings().defaultStaticFrameTime = 5;
     const DrawingTarget now = target();
     ASSERT_TRUE(now) << "at the current time is early enough";
-    EXPECT_TRUE(now.frameCreated);
+    EXPECT_TRUE(now.added.hasFrame());
     EXPECT_EQ(only.frameTimes(), (QList<int>{5, 6}));
     EXPECT_EQ(now.frame, only.frameAt(0));
     document()->setLayerState(camera, 0, layer_state::kAnimated);
     at(7);
-    EXPECT_TRUE(target().frameCreated);
+    EXPECT_TRUE(target().added.hasFrame());
     EXPECT_EQ(only.frameTimes(), (QList<int>{5, 6, 7}));
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
@@ -153,11 +153,11 @@ TEST_F(Target, BetweenFramesTheWholeOneCounts) {
     };
     atTime("4.75");
     ASSERT_TRUE(target());
-    EXPECT_FALSE(target().frameCreated);
+    EXPECT_FALSE(target().added.hasFrame());
     atTime("-0.75");
     ASSERT_TRUE(target());
     atTime("0.75");
-    EXPECT_FALSE(target().frameCreated) << "towards zero from both sides";
+    EXPECT_FALSE(target().added.hasFrame()) << "towards zero from both sides";
     EXPECT_EQ(layer().frameTimes(), (QList<int>{0, 4}));
     EXPECT_EQ(currentFrame(), 0);
 
@@ -178,11 +178,11 @@ TEST_F(Target, BetweenFramesTheWholeOneCounts) {
     propagateCurrentTime();
     EXPECT_EQ(currentFrame(), 10);
     EXPECT_EQ(layer().frameTimes(), (QList<int>{6, 10}));
-    EXPECT_FALSE(target().frameCreated);
+    EXPECT_FALSE(target().added.hasFrame());
     ASSERT_TRUE(run(QStringLiteral("currentUnit -time sec")));
     propagateCurrentTime();
     EXPECT_EQ(currentFrame(), 0);
-    EXPECT_FALSE(target().frameCreated) << "both lie in the first second";
+    EXPECT_FALSE(target().added.hasFrame()) << "both lie in the first second";
 }
 
 TEST_F(Target, SelectionDesignatesTheNode) {

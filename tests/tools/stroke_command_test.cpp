@@ -31,7 +31,8 @@ protected:
         const DrawingTarget target = drawingTarget(node(), camera);
         ASSERT_TRUE(target);
         begin(y, tool);
-        ASSERT_TRUE(run(command::commitStroke(camera, target.addedLayer, target.frameCreated)));
+        ASSERT_TRUE(run(command::commitStroke(camera, target.added.layerIndex(*document()),
+                                              target.added.hasFrame())));
     }
 
     QList<int> frames() { return document()->activeLayer(camera)->frameTimes(); }

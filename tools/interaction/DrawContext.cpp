@@ -19,6 +19,7 @@
 #include <QKeyEvent>
 #include <maya/M3dView.h>
 #include <maya/MCursor.h>
+#include <utility>
 
 namespace vellum {
 
@@ -129,8 +130,7 @@ MStatus DrawContext::doPress(MEvent& event) {
     endStroke(); // its release never came
     commitText();
     forgetAdjusting();
-    addedLayer_ = -1;
-    frameAdded_ = false;
+    added_ = {};
     handler_.watchActiveView();
     if (handler_.sizeKeyHeld()) {
         beginAdjusting(Adjusting::Size, event);
@@ -178,9 +178,8 @@ void DrawContext::beginStroke(const MEvent& press) {
     document->RefreshActiveCamera();
     camera_ = currentCamera();
     pressFrame_ = currentFrame();
-    const DrawingTarget target = drawingTarget(*active, camera_);
-    addedLayer_ = target.addedLayer;
-    frameAdded_ = target.frameCreated;
+    DrawingTarget target = drawingTarget(*active, camera_);
+    added_ = std::move(target.added);
     if (!target || !document->beginStroke(camera_, number, settings().activeColor))
         return;
     nodeHandle_ = MObjectHandle(active->thisMObject());
@@ -320,7 +319,7 @@ void DrawContext::commit() {
     const auto document = document_;
     const Stroke* stroke = strokeInProgress();
     const bool empty = !stroke || stroke->points.empty();
-    if (empty && addedLayer_ < 0 && !frameAdded_) {
+    if (empty && added_.isEmpty()) {
         if (document)
             document->discardStroke();
         forgetStroke();
@@ -329,8 +328,9 @@ void DrawContext::commit() {
     const int now = currentFrame();
     if (now != pressFrame_)
         document->timeChanged(pressFrame_);
-    const bool done =
-        script::execute(command::commitStroke(camera_, addedLayer_, frameAdded_), true, true);
+    const bool done = script::execute(
+        command::commitStroke(camera_, added_.layerIndex(*document), added_.hasFrame()), true,
+        true);
     if (now != pressFrame_)
         document->timeChanged(now);
     if (!done && document->currentStroke())
@@ -347,8 +347,7 @@ void DrawContext::forgetStroke() {
     document_.reset();
     nodeHandle_ = MObjectHandle();
     camera_.clear();
-    addedLayer_ = -1;
-    frameAdded_ = false;
+    added_ = {};
 }
 
 // The hovering pointer: a view may have been opened since the tool was chosen.

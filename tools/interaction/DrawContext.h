@@ -3,6 +3,7 @@
 // drag changes the tool's size or opacity instead. Main thread only.
 #pragma once
 
+#include "document/edits/TargetAdditions.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 
 #include <QString>
@@ -79,10 +80,9 @@ private:
     MObjectHandle nodeHandle_;               ///< node drawn on, during a press or while typing
     std::shared_ptr<LayerManager> document_; ///< its document
     QString camera_;
-    int pressFrame_ = 0; ///< frame drawn on
-    int addedLayer_ = -1;
-    bool frameAdded_ = false;
-    int composing_ = 0; ///< units at the end of the text that an input method has not settled
+    int pressFrame_ = 0;    ///< frame drawn on
+    TargetAdditions added_; ///< what the stroke needed first
+    int composing_ = 0;     ///< units at the end of the text that an input method has not settled
     QPointer<QWidget> pressedView_; ///< where the button went down
     QMetaObject::Connection viewClosed_;
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "document/LayerAddress.h"
+#include "document/edits/TargetAdditions.h"
 #include "plugin/session/PluginState.h"
 #include "tools/interaction/TransformContextInputHandler.h"
 #include "tools/raster/RegionTransform.h"
@@ -23,7 +24,6 @@ class M3dView;
 namespace vellum {
 
 class BaseNode;
-class Layer;
 class LayerManager;
 struct Stroke;
 
@@ -84,8 +84,6 @@ private:
     void publish();
     void apply();
     void cleanUp();
-    void takeBackAdditions(LayerManager& document);
-    bool takeBackFrame(LayerManager& document, const Layer& layer);
 
     BaseNode* node() const;
     Stroke* strokeInProgress() const;
@@ -120,10 +118,8 @@ private:
     float scaleAnchorY_ = 0.0F;
     bool invalid_ = false; ///< camera or frame are others than when begun
 
-    QRect clipboard_; ///< what was last cut or copied, view pixels from the upper left corner
-    int addedLayer_ = -1;
-    bool frameAdded_ = false;
-    quint64 frameRevision_ = 0; ///< picture of the added frame: blank
+    QRect clipboard_;       ///< what was last cut or copied, view pixels from the upper left corner
+    TargetAdditions added_; ///< what pasting needed first
 
     MHWRender::MUIDrawManager* drawManager_ = nullptr; ///< during one call
     bool xorDrawn_ = false;                            ///< legacy views: waits to be erased

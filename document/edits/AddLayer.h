@@ -1,0 +1,32 @@
+// Adds a layer, blank at first; the layer itself is kept while undone, so that redo brings the very
+// same back.
+#pragma once
+
+#include "document/edits/LayerEdit.h"
+
+namespace vellum {
+
+class AddLayer : public LayerEdit {
+public:
+    enum class Then { Nothing, MakeItActive };
+
+    /// Index < 0: on top. State < 0: that of new layers.
+    AddLayer(const QString& camera, int index, QString name, int state, Then then);
+    ~AddLayer() override;
+
+private:
+    bool change(LayerManager& document) override;
+    bool changeAgain(LayerManager& document) override;
+    bool takeBack(LayerManager& document) override;
+    void finish(LayerManager& document);
+
+    LayerAddress address_;
+    QString name_;
+    int index_;
+    int state_;
+    Then then_;
+    std::unique_ptr<Layer> layer_; ///< while undone
+    ActiveLayers before_;
+};
+
+} // namespace vellum

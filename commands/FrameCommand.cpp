@@ -9,7 +9,6 @@
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
 #include "plugin/session/ActiveNode.h"
-#include "plugin/session/Timeline.h"
 
 #include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>
@@ -143,16 +142,9 @@ std::unique_ptr<Edit> FrameCommand::rangeEdit(const char* flag, const FrameRange
 }
 
 MStatus FrameCommand::run(bool (Edit::*verb)(LayerManager&)) {
-    BaseNode* node = nodeWith(document_.lock().get());
-    if (!node)
+    if (!nodeWith(document_.lock().get()))
         return refuse(QStringLiteral("Node not found"));
-    if (!(*edit_.*verb)(*document_.lock()))
-        return MS::kFailure;
-    if (edit_->changesDrawing()) {
-        node->drawingChanged();
-        refreshTimeline();
-    }
-    return MS::kSuccess;
+    return (*edit_.*verb)(*document_.lock()) ? MS::kSuccess : MS::kFailure;
 }
 
 MStatus FrameCommand::redoIt() {

@@ -239,11 +239,8 @@ MStatus LayerCommand::query(const MArgDatabase& args, const char* flag, const Ba
 }
 
 MStatus LayerCommand::run(bool (Edit::*verb)(LayerManager&)) {
-    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
-    if (!node || !(*edit_.*verb)(*document_.lock()))
-        return MS::kFailure;
-    node->drawingChanged();
-    return MS::kSuccess;
+    const bool there = nodeForUndo(document_.lock().get(), camera_) != nullptr;
+    return there && (*edit_.*verb)(*document_.lock()) ? MS::kSuccess : MS::kFailure;
 }
 
 MStatus LayerCommand::redoIt() {

@@ -1,6 +1,7 @@
 #include "commands/NodeCommand.h"
 
 #include "commands/Arguments.h"
+#include "document/Changes.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "plugin/base/CommandStrings.h"
@@ -8,8 +9,6 @@
 #include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
 #include "plugin/session/ActiveNode.h"
-#include "plugin/session/Panels.h"
-#include "plugin/session/Timeline.h"
 
 #include <maya/MArgDatabase.h>
 #include <maya/MFnDependencyNode.h>
@@ -136,12 +135,12 @@ MStatus NodeCommand::refresh() {
 }
 
 MStatus NodeCommand::refreshGhosting() {
-    BaseNode* node = activeNode();
+    const BaseNode* node = activeNode();
     if (!node)
         return MS::kFailure;
     const auto document = node->layerManager();
     document->markCameraModified(document->currentCamera());
-    node->forceRedraw();
+    tell(Change::View, document.get());
     return MS::kSuccess;
 }
 
@@ -160,6 +159,8 @@ MStatus NodeCommand::create() {
     lockChannels(transform_);
     MGlobal::clearSelectionList();
     if (layer_) {
+        const ChangeGroup group;
+        tell(Change::TimelineAsked);
         if (!doneOnce_)
             addFirstLayer();
         refreshListeners();
@@ -203,7 +204,6 @@ void NodeCommand::addFirstLayer() {
 
 void NodeCommand::refreshListeners() {
     script::execute(command::refreshLayerManagerDeferred());
-    refreshTimeline();
     BaseNode* node = activeNode();
     if (!node)
         return;
@@ -224,12 +224,7 @@ MStatus NodeCommand::undoIt() {
     if (status != MS::kSuccess)
         return status;
     MGlobal::setActiveSelectionList(selectionBefore_);
-    propagateCurrentTime();
-    refreshTimeline();
-    if (const BaseNode* other = activeNode())
-        panels().refreshLayerManager(*other->layerManager());
-    else
-        panels().clearLayerManager();
+    drawingsChanged(Change::Drawings);
     return MS::kSuccess;
 }
 

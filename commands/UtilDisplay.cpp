@@ -1,4 +1,5 @@
 #include "commands/UtilActions.h"
+#include "document/Changes.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "plugin/base/CommandStrings.h"
@@ -8,7 +9,6 @@
 #include "plugin/session/ActiveNode.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
-#include "plugin/session/Timeline.h"
 
 #include <QLatin1String>
 #include <algorithm>
@@ -35,13 +35,11 @@ QColor& ghostColor(const char* flag) {
 }
 
 MStatus ghostsChanged() {
-    if (BaseNode* node = activeNode()) {
-        const auto document = node->layerManager();
+    const BaseNode* node = activeNode();
+    const auto document = node ? node->layerManager() : nullptr;
+    if (document)
         document->markCameraModified(document->currentCamera());
-        node->forceRedraw();
-    }
-    updateMainMenu();
-    panels().refreshToolbox();
+    tell(Change::Ghosting, document.get());
     return MS::kSuccess;
 }
 
@@ -108,8 +106,7 @@ MStatus setTimelineDisplay(const MArgDatabase& args, const char* flag) {
         return MS::kFailure;
     }
     settings().timelineFrameDisplay = static_cast<int>(mode);
-    refreshTimeline();
-    updateMainMenu();
+    tell(Change::TimelineDisplay);
     return MS::kSuccess;
 }
 
@@ -119,7 +116,7 @@ MStatus queryTimelineDisplay(const MArgDatabase&, const char*) {
 }
 
 MStatus refreshTimelineDisplay(const MArgDatabase&, const char*) {
-    refreshTimeline();
+    tell(Change::TimelineAsked);
     return MS::kSuccess;
 }
 

@@ -1,4 +1,5 @@
 #include "commands/UtilActions.h"
+#include "document/Changes.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "plugin/base/CommandStrings.h"
@@ -48,10 +49,7 @@ MStatus openLayerProperties(const MArgDatabase&, const char*) {
 }
 
 MStatus refreshLayerManager(const MArgDatabase&, const char*) {
-    if (const BaseNode* node = activeNode())
-        panels().refreshLayerManager(*node->layerManager());
-    else
-        panels().clearLayerManager();
+    tell(Change::LayersAsked);
     return MS::kSuccess;
 }
 

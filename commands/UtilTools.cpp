@@ -1,4 +1,5 @@
 #include "commands/UtilActions.h"
+#include "document/Changes.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Names.h"
@@ -6,7 +7,6 @@
 #include "plugin/base/Settings.h"
 #include "plugin/base/Tool.h"
 #include "plugin/base/ToolOptions.h"
-#include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 
 #include <QHash>
@@ -80,9 +80,7 @@ MStatus chooseTool(const MArgDatabase& args, const char* flag) {
     if (status != MS::kSuccess)
         return status;
     settings().activeTool = static_cast<int>(toolOfFlag(flag));
-    updateMainMenu();
-    panels().refreshToolbox();
-    panels().refreshToolOptions();
+    tell(Change::Tool);
     return MS::kSuccess;
 }
 
@@ -91,7 +89,7 @@ MStatus setDrawColor(const MArgDatabase& args, const char* flag) {
     if (!readColor(args, flag, color))
         return MS::kFailure;
     settings().activeColor = color;
-    panels().refreshToolbox();
+    tell(Change::Color);
     return MS::kSuccess;
 }
 
@@ -113,8 +111,7 @@ MStatus setToolOptions(const MArgDatabase& args, const char* flag) {
     } else if (tool == Tool::Text) {
         settings().textFontFamily = stringArgument(args, flag, 2);
     }
-    panels().refreshToolOptions();
-    panels().refreshToolbox();
+    tell(Change::ToolOptions);
     return MS::kSuccess;
 }
 

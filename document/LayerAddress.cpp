@@ -1,6 +1,6 @@
 #include "document/LayerAddress.h"
 
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 #include "document/Layer.h"
 #include "document/LayerManager.h"
 #include "plugin/base/Report.h"
@@ -41,7 +41,7 @@ bool LayerAddress::requireCamera() const {
         report::error(QStringLiteral("Camera not specified"));
         return false;
     }
-    if (!documentObserver().cameraExists(camera_)) {
+    if (!documentEnvironment().cameraExists(camera_)) {
         report::error(QStringLiteral("Camera does not exist: %1").arg(camera_));
         return false;
     }

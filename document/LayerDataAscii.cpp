@@ -1,3 +1,4 @@
+#include "document/Changes.h"
 #include "document/IntTime.h"
 #include "document/LayerDataFormat.h"
 #include "document/LayerManager.h"
@@ -223,7 +224,7 @@ MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index) 
     if (reader.isAtEnd()) {
         return MS::kFailure;
     }
-    const LayerManager::ChangeGroup oneChange(manager);
+    const ChangeGroup oneChange;
     int version = 0;
     if (!reader.integer(version, "Invalid version")) {
         return MS::kFailure;

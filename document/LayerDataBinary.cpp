@@ -1,3 +1,4 @@
+#include "document/Changes.h"
 #include "document/IntTime.h"
 #include "document/LayerDataFormat.h"
 #include "document/LayerManager.h"
@@ -230,7 +231,7 @@ MStatus writeBinary(const LayerManager& manager, std::ostream& out) {
 }
 
 MStatus readBinary(LayerManager& manager, std::istream& in, unsigned length) {
-    const LayerManager::ChangeGroup oneChange(manager);
+    const ChangeGroup oneChange;
     PartReader reader(in, length);
     readDocument(reader, manager);
     reader.skipRest();

@@ -1,9 +1,10 @@
 #include "document/LayerManager.h"
 
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
+#include "document/DocumentEnvironment.h"
 #include "document/IntTime.h"
-#include "tools/raster/PixelRows.h"
 #include "plugin/base/Report.h"
+#include "tools/raster/PixelRows.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,22 +12,12 @@
 namespace vellum {
 
 LayerManager::LayerManager() = default;
-LayerManager::~LayerManager() = default;
-
-LayerManager::ChangeGroup::ChangeGroup(LayerManager& manager) : manager_(manager) {
-    ++manager_.changeGroups_;
-}
-
-LayerManager::ChangeGroup::~ChangeGroup() {
-    if (--manager_.changeGroups_ == 0 && std::exchange(manager_.changePending_, false)) {
-        documentObserver().documentChanged(manager_);
-    }
+LayerManager::~LayerManager() {
+    forgetChanges(*this);
 }
 
 void LayerManager::changeStep() {
-    changePending_ = true;
-    // An operation that consists of others still makes one step.
-    const ChangeGroup group(*this);
+    tell(Change::Layers, this);
 }
 
 const LayerManager::Camera* LayerManager::find(const QString& camera) const {
@@ -114,7 +105,7 @@ int LayerManager::insertLayer(const QString& camera, int index, std::unique_ptr<
     if (!layer) {
         return -1;
     }
-    const ChangeGroup group(*this);
+    const ChangeGroup group;
     Camera& target = cameras_[camera];
     const int count = static_cast<int>(target.layers.size());
     const int at = index < 0 || index >= count ? count : index;
@@ -141,7 +132,7 @@ std::unique_ptr<Layer> LayerManager::takeLayer(const QString& camera, int index)
     if (!isValidLayer(camera, index)) {
         return nullptr;
     }
-    const ChangeGroup group(*this);
+    const ChangeGroup group;
     const int active = activeLayerIndex(camera);
     std::vector<std::unique_ptr<Layer>>& layers = find(camera)->layers;
     auto taken = std::move(layers[static_cast<std::size_t>(index)]);
@@ -197,14 +188,14 @@ int LayerManager::moveLayer(const QString& camera, int from, int to) {
 
 int LayerManager::moveLayerToCamera(const QString& camera, int index, const QString& newCamera,
                                     int newIndex) {
-    if (!documentObserver().cameraExists(newCamera)) {
+    if (!documentEnvironment().cameraExists(newCamera)) {
         report::error(QStringLiteral("Camera does not exist: %1").arg(newCamera));
         return -1;
     }
     if (reportInvalidLayer(camera, index)) {
         return -1;
     }
-    const ChangeGroup group(*this);
+    const ChangeGroup group;
     auto moved = takeLayer(camera, index);
     moved->setActive(false);
     return insertLayer(newCamera, newIndex, std::move(moved));
@@ -232,8 +223,9 @@ void LayerManager::setLayerOpacity(const QString& camera, int index, float opaci
     }
     const float before = found->opacity();
     found->setOpacity(opacity);
-    if (found->opacity() != before && camera == currentCamera_ && found->isActive()) {
-        documentObserver().activeLayerOpacityChanged(found->opacity());
+    if (found->opacity() != before) {
+        const bool isTarget = camera == currentCamera_ && found->isActive();
+        tell(isTarget ? Change::Opacity | Change::ActiveOpacity : Change::Opacity, this);
     }
 }
 
@@ -313,7 +305,7 @@ void LayerManager::restoreCurrentCamera(const QString& current, const QString& p
 }
 
 void LayerManager::RefreshActiveCamera() {
-    const QString camera = documentObserver().currentCamera();
+    const QString camera = documentEnvironment().currentCamera();
     // Without an active view (batch mode, all panels torn off) the last camera stays.
     if (!camera.isEmpty()) {
         setCurrentCamera(camera);

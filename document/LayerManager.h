@@ -18,6 +18,7 @@
 #include <QString>
 #include <QStringList>
 #include <map>
+#include <maya/MObjectHandle.h>
 #include <memory>
 #include <set>
 #include <vector>
@@ -30,6 +31,10 @@ class LayerManager : public QObject {
 public:
     LayerManager();
     ~LayerManager() override;
+
+    /// The node that holds the document, as far as it has introduced itself.
+    const MObjectHandle& holder() const { return holder_; }
+    void setHolder(const MObjectHandle& node) { holder_ = node; }
 
     /// The mark of the scene's main drawing: the first node that carries it is the active one.
     bool isMaster() const { return master_; }
@@ -103,6 +108,11 @@ public:
     /// timeChanged() may skip it.
     void collectFrameTimes(const QString& camera, QList<int>& times);
 
+    // Frames of any layer, for edits; see Layer. False, changing nothing, without the layer.
+    bool exchangeFrames(const QString& camera, int index, const std::vector<MTime>& leaving,
+                        std::vector<std::unique_ptr<Frame>>& frames);
+    bool shiftFrames(const QString& camera, int index, const std::vector<Layer::Shift>& shifts);
+
     /// The frame shown now, null when there is none.
     Frame* currentFrame(const QString& camera) const;
 
@@ -163,18 +173,6 @@ public:
     /// Format_RGBA8888.
     static void tintImage(QImage& image, const QColor& color);
 
-    /// Groups changes: one change step at the end instead of one for each.
-    class ChangeGroup {
-    public:
-        explicit ChangeGroup(LayerManager& manager);
-        ~ChangeGroup();
-        ChangeGroup(const ChangeGroup&) = delete;
-        ChangeGroup& operator=(const ChangeGroup&) = delete;
-
-    private:
-        LayerManager& manager_;
-    };
-
 public Q_SLOTS:
     /// The camera of the active 3D view becomes the current camera.
     void RefreshActiveCamera();
@@ -189,6 +187,7 @@ private:
     Camera* find(const QString& camera);
     bool adoptCamera(const QString& camera);
     void changeStep();
+    bool framesChanged(bool done);
     bool reportInvalidLayer(const QString& camera, int index) const;
     const StrokeSession* strokeOn(const QString& camera, const Layer& layer) const;
     Stroke* begin(const QString& camera, int tool, const QColor& color);
@@ -201,12 +200,11 @@ private:
     std::set<QString> modifiedCameras_;
     QString currentCamera_;
     QString previousCamera_;
+    MObjectHandle holder_;
     bool master_ = false;
     bool wasPlaying_ = false;
     const Layer* collectedLayer_ = nullptr; ///< only compared; by the last collectFrameTimes()
     int collectedTime_ = 0;
-    int changeGroups_ = 0;
-    bool changePending_ = false;
 
     std::unique_ptr<StrokeSession> stroke_;
     QString strokeCamera_;

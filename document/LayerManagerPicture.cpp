@@ -1,5 +1,6 @@
 // The part of LayerManager that draws: the stroke in progress and the picture of a camera.
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
+#include "document/DocumentEnvironment.h"
 #include "document/LayerManager.h"
 #include "plugin/base/Settings.h"
 
@@ -74,6 +75,7 @@ bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
     if (updateGhosts(*find(camera))) {
         markCameraModified(camera);
     }
+    tell(Change::Pixels, this);
     return true;
 }
 
@@ -127,7 +129,7 @@ bool LayerManager::updateGhosts(Camera& camera) {
         }
     }
     return camera.composite->ghosts().update(
-        active, GhostOptions::fromSettings(documentObserver().isPlaying()));
+        active, GhostOptions::fromSettings(documentEnvironment().isPlaying()));
 }
 
 QRect LayerManager::collectChanges(const QString& name, Camera& camera) {
@@ -157,7 +159,7 @@ QRect LayerManager::collectChanges(const QString& name, Camera& camera) {
     }
     // Ghosts stand still during a stroke, but playback takes them away all the same.
     const bool noGhosts =
-        settings().disableGhostingDuringPlayback && documentObserver().isPlaying();
+        settings().disableGhostingDuringPlayback && documentEnvironment().isPlaying();
     if ((!strokeHere || noGhosts) && updateGhosts(camera)) {
         changed = Layer::wholeCanvas();
     }

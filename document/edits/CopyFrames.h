@@ -21,7 +21,6 @@ public:
                std::shared_ptr<FrameClipboard> clipboard);
 
     bool isUndoable() const override { return false; }
-    bool changesDrawing() const override { return false; }
 
 private:
     bool doExecute(LayerManager& document) override;

@@ -1,6 +1,6 @@
 #include "document/edits/Edit.h"
 
-#include "document/LayerManager.h"
+#include "document/Changes.h"
 
 #include <cassert>
 
@@ -10,7 +10,7 @@ Edit::~Edit() = default;
 
 bool Edit::execute(LayerManager& document) {
     assert(state_ == State::New);
-    const LayerManager::ChangeGroup group(document);
+    const ChangeGroup group;
     if (!doExecute(document)) {
         return false;
     }
@@ -20,7 +20,7 @@ bool Edit::execute(LayerManager& document) {
 
 bool Edit::undo(LayerManager& document) {
     assert(state_ == State::Done && isUndoable());
-    const LayerManager::ChangeGroup group(document);
+    const ChangeGroup group;
     if (!doUndo(document)) {
         return false;
     }
@@ -30,7 +30,7 @@ bool Edit::undo(LayerManager& document) {
 
 bool Edit::redo(LayerManager& document) {
     assert(state_ == State::Undone);
-    const LayerManager::ChangeGroup group(document);
+    const ChangeGroup group;
     if (!doRedo(document)) {
         return false;
     }

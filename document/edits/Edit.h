@@ -26,9 +26,6 @@ public:
     /// False for edits that need not, or cannot, be taken back.
     virtual bool isUndoable() const { return true; }
 
-    /// False for edits after which the drawing is what it was.
-    virtual bool changesDrawing() const { return true; }
-
     /// Index that the command returns; -1 for none.
     int result() const { return result_; }
 

@@ -36,21 +36,22 @@ bool FrameExchange::refuseLocked(const Layer& layer) const {
     return true;
 }
 
-bool FrameExchange::exchange(Layer& layer) {
+bool FrameExchange::exchange(LayerManager& document) {
     std::vector<MTime> back;
     back.reserve(entering_.size());
     for (const auto& frame : entering_) {
         back.push_back(frame->time());
     }
-    if (!layer.exchangeFrames(leaving_, entering_)) {
+    if (!document.exchangeFrames(address_.camera(), address_.index(document), leaving_,
+                                 entering_)) {
         return false;
     }
     leaving_ = std::move(back);
     return true;
 }
 
-bool FrameExchange::exchangeOrReport(Layer& layer) {
-    if (exchange(layer)) {
+bool FrameExchange::exchangeOrReport(LayerManager& document) {
+    if (exchange(document)) {
         return true;
     }
     report::error(QStringLiteral("The frames of the layer have changed since."));
@@ -58,13 +59,13 @@ bool FrameExchange::exchangeOrReport(Layer& layer) {
 }
 
 bool FrameExchange::doExecute(LayerManager& document) {
-    Layer* layer = address_.resolve(document);
+    const Layer* layer = address_.resolve(document);
     if (!layer || refuseLocked(*layer)) {
         return false;
     }
     leaving_.clear();
     entering_.clear();
-    if (!plan(*layer) || !exchangeOrReport(*layer)) {
+    if (!plan(*layer) || !exchangeOrReport(document)) {
         return false;
     }
     address_.bind(document, address_.index(document));
@@ -72,16 +73,15 @@ bool FrameExchange::doExecute(LayerManager& document) {
 }
 
 bool FrameExchange::doRedo(LayerManager& document) {
-    Layer* layer = address_.resolve(document);
-    return layer && !refuseLocked(*layer) && exchangeOrReport(*layer);
+    const Layer* layer = address_.resolve(document);
+    return layer && !refuseLocked(*layer) && exchangeOrReport(document);
 }
 
 bool FrameExchange::doUndo(LayerManager& document) {
-    Layer* layer = address_.resolve(document);
-    if (!layer) {
+    if (!address_.resolve(document)) {
         return false;
     }
-    if (!exchange(*layer)) {
+    if (!exchange(document)) {
         report::error(undoFailedMessage());
         return false;
     }

@@ -34,13 +34,13 @@ protected:
     void take(const Frame& frame) { leaving_.push_back(frame.time()); }
     void put(std::unique_ptr<Frame> frame) { entering_.push_back(std::move(frame)); }
 
-    bool exchange(Layer& layer);
+    bool exchange(LayerManager& document);
     bool refuseLocked(const Layer& layer) const;
 
     LayerAddress address_;
 
 private:
-    bool exchangeOrReport(Layer& layer);
+    bool exchangeOrReport(LayerManager& document);
 
     std::vector<MTime> leaving_;
     std::vector<std::unique_ptr<Frame>> entering_; ///< those out of the layer

@@ -7,20 +7,16 @@
 
 namespace vellum {
 
-namespace {
-
-bool shift(Layer& layer, const std::vector<Layer::Shift>& shifts) {
-    if (!layer.shiftFrames(shifts)) {
+bool FrameShift::shift(LayerManager& document, const std::vector<Layer::Shift>& shifts) const {
+    if (!document.shiftFrames(address_.camera(), address_.index(document), shifts)) {
         report::error(QStringLiteral("The frames of the layer have changed since."));
         return false;
     }
     return true;
 }
 
-} // namespace
-
-Layer* FrameShift::unlockedLayer(const LayerManager& document) const {
-    Layer* layer = address_.resolve(document);
+const Layer* FrameShift::unlockedLayer(const LayerManager& document) const {
+    const Layer* layer = address_.resolve(document);
     if (layer && layer->state() == layer_state::kLocked) {
         report::error(lockedMessage());
         return nullptr;
@@ -29,9 +25,9 @@ Layer* FrameShift::unlockedLayer(const LayerManager& document) const {
 }
 
 bool FrameShift::doExecute(LayerManager& document) {
-    Layer* layer = unlockedLayer(document);
+    const Layer* layer = unlockedLayer(document);
     auto shifts = layer ? plan(*layer) : std::nullopt;
-    if (!shifts || !shift(*layer, *shifts)) {
+    if (!shifts || !shift(document, *shifts)) {
         return false;
     }
     shifts_ = std::move(*shifts);
@@ -40,17 +36,17 @@ bool FrameShift::doExecute(LayerManager& document) {
 }
 
 bool FrameShift::doRedo(LayerManager& document) {
-    Layer* layer = unlockedLayer(document);
-    return layer && shift(*layer, shifts_);
+    const Layer* layer = unlockedLayer(document);
+    return layer && shift(document, shifts_);
 }
 
 bool FrameShift::doUndo(LayerManager& document) {
-    Layer* layer = address_.resolve(document);
+    const Layer* layer = address_.resolve(document);
     std::vector<Layer::Shift> back = shifts_;
     for (Layer::Shift& one : back) {
         std::swap(one.from, one.to);
     }
-    return layer && shift(*layer, back);
+    return layer && shift(document, back);
 }
 
 } // namespace vellum

@@ -25,7 +25,8 @@ protected:
     LayerAddress address_;
 
 private:
-    Layer* unlockedLayer(const LayerManager& document) const;
+    const Layer* unlockedLayer(const LayerManager& document) const;
+    bool shift(LayerManager& document, const std::vector<Layer::Shift>& shifts) const;
 
     std::vector<Layer::Shift> shifts_;
 };

@@ -36,10 +36,8 @@ bool InsertFrames::addFirstLayer(LayerManager& document) {
         return false;
     }
     address_.bind(document, added_.layerIndex(document));
-    Layer& layer = *address_.resolve(document);
-    plan(layer);
-    exchange(layer);
-    return true;
+    return plan(*document.layer(address_.camera(), added_.layerIndex(document))) &&
+           exchange(document);
 }
 
 bool InsertFrames::doUndo(LayerManager& document) {

@@ -1,6 +1,6 @@
 #include "document/edits/MoveAllLayers.h"
 
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 #include "document/LayerManager.h"
 #include "plugin/base/Report.h"
 
@@ -14,7 +14,7 @@ MoveAllLayers::MoveAllLayers(QString camera, QString target)
 }
 
 bool MoveAllLayers::change(LayerManager& document) {
-    if (!documentObserver().cameraExists(target_)) {
+    if (!documentEnvironment().cameraExists(target_)) {
         report::error(QStringLiteral("Camera does not exist: %1").arg(target_));
         return false;
     }

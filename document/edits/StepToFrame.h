@@ -15,8 +15,6 @@ public:
 
     explicit StepToFrame(Direction direction) : direction_(direction) {}
 
-    bool changesDrawing() const override { return false; }
-
 private:
     bool doExecute(LayerManager& document) override;
     bool doUndo(LayerManager& document) override;

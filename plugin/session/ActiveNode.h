@@ -3,6 +3,7 @@
 // once, never keep them across events.
 #pragma once
 
+#include "document/Changes.h"
 #include "document/edits/TargetAdditions.h"
 #include "node/NodeSearch.h"
 
@@ -49,11 +50,13 @@ bool isTimeRangeVisible();
 /// Current time in whole frames of the current unit (document/IntTime.h).
 int currentFrame();
 
-/// Hands a new current frame to the overlay, to the node's document and to the transform tool.
-void updateNodeTime(BaseNode& node, int frame);
-
-/// updateNodeTime() of every node with the current frame.
+/// After a change of the scene's time: hands it to the overlay, to the document of every node and
+/// to the transform tool. One look over the scene.
 void propagateCurrentTime();
+
+/// After drawings may have come or gone, which may have been away while time went on: hands the
+/// time to all, in the same look, then tells what has happened (Drawings, Stepped).
+void drawingsChanged(Change happened);
 
 /// What the check before a stroke found or made.
 struct DrawingTarget {

@@ -6,7 +6,6 @@
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/ActiveNode.h"
-#include "plugin/session/Timeline.h"
 
 #include <maya/MAnimControl.h>
 #include <maya/MTime.h>
@@ -70,16 +69,13 @@ bool provideFrame(LayerManager& document, const QString& camera, int layer, Draw
 
 DrawingTarget drawingTarget(BaseNode& node, const QString& camera) {
     DrawingTarget target{nullptr, TargetAdditions(camera)};
+    const ChangeGroup group;
     const auto document = node.layerManager();
     if (camera.isEmpty() || !document || !provideFirstLayer(*document, camera, target))
         return target;
     const int layer = document->activeLayerIndex(camera);
     if (acceptsDrawing(*document, camera, layer) && provideFrame(*document, camera, layer, target))
         target.frame = document->currentFrame(camera);
-    if (target.added.hasFrame()) {
-        node.drawingChanged();
-        refreshTimeline();
-    }
     return target;
 }
 

@@ -1,13 +1,13 @@
 // The picture of a camera: equal to what QPainter paints, and equal however little of it was
 // painted anew.
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
-#include "tools/raster/PixelKernels.h"
-#include "tools/raster/PixelRows.h"
 #include "document/StrokeSession.h"
 #include "plugin/base/Settings.h"
 #include "support/Seed.h"
+#include "tools/raster/PixelKernels.h"
+#include "tools/raster/PixelRows.h"
 #include "tools/raster/StrokeImage.h"
 
 #include <QPainter>
@@ -226,22 +226,22 @@ TEST(Composite, GhostsEqualQPainterInEveryCombination) {
         }
         EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), expected), 2) << combination;
     }
-    class Playing : public DocumentObserver {
+    class Playing : public DocumentEnvironment {
         bool isPlaying() const override { return true; }
     } playing;
-    setDocumentObserver(&playing);
+    setDocumentEnvironment(&playing);
     EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), layers), 1)
         << "no ghosts during playback";
-    setDocumentObserver(nullptr);
+    setDocumentEnvironment(nullptr);
     rebuilt(manager);
     ASSERT_TRUE(manager.beginStroke(kCamera, tool::kBrush, Qt::red));
-    setDocumentObserver(&playing);
+    setDocumentEnvironment(&playing);
     EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), layers), 1)
         << "nor when it starts in the middle of a stroke";
     manager.discardStroke();
     chosen.disableGhostingDuringPlayback = false;
     EXPECT_GT(drawing::premultipliedDifference(rebuilt(manager), layers), 1);
-    setDocumentObserver(nullptr);
+    setDocumentEnvironment(nullptr);
 }
 
 TEST(Composite, PaintedInPartsEqualsPaintedWhole) {

@@ -1,5 +1,5 @@
 // What each frame operation does, refuses and brings back.
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
 #include "document/Retiming.h"
@@ -27,13 +27,13 @@ using Frames = std::vector<std::pair<int, int>>; // time, mark
 
 namespace op = frame_edit;
 
-class FrameOperations : public testing::Test, public DocumentObserver {
+class FrameOperations : public testing::Test, public DocumentEnvironment {
 protected:
     FrameOperations() {
-        setDocumentObserver(this);
+        setDocumentEnvironment(this);
         MAnimControl::setCurrentTime(fromIntTime(7));
     }
-    ~FrameOperations() override { setDocumentObserver(nullptr); }
+    ~FrameOperations() override { setDocumentEnvironment(nullptr); }
 
     bool cameraExists(const QString& camera) const override { return camera != missing; }
 

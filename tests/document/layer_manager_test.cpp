@@ -1,6 +1,7 @@
 // Layers of cameras: names, order, activity, moves, messages; long random sequences against a
 // trivial model.
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
+#include "document/DocumentEnvironment.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
 #include "plugin/base/Settings.h"
@@ -21,13 +22,25 @@ using testing::IsEmpty;
 
 namespace {
 
-class Observer : public DocumentObserver {
+class Observer : public DocumentEnvironment, public ChangeListener {
 public:
-    Observer() { setDocumentObserver(this); }
-    ~Observer() override { setDocumentObserver(nullptr); }
+    Observer() {
+        setDocumentEnvironment(this);
+        setChangeListener(this);
+    }
+    ~Observer() override {
+        setDocumentEnvironment(nullptr);
+        setChangeListener(nullptr);
+    }
 
-    void documentChanged(LayerManager&) override { ++changes; }
-    void activeLayerOpacityChanged(float opacity) override { opacities.push_back(opacity); }
+    void changed(Changes told, const std::vector<LayerManager*>& drawings) override {
+        EXPECT_EQ(drawings.size(), 1U);
+        changes += told.testFlag(Change::Layers) ? 1 : 0;
+        if (told.testFlag(Change::ActiveOpacity)) {
+            LayerManager& manager = *drawings.front();
+            opacities.push_back(manager.activeLayer(manager.currentCamera())->opacity());
+        }
+    }
     bool cameraExists(const QString& camera) const override { return camera != "gone"; }
     QString currentCamera() const override { return viewed; }
     bool isPlaying() const override { return playing; }

@@ -1,6 +1,6 @@
 // Thousands of random sequences of edits of layers and frames, with undo and redo, against a model
 // that is too simple to be wrong.
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 #include "document/Drawing.h"
 #include "document/TimelineModel.h"
 #include "document/edits/Edit.h"

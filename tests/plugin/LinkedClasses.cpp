@@ -1,7 +1,7 @@
 #include "plugin/LinkedClasses.h"
 
 #include "document/BaseNodeLayerData.h"
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/BaseNodeDrawOverride.h"
@@ -9,6 +9,7 @@
 #include "plugin/base/Names.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/Surfaces.h"
 
 #define MNoPluginEntry
 #define MNoVersionString
@@ -19,9 +20,14 @@
 
 namespace vellum::test {
 
+LinkedClasses::LinkedClasses() = default;
+LinkedClasses::~LinkedClasses() = default;
+
 void LinkedClasses::SetUp() {
     resetSettings();
     resetPluginState();
+    surfaces_ = std::make_unique<Surfaces>();
+    setChangeListener(surfaces_.get());
     ASSERT_TRUE(host::addDataType(kDataTypeName, BaseNodeLayerData::id, BaseNodeLayerData::creator,
                                   MPxData::kData, "linked"));
     ASSERT_TRUE(host::addNodeType(kNodeTypeName, BaseNode::id, BaseNode::creator,
@@ -38,6 +44,7 @@ void LinkedClasses::TearDown() {
                                                                         kDrawRegistrant));
     host::removeNodeType(kNodeTypeName);
     host::removeDataType(kDataTypeName);
+    setChangeListener(nullptr);
     resetSettings();
 }
 

@@ -171,7 +171,7 @@ void WatchedCommands::SetUp() {
     using host::script::Type;
     playProcedure("rvVlUpdateMainMenu", {Type::Int, Type::Int, Type::Int, Type::Int});
     playProcedure("rvVlCreateFloatingViewport", {Type::String});
-    setDocumentObserver(this);
+    setDocumentEnvironment(this);
     connectPanels(&panelLog);
     pluginState().timeline = &markerLog;
     pluginState().interactive = true;
@@ -181,7 +181,7 @@ void WatchedCommands::SetUp() {
 }
 
 void WatchedCommands::TearDown() {
-    setDocumentObserver(nullptr);
+    setDocumentEnvironment(nullptr);
     resetPluginState();
     for (const char* name : kCommands)
         EXPECT_TRUE(host::script::unregisterPluginCommand(name));

@@ -246,7 +246,7 @@ TEST_F(Target, RedrawingLeavesTheSceneAsSavedAsItWas) {
     ASSERT_TRUE(run(QStringLiteral("file -modified 0")));
     node().forceRedraw();
     EXPECT_EQ(number(QStringLiteral("file -q -modified")), 0);
-    node().drawingChanged();
+    tell(Change::Pixels, document().get());
     EXPECT_EQ(number(QStringLiteral("file -q -modified")), 1);
     node().forceRedraw();
     EXPECT_EQ(number(QStringLiteral("file -q -modified")), 1);

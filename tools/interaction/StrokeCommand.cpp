@@ -7,9 +7,7 @@
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
 #include "plugin/session/ActiveNode.h"
-#include "plugin/session/Timeline.h"
 
-#include <maya/M3dView.h>
 #include <maya/MArgDatabase.h>
 #include <maya/MStringArray.h>
 
@@ -19,14 +17,6 @@ namespace {
 
 constexpr char kLayerAdded[] = "-la";
 constexpr char kFrameAdded[] = "-fa";
-
-void showChange(BaseNode& node) {
-    node.drawingChanged();
-    MStatus status;
-    M3dView view = M3dView::active3dView(&status);
-    if (status == MS::kSuccess)
-        view.refresh();
-}
 
 } // namespace
 
@@ -79,22 +69,17 @@ MStatus StrokeCommand::doIt(const MArgList& args) {
     const MStatus status = parse(args);
     if (status != MS::kSuccess)
         return status;
-    BaseNode* node = activeNode();
+    const BaseNode* node = activeNode();
     const auto document = node ? node->layerManager() : nullptr;
     if (!document || !edit_->execute(*document))
         return MS::kFailure;
     document_ = document;
-    showChange(*node);
     return MS::kSuccess;
 }
 
 MStatus StrokeCommand::run(bool (Edit::*verb)(LayerManager&)) {
-    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
-    if (!node || !(*edit_.*verb)(*document_.lock()))
-        return MS::kFailure;
-    refreshTimeline();
-    showChange(*node);
-    return MS::kSuccess;
+    const bool there = nodeForUndo(document_.lock().get(), camera_) != nullptr;
+    return there && (*edit_.*verb)(*document_.lock()) ? MS::kSuccess : MS::kFailure;
 }
 
 MStatus StrokeCommand::undoIt() {

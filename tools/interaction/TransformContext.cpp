@@ -9,7 +9,6 @@
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/ActiveNode.h"
-#include "plugin/session/Timeline.h"
 #include "tools/interaction/DrawManagerScope.h"
 #include "tools/interaction/ViewMeasure.h"
 
@@ -336,12 +335,10 @@ void TransformContext::abortAction() {
 void TransformContext::cleanUp() {
     // The node may have been deleted: it comes back, with its document, when that is undone.
     if (const auto document = document_) {
-        const LayerManager::ChangeGroup group(*document);
+        const ChangeGroup group;
         if (strokeInProgress())
             document->discardStroke();
         added_.takeBackUntouched(*document);
-        if (added_.hasFrame())
-            refreshTimeline();
         if (BaseNode* worked = node())
             worked->forceRedraw();
     }

@@ -17,12 +17,11 @@ namespace vellum {
 
 namespace {
 
-/// State of a new layer, -1 when none was given.
-int stateArgument(const MArgDatabase& args) {
+/// State of a new layer, as far as one was given.
+std::optional<LayerState> stateArgument(const MArgDatabase& args) {
     if (!args.isFlagSet("-ls"))
-        return -1;
-    const int state = indexArgument(args, "-ls", 0);
-    return state > 2 ? 0 : state;
+        return std::nullopt;
+    return layerStateOf(indexArgument(args, "-ls", 0)).value_or(LayerState::Animated);
 }
 
 /// The flags of a property; both take the layer's index, the first one the value before it.

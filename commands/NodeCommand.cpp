@@ -97,7 +97,7 @@ void NodeCommand::parse(const MArgDatabase& args) {
     unsigned state = 0;
     if (args.isFlagSet("-layerState") &&
         args.getFlagArgument("-layerState", 0, state) == MS::kSuccess)
-        layerState_ = state > 2 ? 0 : static_cast<int>(state);
+        layerState_ = layerStateOf(state > 2 ? 0 : static_cast<int>(state));
 }
 
 MStatus NodeCommand::redoIt() {
@@ -191,8 +191,8 @@ void NodeCommand::addFirstLayer() {
     const int layer = document->addLayer(camera, -1, layerName_);
     if (layer < 0)
         return;
-    if (layerState_ >= 0)
-        document->setLayerState(camera, layer, layerState_);
+    if (layerState_)
+        document->setLayerState(camera, layer, *layerState_);
     if (!frame_)
         return;
     const auto range = sliderRange();

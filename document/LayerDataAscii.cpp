@@ -2,10 +2,10 @@
 #include "document/IntTime.h"
 #include "document/LayerDataFormat.h"
 #include "document/LayerManager.h"
-#include "tools/raster/PngCheck.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
+#include "tools/raster/PngCheck.h"
 
 #include <locale>
 #include <maya/MArgList.h>
@@ -54,7 +54,7 @@ void writeFrame(std::ostream& out, const Frame& frame) {
 void writeLayer(std::ostream& out, const Layer& layer) {
     writeString(out, layer.name());
     out << ' ' << layer.frameCount() << ' ' << (layer.isVisible() ? 1 : 0) << ' ' << layer.opacity()
-        << ' ' << layer.state();
+        << ' ' << numberOf(layer.state());
     for (int i = 0; i < layer.frameCount(); ++i) {
         writeFrame(out, *layer.frameAt(i));
     }
@@ -163,14 +163,15 @@ bool readLayer(ArgumentReader& reader, LayerManager& manager, const QString& cam
         !reader.decimal(opacity, "Invalid opacity (%1)") || !reader.integer(state, invalidState)) {
         return false;
     }
-    if (state < layer_state::kAnimated || state > layer_state::kLocked) {
+    const auto known = layerStateOf(state);
+    if (!known) {
         return reader.refuseLast(invalidState);
     }
     auto owned = std::make_unique<Layer>(name);
     Layer& layer = *owned;
     layer.setVisible(visible);
     layer.setOpacity(static_cast<float>(opacity));
-    layer.setState(state);
+    layer.setState(*known);
     manager.insertLayer(camera, -1, std::move(owned));
     for (int i = 0; i < frameCount; ++i) {
         if (!readFrame(reader, layer, i)) {

@@ -49,7 +49,7 @@ void writeLayer(std::ostream& out, const Layer& layer) {
     writeInt(out, layer.frameCount());
     writeBool(out, layer.isVisible());
     writeFloat(out, layer.opacity());
-    writeInt(out, layer.state());
+    writeInt(out, numberOf(layer.state()));
     for (int i = 0; i < layer.frameCount(); ++i) {
         const Frame& frame = *layer.frameAt(i);
         writeInt(out, frame.intTime());
@@ -175,8 +175,7 @@ void readLayer(PartReader& reader, LayerManager& manager, const QString& camera)
     Layer& layer = *owned;
     layer.setVisible(visible);
     layer.setOpacity(opacity);
-    const bool known = state >= layer_state::kAnimated && state <= layer_state::kLocked;
-    layer.setState(known ? state : layer_state::kAnimated);
+    layer.setState(layerStateOf(state).value_or(LayerState::Animated));
     manager.insertLayer(camera, -1, std::move(owned));
     for (int i = 0; i < frameCount && reader.isGood(); ++i) {
         readFrame(reader, layer);

@@ -229,9 +229,8 @@ void LayerManager::setLayerOpacity(const QString& camera, int index, float opaci
     }
 }
 
-void LayerManager::setLayerState(const QString& camera, int index, int state) {
-    Layer* found = layer(camera, index);
-    if (found && state >= layer_state::kAnimated && state <= layer_state::kLocked) {
+void LayerManager::setLayerState(const QString& camera, int index, LayerState state) {
+    if (Layer* found = layer(camera, index)) {
         found->setState(state);
         changeStep();
     }
@@ -254,9 +253,9 @@ float LayerManager::layerOpacity(const QString& camera, int index) const {
     return found ? found->opacity() : 0.0F;
 }
 
-int LayerManager::layerState(const QString& camera, int index) const {
+LayerState LayerManager::layerState(const QString& camera, int index) const {
     const Layer* found = layer(camera, index);
-    return found ? found->state() : 0;
+    return found ? found->state() : LayerState::Animated;
 }
 
 bool LayerManager::layerVisible(const QString& camera, int index) const {

@@ -70,11 +70,11 @@ public:
     void renameLayer(const QString& camera, int index, const QString& name);
     void restoreLayerName(const QString& camera, int index, const QString& name); ///< for undo
     void setLayerOpacity(const QString& camera, int index, float opacity);
-    void setLayerState(const QString& camera, int index, int state); ///< ignored outside 0..2
+    void setLayerState(const QString& camera, int index, LayerState state);
     void setLayerVisible(const QString& camera, int index, bool visible);
     QString layerName(const QString& camera, int index) const;
     float layerOpacity(const QString& camera, int index) const;
-    int layerState(const QString& camera, int index) const;
+    LayerState layerState(const QString& camera, int index) const;
     bool layerVisible(const QString& camera, int index) const;
 
     /// The name itself when no layer of any camera has it, else "Layer 1", "Layer 2", ...

@@ -38,7 +38,7 @@ Stroke* LayerManager::beginTransform(const QString& camera, const RegionTransfor
 Stroke* LayerManager::begin(const QString& camera, int tool, const QColor& color) {
     discardStroke();
     const Layer* active = activeLayer(camera);
-    if (!active || active->state() == layer_state::kLocked || !active->hasFrameAtCurrentTime() ||
+    if (!active || active->state() == LayerState::Locked || !active->hasFrameAtCurrentTime() ||
         !active->currentFrame()) {
         return nullptr;
     }
@@ -56,7 +56,7 @@ Stroke* LayerManager::begin(const QString& camera, int tool, const QColor& color
 bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
     Layer* active = activeLayer(camera);
     Frame* frame = active ? active->currentFrame() : nullptr;
-    if (!stroke_ || strokeCamera_ != camera || !frame || active->state() == layer_state::kLocked) {
+    if (!stroke_ || strokeCamera_ != camera || !frame || active->state() == LayerState::Locked) {
         return false;
     }
     // A region of one frame means nothing in another.

@@ -6,7 +6,8 @@
 
 namespace vellum {
 
-AddLayer::AddLayer(const QString& camera, int index, QString name, int state, Then then)
+AddLayer::AddLayer(const QString& camera, int index, QString name, std::optional<LayerState> state,
+                   Then then)
     : address_(camera), name_(std::move(name)), index_(index), state_(state), then_(then) {
 }
 
@@ -18,8 +19,8 @@ bool AddLayer::change(LayerManager& document) {
     if (result() < 0) {
         return false;
     }
-    if (state_ >= 0) {
-        document.setLayerState(address_.camera(), result(), state_);
+    if (state_) {
+        document.setLayerState(address_.camera(), result(), *state_);
     }
     finish(document);
     return true;

@@ -2,6 +2,7 @@
 // same back.
 #pragma once
 
+#include "document/Layer.h"
 #include "document/edits/LayerEdit.h"
 
 namespace vellum {
@@ -10,8 +11,9 @@ class AddLayer : public LayerEdit {
 public:
     enum class Then { Nothing, MakeItActive };
 
-    /// Index < 0: on top. State < 0: that of new layers.
-    AddLayer(const QString& camera, int index, QString name, int state, Then then);
+    /// Index < 0: on top. No state: that of new layers.
+    AddLayer(const QString& camera, int index, QString name, std::optional<LayerState> state,
+             Then then);
     ~AddLayer() override;
 
 private:
@@ -23,7 +25,7 @@ private:
     LayerAddress address_;
     QString name_;
     int index_;
-    int state_;
+    std::optional<LayerState> state_;
     Then then_;
     std::unique_ptr<Layer> layer_; ///< while undone
     ActiveLayers before_;

@@ -29,7 +29,7 @@ QString FrameExchange::undoFailedMessage() const {
 }
 
 bool FrameExchange::refuseLocked(const Layer& layer) const {
-    if (layer.state() != layer_state::kLocked) {
+    if (layer.state() != LayerState::Locked) {
         return false;
     }
     report::error(lockedMessage());

@@ -17,7 +17,7 @@ bool FrameShift::shift(LayerManager& document, const std::vector<Layer::Shift>& 
 
 const Layer* FrameShift::unlockedLayer(const LayerManager& document) const {
     const Layer* layer = address_.resolve(document);
-    if (layer && layer->state() == layer_state::kLocked) {
+    if (layer && layer->state() == LayerState::Locked) {
         report::error(lockedMessage());
         return nullptr;
     }

@@ -11,11 +11,13 @@
 
 namespace vellum::layer_edit {
 
-std::unique_ptr<Edit> add(const QString& camera, const QString& name, int state) {
+std::unique_ptr<Edit> add(const QString& camera, const QString& name,
+                          std::optional<LayerState> state) {
     return std::make_unique<AddLayer>(camera, -1, name, state, AddLayer::Then::MakeItActive);
 }
 
-std::unique_ptr<Edit> insert(const QString& camera, int index, const QString& name, int state) {
+std::unique_ptr<Edit> insert(const QString& camera, int index, const QString& name,
+                             std::optional<LayerState> state) {
     return std::make_unique<AddLayer>(camera, index, name, state, AddLayer::Then::Nothing);
 }
 

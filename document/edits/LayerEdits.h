@@ -2,6 +2,7 @@
 // first execution.
 #pragma once
 
+#include "document/Layer.h"
 #include "document/edits/LayerProperty.h"
 
 #include <QString>
@@ -13,9 +14,11 @@ class Edit;
 
 namespace layer_edit {
 
-/// On top of the stack, and the drawing target. state < 0: the state of new layers.
-std::unique_ptr<Edit> add(const QString& camera, const QString& name, int state);
-std::unique_ptr<Edit> insert(const QString& camera, int index, const QString& name, int state);
+/// On top of the stack, and the drawing target. no state: that of new layers.
+std::unique_ptr<Edit> add(const QString& camera, const QString& name,
+                          std::optional<LayerState> state);
+std::unique_ptr<Edit> insert(const QString& camera, int index, const QString& name,
+                             std::optional<LayerState> state);
 std::unique_ptr<Edit> remove(const QString& camera, int index);
 std::unique_ptr<Edit> removeAll(const QString& camera);
 std::unique_ptr<Edit> move(const QString& camera, int from, int to);

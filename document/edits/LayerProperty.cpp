@@ -17,11 +17,11 @@ constexpr auto putVisible = put<bool, bool, &LayerManager::setLayerVisible>;
 constexpr auto putOpacity = put<float, float, &LayerManager::setLayerOpacity>;
 
 LayerValue stateOf(const Layer& layer) {
-    return static_cast<unsigned>(layer.state());
+    return static_cast<unsigned>(numberOf(layer.state()));
 }
 
 void putState(LayerManager& document, const QString& camera, int index, const LayerValue& value) {
-    document.setLayerState(camera, index, static_cast<int>(std::get<unsigned>(value)));
+    document.setLayerState(camera, index, static_cast<LayerState>(std::get<unsigned>(value)));
 }
 
 } // namespace
@@ -37,7 +37,7 @@ const LayerProperty kVisible{[](const Layer& layer) { return LayerValue(layer.is
                              putVisible, putVisible, 0, nullptr};
 const LayerProperty kOpacity{[](const Layer& layer) { return LayerValue(layer.opacity()); },
                              putOpacity, putOpacity, 0, nullptr};
-const LayerProperty kState{stateOf, putState, putState, 2, "Invalid state value: %1"};
+const LayerProperty kState{stateOf, putState, putState, numberOf(LayerState::Locked), "Invalid state value: %1"};
 // clang-format on
 
 } // namespace layer_property

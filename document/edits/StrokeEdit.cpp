@@ -12,7 +12,7 @@ namespace {
 /// Where the frame made for a stroke lies: the one now drawn on, which also holds when the scene's
 /// time has moved since the press.
 MTime addedFrameTime(const Layer& layer) {
-    if (layer.state() == layer_state::kStatic) {
+    if (layer.state() == LayerState::Static) {
         return {static_cast<double>(settings().defaultStaticFrameTime), MTime::uiUnit()};
     }
     const Frame* frame = layer.currentFrame();

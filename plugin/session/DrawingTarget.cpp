@@ -39,7 +39,7 @@ bool acceptsDrawing(const LayerManager& document, const QString& camera, int lay
         report::error(QStringLiteral("Active layer is not visible."));
         return false;
     }
-    if (document.layerState(camera, layer) == layer_state::kLocked) {
+    if (document.layerState(camera, layer) == LayerState::Locked) {
         report::error(QStringLiteral("Active layer is locked."));
         return false;
     }
@@ -50,7 +50,7 @@ bool acceptsDrawing(const LayerManager& document, const QString& camera, int lay
 bool provideFrame(LayerManager& document, const QString& camera, int layer, DrawingTarget& target) {
     if (document.hasFrameAtCurrentTime(camera))
         return true;
-    if (document.layerState(camera, layer) == layer_state::kStatic) {
+    if (document.layerState(camera, layer) == LayerState::Static) {
         const MTime time(static_cast<double>(settings().defaultStaticFrameTime), MTime::uiUnit());
         if (!settings().insertDefaultStaticFrame ||
             settings().defaultStaticFrameTime > currentFrame()) {

@@ -421,7 +421,7 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     } cases[] = {{1, 0, 1, false}, {4, 0, 1, false}, {5, 0, 1, true},  {4, 1, 1, true},
                  {2, 1, 1, false}, {5, 2, 1, false}, {5, 0, 8, false}, {5, 0, -1, false}};
     for (const auto& one : cases) {
-        layer.setState(one.state);
+        layer.setState(LayerState(one.state));
         drawing::goTo(manager, one.time);
         EXPECT_EQ(manager.beginStroke(kCamera, one.tool, Qt::red) != nullptr, one.begins)
             << one.time << ' ' << one.state << ' ' << one.tool;
@@ -430,7 +430,7 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     EXPECT_FALSE(manager.commitStroke(kCamera, undo)) << "there is no stroke";
 
     // An eraser works on a whole picture: on another one it erases, and does not replace it.
-    layer.setState(layer_state::kAnimated);
+    layer.setState(LayerState::Animated);
     drawing::goTo(manager, 3);
     Stroke* stroke = manager.beginStroke(kCamera, tool::kEraser, Qt::red);
     ASSERT_TRUE(stroke);

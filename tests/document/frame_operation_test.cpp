@@ -101,19 +101,19 @@ TEST_F(FrameOperations, InsertFillsTheGapsOfTheRange) {
 }
 
 TEST_F(FrameOperations, InsertGivesACameraItsFirstLayer) {
-    settings().defaultLayerState = layer_state::kStatic;
+    settings().defaultLayerState = numberOf(LayerState::Static);
     draw({1}, 1, "other");
     document.renameLayer("other", 0, "Layer");
     const auto insert = op::insert("cam", {7, 8});
     for (const Verb verb : {&Edit::execute, &Edit::redo}) {
         ASSERT_TRUE(does(insert, verb));
         EXPECT_EQ(document.layerName("cam", 0), "Layer 1");
-        EXPECT_EQ(document.layerState("cam", 0), layer_state::kStatic);
+        EXPECT_EQ(document.layerState("cam", 0), LayerState::Static);
         EXPECT_EQ(document.activeLayerIndex("cam"), 0);
         EXPECT_EQ(frames(), (Frames{{7, 0}, {8, 0}}));
         ASSERT_TRUE(insert->undo(document));
         EXPECT_EQ(document.cameraLayerCount("cam"), 0);
-        settings().defaultLayerState = layer_state::kAnimated;
+        settings().defaultLayerState = numberOf(LayerState::Animated);
     }
     EXPECT_EQ(document.currentCamera(), "other");
 
@@ -135,13 +135,13 @@ TEST_F(FrameOperations, DuplicateCopiesThePreviousDrawing) {
     draw({1, 5, 9});
     undoable(op::duplicate("cam"), {{1, 1}, {5, 2}, {7, 2}, {9, 3}});
     refuses(op::duplicate("cam"), "A frame already exists at the current time.");
-    document.setLayerState("cam", 0, layer_state::kStatic);
+    document.setLayerState("cam", 0, LayerState::Static);
     document.takeFrameAt("cam", 7);
     refuses(op::duplicate("cam"), "A frame already exists at the current time.");
     draw({8, 20}, 4, "later");
     refuses(op::duplicate("later"), "");
 
-    document.setLayerState("cam", 0, layer_state::kAnimated);
+    document.setLayerState("cam", 0, LayerState::Animated);
     const auto duplicate = op::duplicate("cam");
     ASSERT_TRUE(does(duplicate));
     document.takeFrameAt("cam", 7);
@@ -270,7 +270,7 @@ TEST_F(FrameOperations, RetimeRefusesWhatDoesNotFit) {
 TEST_F(FrameOperations, LockedLayersRefuseEveryChange) {
     draw({1, 8});
     ASSERT_TRUE(does(op::copy("cam", {1, 1}, clipboard)));
-    document.setLayerState("cam", 0, layer_state::kLocked);
+    document.setLayerState("cam", 0, LayerState::Locked);
     refuses(op::insert("cam", {3, 4}), "Cannot add frames to a locked layer");
     refuses(op::duplicate("cam"), "Cannot duplicate frames on a locked layer");
     refuses(op::remove("cam", {1, 8}), "Cannot remove frames from a locked layer");

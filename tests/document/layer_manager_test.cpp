@@ -88,7 +88,7 @@ TEST(LayerManager, NewLayersTakeTheStateOfTheSettingWhenItIsOne) {
     for (const auto& [setting, state] : {std::pair{1, 1}, {2, 2}, {3, 0}, {-1, 0}}) {
         settings().defaultLayerState = setting;
         const int index = manager.addLayer("cam", -1, "");
-        EXPECT_EQ(manager.layerState("cam", index), state) << setting;
+        EXPECT_EQ(numberOf(manager.layerState("cam", index)), state) << setting;
     }
 }
 
@@ -143,10 +143,9 @@ TEST(LayerManager, RefusalsSayWhyAndChangeNothing) {
     EXPECT_TRUE(manager.setActiveLayer("empty", -1, false));
     EXPECT_EQ(manager.layerName("cam", 9), "");
     EXPECT_EQ(manager.layerOpacity("cam", 9), 0.0F);
-    EXPECT_EQ(manager.layerState("cam", 9), 0);
+    EXPECT_EQ(manager.layerState("cam", 9), LayerState::Animated);
     EXPECT_FALSE(manager.layerVisible("cam", 9));
-    manager.setLayerState("cam", 0, 3);
-    EXPECT_EQ(manager.layerState("cam", 0), 0);
+    EXPECT_FALSE(layerStateOf(3) || layerStateOf(-1));
     EXPECT_THAT(messages.take(), IsEmpty());
 }
 

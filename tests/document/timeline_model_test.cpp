@@ -132,7 +132,7 @@ private:
 
     void compare(const Layer& layer, const PlainLayer& plain) {
         ASSERT_EQ(layer.name(), plain.name) << log;
-        ASSERT_EQ(layer.state(), plain.state) << log;
+        ASSERT_EQ(numberOf(layer.state()), plain.state) << log;
         ASSERT_EQ(layer.frameCount(), static_cast<int>(plain.frames.size())) << log;
         int index = 0;
         for (const auto& [moment, mark] : plain.frames) {
@@ -422,8 +422,8 @@ void Twins::editLayers() {
         const int before = plain.layers[static_cast<std::size_t>(index)].state;
         const int state = before == 2 ? 0 : upTo(3);
         say(QString("state %1 of %2 %3").arg(state).arg(camera).arg(index));
-        return edit([=] { document_.setLayerState(camera, index, state); },
-                    [=] { document_.setLayerState(camera, index, before); },
+        return edit([=] { document_.setLayerState(camera, index, LayerState(state)); },
+                    [=] { document_.setLayerState(camera, index, LayerState(before)); },
                     [&] { plain.layers[static_cast<std::size_t>(index)].state = state; });
     }
     default:

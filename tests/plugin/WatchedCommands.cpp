@@ -138,7 +138,7 @@ QString layerText(const Layer& layer) {
                        .arg(layer.name(), layer.isActive() ? QStringLiteral("active ") : QString(),
                             layer.isVisible() ? QStringLiteral("visible") : QString())
                        .arg(static_cast<double>(layer.opacity()))
-                       .arg(layer.state())
+                       .arg(numberOf(layer.state()))
                        .arg(layer.currentIndex());
     for (int i = 0; i < layer.frameCount(); ++i) {
         const Frame& frame = *layer.frameAt(i);

@@ -62,15 +62,15 @@ TEST_F(Target, EachRefusalSaysWhyAndChangesNothing) {
     document()->setLayerVisible(QStringLiteral("persp"), 0, false);
     refused("Active layer is not visible.");
     document()->setLayerVisible(QStringLiteral("persp"), 0, true);
-    document()->setLayerState(QStringLiteral("persp"), 0, layer_state::kLocked);
+    document()->setLayerState(QStringLiteral("persp"), 0, LayerState::Locked);
     refused("Active layer is locked.");
-    document()->setLayerState(QStringLiteral("persp"), 0, layer_state::kAnimated);
+    document()->setLayerState(QStringLiteral("persp"), 0, LayerState::Animated);
     layer().setActive(false);
     refused("An active layer does not exist.");
 }
 
 TEST_F(Target, StaticLayerNeedsItsFrameAtOrBeforeNow) {
-    settings().defaultLayerState = layer_state::kStatic;
+    settings().defaultLayerState = numberOf(LayerState::Static);
     settings().insertDefaultStaticFrame = false;
     at(5);
     EXPECT_FALSE(target());
@@ -107,7 +107,7 @@ TEST_F(Target, RefusalsComeInTheirOrder) {
     EXPECT_EQ(document()->totalLayerCount(), 0);
 
     settings().alwaysDisplayNewLayerDialog = false;
-    settings().defaultLayerState = layer_state::kLocked;
+    settings().defaultLayerState = numberOf(LayerState::Locked);
     errors.clear();
     const DrawingTarget locked = drawingTarget(node(), camera);
     EXPECT_FALSE(locked);
@@ -125,7 +125,7 @@ TEST_F(Target, RefusalsComeInTheirOrder) {
     refused("Active layer is not visible.");
     document()->setLayerVisible(camera, 0, true);
     refused("Active layer is locked.");
-    document()->setLayerState(camera, 0, layer_state::kStatic);
+    document()->setLayerState(camera, 0, LayerState::Static);
     refused("Static layer: A frame is required at or before the current time.");
     document()->addFrameAt(camera, 6);
     refused("Static layer: A frame is required at or before the current time.");
@@ -138,7 +138,7 @@ TEST_F(Target, RefusalsComeInTheirOrder) {
     EXPECT_TRUE(now.added.hasFrame());
     EXPECT_EQ(only.frameTimes(), (QList<int>{5, 6}));
     EXPECT_EQ(now.frame, only.frameAt(0));
-    document()->setLayerState(camera, 0, layer_state::kAnimated);
+    document()->setLayerState(camera, 0, LayerState::Animated);
     at(7);
     EXPECT_TRUE(target().added.hasFrame());
     EXPECT_EQ(only.frameTimes(), (QList<int>{5, 6, 7}));
@@ -163,7 +163,7 @@ TEST_F(Target, BetweenFramesTheWholeOneCounts) {
 
     document()->addLayer(QStringLiteral("persp"), -1, QString());
     document()->setActiveLayer(QStringLiteral("persp"), 1, false);
-    document()->setLayerState(QStringLiteral("persp"), 1, layer_state::kStatic);
+    document()->setLayerState(QStringLiteral("persp"), 1, LayerState::Static);
     atTime("4.99");
     refused("Static layer: A frame is required at or before the current time.");
     atTime("5.01");
@@ -172,7 +172,7 @@ TEST_F(Target, BetweenFramesTheWholeOneCounts) {
 
     // The moment of a drawing stays when frames get another length.
     atTime("8");
-    document()->setLayerState(QStringLiteral("persp"), 1, layer_state::kAnimated);
+    document()->setLayerState(QStringLiteral("persp"), 1, LayerState::Animated);
     ASSERT_TRUE(target());
     ASSERT_TRUE(run(QStringLiteral("currentUnit -time ntsc")));
     propagateCurrentTime();

@@ -109,7 +109,7 @@ TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
     stroke(100);
     const QImage first = picture();
     const std::function<void()> changes[] = {
-        [this] { document()->setLayerState(camera, 0, layer_state::kLocked); },
+        [this] { document()->setLayerState(camera, 0, LayerState::Locked); },
         [this] { document()->setLayerVisible(camera, 0, false); },
         [this] { document()->takeLayer(camera, 0); },
         [this] { document()->activeLayer(camera)->clearFrames(); },
@@ -119,7 +119,7 @@ TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
         change();
         release();
         nothingIsStuck();
-        document()->setLayerState(camera, 0, layer_state::kAnimated);
+        document()->setLayerState(camera, 0, LayerState::Animated);
         document()->setLayerVisible(camera, 0, true);
         stroke(300);
         EXPECT_EQ(inkAt(300), 255);

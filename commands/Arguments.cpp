@@ -64,11 +64,10 @@ int indexArgument(const MArgDatabase& args, const char* flag, unsigned position)
     return static_cast<int>(std::min(unsignedArgument(args, flag, position), largest));
 }
 
-int newStateArgument(const MArgDatabase& args, const char* flag) {
+std::optional<LayerState> newStateArgument(const MArgDatabase& args, const char* flag) {
     if (!isSet(args, flag))
-        return -1;
-    const int state = indexArgument(args, flag, 0);
-    return state > 2 ? 0 : state;
+        return std::nullopt;
+    return layerStateOf(indexArgument(args, flag, 0)).value_or(LayerState::Animated);
 }
 
 std::optional<FrameRange> sliderRange() {

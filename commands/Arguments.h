@@ -4,6 +4,7 @@
 #pragma once
 
 #include "document/FrameRange.h"
+#include "document/Layer.h"
 
 #include <QString>
 #include <maya/MArgDatabase.h>
@@ -28,8 +29,8 @@ QString stringArgument(const MArgDatabase& args, const char* flag, unsigned posi
 /// Unsigned script numbers as indexes: what does not fit is just out of range.
 int indexArgument(const MArgDatabase& args, const char* flag, unsigned position);
 
-/// State of a new layer: an unknown one is 0, -1 means that none was given.
-int newStateArgument(const MArgDatabase& args, const char* flag);
+/// State of a new layer, as far as one was given; an unknown one is animated.
+std::optional<LayerState> newStateArgument(const MArgDatabase& args, const char* flag);
 
 /// The time slider's highlighted range; without a slider (batch mode) the current frame. Empty
 /// after a report.

@@ -3,12 +3,13 @@
 #include "commands/FlagTable.h"
 #include "document/LayerManager.h"
 #include "document/SceneCamera.h"
+#include "document/edits/Edit.h"
+#include "document/edits/FrameEdits.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
 #include "plugin/session/Cameras.h"
-#include "plugin/session/Timeline.h"
 
 #include <maya/MStringArray.h>
 
@@ -27,10 +28,10 @@ struct FrameCall {
     const char* flag;
     const QString& camera;
     bool named; ///< the call names the camera
-    const LayerManager& document;
+    const BaseNode& node;
 };
 
-using Operation = frame_operation::Operation;
+using Operation = std::unique_ptr<Edit>;
 
 struct FrameAction {
     Operation (*make)(const FrameCall& call) = nullptr; ///< null, after a report, when refused
@@ -43,47 +44,53 @@ template <auto make> Operation overRange(const FrameCall& call) {
 }
 
 Operation duplicate(const FrameCall& call) {
-    return frame_operation::duplicate(call.camera);
+    return frame_edit::duplicate(call.camera);
 }
 
-Operation paste(const QString& camera, const FrameRange& range) {
-    return frame_operation::paste(camera, range.first);
+template <auto make> Operation withClipboard(const FrameCall& call) {
+    const auto range = sliderRange();
+    return range ? make(call.camera, *range, call.node.clipboard()) : nullptr;
+}
+
+Operation paste(const FrameCall& call) {
+    const auto range = sliderRange();
+    return range ? frame_edit::paste(call.camera, range->first, call.node.clipboard()) : nullptr;
 }
 
 Operation stepForward(const FrameCall&) {
-    return frame_operation::stepForward();
+    return frame_edit::stepForward();
 }
 
 Operation stepBack(const FrameCall&) {
-    return frame_operation::stepBack();
+    return frame_edit::stepBack();
 }
 
 Operation retime(const FrameCall& call) {
     const auto range = sliderRange();
     if (!range)
         return nullptr;
-    return frame_operation::retime(*range, intArgument(call.args, call.flag, 0),
-                                   isSet(call.args, kRelative), isSet(call.args, kMoveToNext));
+    return frame_edit::retime(*range, intArgument(call.args, call.flag, 0),
+                              isSet(call.args, kRelative), isSet(call.args, kMoveToNext));
 }
 
 Operation move(const FrameCall& call) {
     // Unnamed: what the time slider marks, whatever camera the view looks through.
-    return frame_operation::move(call.named ? call.camera : call.document.currentCamera(),
-                                 intArgument(call.args, call.flag, 0),
-                                 intArgument(call.args, call.flag, 1),
-                                 intArgument(call.args, call.flag, 2));
+    return frame_edit::move(call.named ? call.camera : call.node.layerManager()->currentCamera(),
+                            intArgument(call.args, call.flag, 0),
+                            intArgument(call.args, call.flag, 1),
+                            intArgument(call.args, call.flag, 2));
 }
 
 const FlagTable<FrameAction>& flags() {
     constexpr auto L = MSyntax::kLong;
     static const FlagTable<FrameAction> table{
-        {"-ins", "-insert", {}, {overRange<frame_operation::insert>, kCannotInsert}},
+        {"-ins", "-insert", {}, {overRange<frame_edit::insert>, kCannotInsert}},
         {"-dup", "-duplicate", {}, {duplicate}},
-        {"-del", "-delete", {}, {overRange<frame_operation::remove>}},
-        {"-cut", "-cutFrame", {}, {overRange<frame_operation::cut>}},
-        {"-cp", "-copy", {}, {overRange<frame_operation::copy>}},
-        {"-pst", "-paste", {}, {overRange<paste>}},
-        {"-clr", "-clear", {}, {overRange<frame_operation::clear>}},
+        {"-del", "-delete", {}, {overRange<frame_edit::remove>}},
+        {"-cut", "-cutFrame", {}, {withClipboard<frame_edit::cut>}},
+        {"-cp", "-copy", {}, {withClipboard<frame_edit::copy>}},
+        {"-pst", "-paste", {}, {paste}},
+        {"-clr", "-clear", {}, {overRange<frame_edit::clear>}},
         {"-sf", "-stepForward", {}, {stepForward}},
         {"-sb", "-stepBack", {}, {stepBack}},
         // The names without a dash are as scripts know them.
@@ -96,6 +103,9 @@ const FlagTable<FrameAction>& flags() {
 }
 
 } // namespace
+
+FrameCommand::FrameCommand() = default;
+FrameCommand::~FrameCommand() = default;
 
 void* FrameCommand::creator() {
     return new FrameCommand;
@@ -111,7 +121,7 @@ MSyntax FrameCommand::newSyntax() {
 }
 
 bool FrameCommand::isUndoable() const {
-    return operation_ && operation_->isUndoable();
+    return edit_ && edit_->isUndoable();
 }
 
 MStatus FrameCommand::doIt(const MArgList& args) {
@@ -130,8 +140,8 @@ MStatus FrameCommand::doIt(const MArgList& args) {
     if (!row)
         return refuse(QStringLiteral("Invalid command parameters"));
     document_ = document;
-    operation_ = row->action.make({parsed, row->shortName, camera_, named_, *document});
-    return operation_ ? redoIt() : MS::kFailure;
+    edit_ = row->action.make({parsed, row->shortName, camera_, named_, *active});
+    return edit_ ? run(&Edit::execute) : MS::kFailure;
 }
 
 MStatus FrameCommand::findCamera(const MArgDatabase& args) {
@@ -146,34 +156,18 @@ MStatus FrameCommand::findCamera(const MArgDatabase& args) {
     return camera_.isEmpty() ? refuse(QStringLiteral("Camera not specified")) : MS::kSuccess;
 }
 
-BaseNode* FrameCommand::node() const {
-    BaseNode* found = nodeWith(document_.lock().get());
-    if (!found)
-        report::error(QStringLiteral("Node not found"));
-    return found;
-}
-
-void FrameCommand::showChange(BaseNode& changed) const {
-    if (!operation_->changesDrawing())
-        return;
-    changed.drawingChanged();
-    refreshTimeline();
+MStatus FrameCommand::run(bool (Edit::*verb)(LayerManager&)) {
+    if (!nodeWith(document_.lock().get()))
+        return refuse(QStringLiteral("Node not found"));
+    return (*edit_.*verb)(*document_.lock()) ? MS::kSuccess : MS::kFailure;
 }
 
 MStatus FrameCommand::redoIt() {
-    BaseNode* found = node();
-    if (!found || !operation_->execute(*found->layerManager(), found->clipboard()))
-        return MS::kFailure;
-    showChange(*found);
-    return MS::kSuccess;
+    return run(&Edit::redo);
 }
 
 MStatus FrameCommand::undoIt() {
-    BaseNode* found = node();
-    if (!found || !operation_->undo(*found->layerManager()))
-        return MS::kFailure;
-    showChange(*found);
-    return MS::kSuccess;
+    return run(&Edit::undo);
 }
 
 } // namespace vellum

@@ -1,7 +1,7 @@
 // rvVellumFrame: edits the frames of a camera's active layer. One operation a call.
 #pragma once
 
-#include "document/edits/FrameOperation.h"
+#include "document/FrameRange.h"
 
 #include <QString>
 #include <maya/MPxCommand.h>
@@ -13,10 +13,14 @@ class MArgDatabase;
 namespace vellum {
 
 class BaseNode;
+class Edit;
 class LayerManager;
 
 class FrameCommand : public MPxCommand {
 public:
+    FrameCommand();
+    ~FrameCommand() override;
+
     static void* creator();
     static MSyntax newSyntax();
 
@@ -27,12 +31,11 @@ public:
 
 private:
     MStatus findCamera(const MArgDatabase& args);
-    BaseNode* node() const;
-    void showChange(BaseNode& changed) const;
+    MStatus run(bool (Edit::*verb)(LayerManager&));
 
     QString camera_;
     bool named_ = false; ///< the call names the camera; else it is the active view's
-    std::unique_ptr<FrameOperation> operation_;
+    std::unique_ptr<Edit> edit_;
     /// The drawing it was done on: after a deleted node came back, another may be the active one.
     std::weak_ptr<LayerManager> document_;
 };

@@ -3,6 +3,8 @@
 #include "commands/FlagTable.h"
 #include "document/LayerManager.h"
 #include "document/SceneCamera.h"
+#include "document/edits/Edit.h"
+#include "document/edits/LayerEdits.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
@@ -30,7 +32,7 @@ struct LayerCall {
     const char* flag;
     const QString& camera;
     LayerManager& document;
-    std::unique_ptr<LayerEdit>& edit; ///< left empty by what changes nothing
+    std::unique_ptr<Edit>& edit; ///< left empty by what changes nothing
 };
 
 using LayerHandler = MStatus (*)(const LayerCall& call);
@@ -107,58 +109,49 @@ std::optional<int> layerArgument(const LayerCall& call, unsigned position) {
     return std::nullopt;
 }
 
+/// The flag's first argument, of the kind that the property holds.
+class ReadValue {
+public:
+    explicit ReadValue(const LayerCall& call) : call_(call) {}
+
+    void operator()(QString& value) const { value = stringArgument(call_.args, call_.flag, 0); }
+    void operator()(bool& value) const { value = boolArgument(call_.args, call_.flag, 0); }
+    void operator()(float& value) const {
+        value = static_cast<float>(doubleArgument(call_.args, call_.flag, 0));
+    }
+    void operator()(unsigned& value) const { value = unsignedArgument(call_.args, call_.flag, 0); }
+
+private:
+    const LayerCall& call_;
+};
+
+class ReturnValue {
+public:
+    void operator()(const QString& value) const { MPxCommand::setResult(toMaya(value)); }
+    void operator()(bool value) const { MPxCommand::setResult(value); }
+    void operator()(float value) const { MPxCommand::setResult(static_cast<double>(value)); }
+    void operator()(unsigned value) const { MPxCommand::setResult(static_cast<int>(value)); }
+};
+
 /// The value stands before the layer.
-template <auto make> MStatus editLayer(const LayerCall& call) {
+template <const LayerProperty& property> MStatus editLayer(const LayerCall& call) {
     const auto index = layerArgument(call, 1);
-    if (index)
-        call.edit = make(call, *index);
-    return call.edit ? MS::kSuccess : MS::kFailure;
+    if (!index)
+        return MS::kFailure;
+    LayerValue value = property.get(*call.document.layer(call.camera, *index));
+    std::visit(ReadValue(call), value);
+    const auto* number = std::get_if<unsigned>(&value);
+    if (number && *number > property.largest)
+        return refuse(QString::fromLatin1(property.refusal).arg(*number));
+    call.edit = layer_edit::setProperty(call.camera, *index, property, value);
+    return MS::kSuccess;
 }
 
-using Edit = std::unique_ptr<LayerEdit>;
-
-Edit renamed(const LayerCall& call, int index) {
-    return layer_edit::rename(call.camera, index, stringArgument(call.args, call.flag, 0));
-}
-
-Edit shown(const LayerCall& call, int index) {
-    return layer_edit::setVisible(call.camera, index, boolArgument(call.args, call.flag, 0));
-}
-
-Edit faded(const LayerCall& call, int index) {
-    const auto opacity = static_cast<float>(doubleArgument(call.args, call.flag, 0));
-    return layer_edit::setOpacity(call.camera, index, opacity);
-}
-
-Edit inState(const LayerCall& call, int index) {
-    const unsigned state = unsignedArgument(call.args, call.flag, 0);
-    if (state <= 2)
-        return layer_edit::setState(call.camera, index, static_cast<int>(state));
-    report::error(QStringLiteral("Invalid state value: %1").arg(state));
-    return nullptr;
-}
-
-MString asResult(const QString& value) {
-    return toMaya(value);
-}
-
-bool asResult(bool value) {
-    return value;
-}
-
-double asResult(float value) {
-    return static_cast<double>(value);
-}
-
-int asResult(int value) {
-    return value;
-}
-
-template <auto value> MStatus tellOfLayer(const LayerCall& call) {
+template <const LayerProperty& property> MStatus tellOfLayer(const LayerCall& call) {
     const auto index = layerArgument(call, 0);
     if (!index)
         return MS::kFailure;
-    MPxCommand::setResult(asResult((call.document.*value)(call.camera, *index)));
+    std::visit(ReturnValue(), property.get(*call.document.layer(call.camera, *index)));
     return MS::kSuccess;
 }
 
@@ -172,7 +165,6 @@ const FlagTable<LayerAction>& flags() {
     constexpr auto S = MSyntax::kString;
     constexpr auto B = MSyntax::kBoolean;
     constexpr auto D = MSyntax::kDouble;
-    using Layers = LayerManager;
     static const FlagTable<LayerAction> table{
         {"-act", "-active", {U}, {nullptr, activate, tellActive}},
         {"-cnt", "-count", {}, {count}},
@@ -185,14 +177,14 @@ const FlagTable<LayerAction>& flags() {
         {kName, "-name", {S}, {}},
         {kNewCamera, "-newCamera", {S}, {}},
         // The long names without a dash are as scripts know them.
-        {"-en", "editName", {S, U}, {editLayer<renamed>}},
-        {"-qn", "queryName", {U}, {tellOfLayer<&Layers::layerName>}},
-        {"-ev", "editVis", {B, U}, {editLayer<shown>}},
-        {"-qv", "queryVis", {U}, {tellOfLayer<&Layers::layerVisible>}},
-        {"-eo", "editOpacity", {D, U}, {editLayer<faded>}},
-        {"-qo", "queryOpacity", {U}, {tellOfLayer<&Layers::layerOpacity>}},
-        {"-es", "editState", {U, U}, {editLayer<inState>}},
-        {"-qs", "queryState", {U}, {tellOfLayer<&Layers::layerState>}},
+        {"-en", "editName", {S, U}, {editLayer<layer_property::kName>}},
+        {"-qn", "queryName", {U}, {tellOfLayer<layer_property::kName>}},
+        {"-ev", "editVis", {B, U}, {editLayer<layer_property::kVisible>}},
+        {"-qv", "queryVis", {U}, {tellOfLayer<layer_property::kVisible>}},
+        {"-eo", "editOpacity", {D, U}, {editLayer<layer_property::kOpacity>}},
+        {"-qo", "queryOpacity", {U}, {tellOfLayer<layer_property::kOpacity>}},
+        {"-es", "editState", {U, U}, {editLayer<layer_property::kState>}},
+        {"-qs", "queryState", {U}, {tellOfLayer<layer_property::kState>}},
         {kLayerState, "layerState", {U}, {}},
         {"-irp", "importReelviewPro", {S, S}, {accept}},
     };
@@ -200,6 +192,9 @@ const FlagTable<LayerAction>& flags() {
 }
 
 } // namespace
+
+LayerCommand::LayerCommand() = default;
+LayerCommand::~LayerCommand() = default;
 
 void* LayerCommand::creator() {
     return new LayerCommand;
@@ -228,16 +223,16 @@ MStatus LayerCommand::doIt(const MArgList& args) {
     camera_ = objects.length() > 0 ? fromMaya(objects[0]) : QString();
     if (!requireSceneCamera(camera_))
         return MS::kFailure;
-    status = run(parsed);
+    status = parse(parsed);
     if (status != MS::kSuccess || !edit_)
         return status;
-    status = redoIt();
+    status = run(&Edit::execute);
     if (status == MS::kSuccess && edit_->result() >= 0)
         setResult(edit_->result());
     return status;
 }
 
-MStatus LayerCommand::run(const MArgDatabase& args) {
+MStatus LayerCommand::parse(const MArgDatabase& args) {
     const BaseNode* node = activeNode();
     if (node)
         document_ = node->layerManager();
@@ -259,20 +254,17 @@ MStatus LayerCommand::run(const MArgDatabase& args) {
     return (row->action.*mode)({args, row->shortName, camera_, *node->layerManager(), edit_});
 }
 
+MStatus LayerCommand::run(bool (Edit::*verb)(LayerManager&)) {
+    const bool there = nodeForUndo(document_.lock().get(), camera_) != nullptr;
+    return there && (*edit_.*verb)(*document_.lock()) ? MS::kSuccess : MS::kFailure;
+}
+
 MStatus LayerCommand::redoIt() {
-    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
-    if (!node || !edit_->apply(*node->layerManager()))
-        return MS::kFailure;
-    node->drawingChanged();
-    return MS::kSuccess;
+    return run(&Edit::redo);
 }
 
 MStatus LayerCommand::undoIt() {
-    BaseNode* node = nodeForUndo(document_.lock().get(), camera_);
-    if (!node || !edit_->revert(*node->layerManager()))
-        return MS::kFailure;
-    node->drawingChanged();
-    return MS::kSuccess;
+    return run(&Edit::undo);
 }
 
 } // namespace vellum

@@ -1,8 +1,6 @@
 // rvVellumLayer: queries and edits the layers of one camera.
 #pragma once
 
-#include "document/edits/LayerEdits.h"
-
 #include <QString>
 #include <maya/MPxCommand.h>
 #include <maya/MSyntax.h>
@@ -13,10 +11,14 @@ class MArgDatabase;
 namespace vellum {
 
 class BaseNode;
+class Edit;
 class LayerManager;
 
 class LayerCommand : public MPxCommand {
 public:
+    LayerCommand();
+    ~LayerCommand() override;
+
     static void* creator();
     static MSyntax newSyntax();
 
@@ -26,10 +28,11 @@ public:
     bool isUndoable() const override;
 
 private:
-    MStatus run(const MArgDatabase& args);
+    MStatus parse(const MArgDatabase& args);
+    MStatus run(bool (Edit::*verb)(LayerManager&));
 
     QString camera_;
-    std::unique_ptr<LayerEdit> edit_;      ///< null: a query
+    std::unique_ptr<Edit> edit_;           ///< null: a query
     std::weak_ptr<LayerManager> document_; ///< the drawing it is about
 };
 

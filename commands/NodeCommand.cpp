@@ -1,6 +1,7 @@
 #include "commands/NodeCommand.h"
 
 #include "commands/FlagTable.h"
+#include "document/Changes.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -8,9 +9,7 @@
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Script.h"
 #include "plugin/session/Cameras.h"
-#include "plugin/session/Panels.h"
 #include "plugin/session/SceneTime.h"
-#include "plugin/session/Timeline.h"
 
 #include <maya/MFnDependencyNode.h>
 #include <maya/MGlobal.h>
@@ -63,12 +62,12 @@ MStatus refresh() {
 }
 
 MStatus refreshGhosting() {
-    BaseNode* node = activeNode();
+    const BaseNode* node = activeNode();
     if (!node)
         return MS::kFailure;
     const auto document = node->layerManager();
     document->markCameraModified(document->currentCamera());
-    node->forceRedraw();
+    tell(Change::View, document.get());
     return MS::kSuccess;
 }
 
@@ -160,6 +159,8 @@ MStatus NodeCommand::create() {
     lockChannels(transform_);
     MGlobal::clearSelectionList();
     if (layer_) {
+        const ChangeGroup group;
+        tell(Change::TimelineAsked);
         if (!doneOnce_)
             addFirstLayer();
         refreshListeners();
@@ -190,8 +191,8 @@ void NodeCommand::addFirstLayer() {
     const int layer = document->addLayer(camera, -1, layerName_);
     if (layer < 0)
         return;
-    if (layerState_ >= 0)
-        document->setLayerState(camera, layer, layerState_);
+    if (layerState_)
+        document->setLayerState(camera, layer, *layerState_);
     if (!frame_)
         return;
     const auto range = sliderRange();
@@ -203,7 +204,6 @@ void NodeCommand::addFirstLayer() {
 
 void NodeCommand::refreshListeners() {
     script::execute(command::refreshLayerManagerDeferred());
-    refreshTimeline();
     BaseNode* node = activeNode();
     if (!node)
         return;
@@ -224,12 +224,7 @@ MStatus NodeCommand::undoIt() {
     if (status != MS::kSuccess)
         return status;
     MGlobal::setActiveSelectionList(selectionBefore_);
-    propagateCurrentTime();
-    refreshTimeline();
-    if (const BaseNode* other = activeNode())
-        panels().refreshLayerManager(*other->layerManager());
-    else
-        panels().clearLayerManager();
+    drawingsChanged(Change::Drawings);
     return MS::kSuccess;
 }
 

@@ -1,12 +1,15 @@
 // rvVellumNode: makes the drawing node, tells whether there is one, refreshes it.
 #pragma once
 
+#include "document/Layer.h"
+
 #include <QString>
 #include <maya/MDagModifier.h>
 #include <maya/MObject.h>
 #include <maya/MPxCommand.h>
 #include <maya/MSelectionList.h>
 #include <maya/MSyntax.h>
+#include <optional>
 
 class MArgDatabase;
 
@@ -44,7 +47,7 @@ private:
     bool frame_ = false;
     QString layerName_;
     QString camera_;
-    int layerState_ = -1; ///< -1: not given
+    std::optional<LayerState> layerState_; ///< as far as given
 };
 
 } // namespace vellum

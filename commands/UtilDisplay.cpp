@@ -1,4 +1,5 @@
 #include "commands/UtilActions.h"
+#include "document/Changes.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -9,7 +10,6 @@
 #include "plugin/session/Cameras.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
-#include "plugin/session/Timeline.h"
 
 #include <QLatin1String>
 #include <algorithm>
@@ -36,13 +36,11 @@ QColor& ghostColor(const char* flag) {
 }
 
 MStatus ghostsChanged() {
-    if (BaseNode* node = activeNode()) {
-        const auto document = node->layerManager();
+    const BaseNode* node = activeNode();
+    const auto document = node ? node->layerManager() : nullptr;
+    if (document)
         document->markCameraModified(document->currentCamera());
-        node->forceRedraw();
-    }
-    updateMainMenu();
-    panels().refreshToolbox();
+    tell(Change::Ghosting, document.get());
     return MS::kSuccess;
 }
 
@@ -109,8 +107,7 @@ MStatus setTimelineDisplay(const MArgDatabase& args, const char* flag) {
         return MS::kFailure;
     }
     settings().timelineFrameDisplay = static_cast<TimelineDisplay>(mode);
-    refreshTimeline();
-    updateMainMenu();
+    tell(Change::TimelineDisplay);
     return MS::kSuccess;
 }
 
@@ -120,7 +117,7 @@ MStatus queryTimelineDisplay(const MArgDatabase&, const char*) {
 }
 
 MStatus refreshTimelineDisplay(const MArgDatabase&, const char*) {
-    refreshTimeline();
+    tell(Change::TimelineAsked);
     return MS::kSuccess;
 }
 

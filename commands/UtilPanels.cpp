@@ -1,4 +1,5 @@
 #include "commands/UtilActions.h"
+#include "document/Changes.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -29,10 +30,7 @@ MStatus openLayerProperties(const MArgDatabase&, const char*) {
 }
 
 MStatus refreshLayerManager(const MArgDatabase&, const char*) {
-    if (const BaseNode* node = activeNode())
-        panels().refreshLayerManager(*node->layerManager());
-    else
-        panels().clearLayerManager();
+    tell(Change::LayersAsked);
     return MS::kSuccess;
 }
 

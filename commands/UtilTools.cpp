@@ -1,4 +1,5 @@
 #include "commands/UtilActions.h"
+#include "document/Changes.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Names.h"
@@ -6,7 +7,6 @@
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
 #include "plugin/base/ToolTable.h"
-#include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 
 #include <QLatin1String>
@@ -79,9 +79,7 @@ MStatus chooseTool(const MArgDatabase& args, const char* flag) {
     if (status != MS::kSuccess)
         return status;
     settings().activeTool = toolOfFlag(flag).tool;
-    updateMainMenu();
-    panels().refreshToolbox();
-    panels().refreshToolOptions();
+    tell(Change::Tool);
     return MS::kSuccess;
 }
 
@@ -90,7 +88,7 @@ MStatus setDrawColor(const MArgDatabase& args, const char* flag) {
     if (!readColor(args, flag, color))
         return MS::kFailure;
     settings().activeColor = color;
-    panels().refreshToolbox();
+    tell(Change::Color);
     return MS::kSuccess;
 }
 
@@ -121,8 +119,7 @@ MStatus setToolOptions(const MArgDatabase& args, const char* flag) {
         setToolTabletEnabled(info.tool, unsignedArgument(args, flag, next++) != 0);
     if (info.factoryFont)
         settings().of(info.tool).fontFamily = stringArgument(args, flag, next++);
-    panels().refreshToolOptions();
-    panels().refreshToolbox();
+    tell(Change::ToolOptions);
     return MS::kSuccess;
 }
 

@@ -20,14 +20,21 @@ quint64 nextId() {
 
 } // namespace
 
+std::optional<LayerState> layerStateOf(int number) {
+    switch (static_cast<LayerState>(number)) {
+    case LayerState::Animated:
+    case LayerState::Static:
+    case LayerState::Locked:
+        return static_cast<LayerState>(number);
+    }
+    return std::nullopt;
+}
+
 Layer::Layer() : Layer(QStringLiteral("New Layer")) {
 }
 
 Layer::Layer(const QString& name) : id_(nextId()), name_(name), undisplayed_(wholeCanvas()) {
-    const int state = settings().defaultLayerState;
-    if (state >= layer_state::kAnimated && state <= layer_state::kLocked) {
-        state_ = state;
-    }
+    state_ = layerStateOf(settings().defaultLayerState).value_or(LayerState::Animated);
 }
 
 Layer::~Layer() = default;
@@ -120,7 +127,7 @@ bool Layer::hasFrameAtIntTime(int intTime) const {
 }
 
 bool Layer::hasFrameAtCurrentTime() const {
-    if (state_ == layer_state::kStatic && currentIndex_ != -1) {
+    if (state_ == LayerState::Static && currentIndex_ != -1) {
         return true;
     }
     return hasFrameAtIntTime(currentIntTime());

@@ -9,16 +9,24 @@
 #include <QString>
 #include <maya/MTime.h>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace vellum {
 
-/// Numbers stored in scene files and settings.
-namespace layer_state {
-inline constexpr int kAnimated = 0; ///< one drawing per keyed frame
-inline constexpr int kStatic = 1;   ///< can be drawn on at any time from its first frame on
-inline constexpr int kLocked = 2;   ///< refuses changes; shown like an animated layer
-} // namespace layer_state
+/// Scene files, settings and commands have the numbers.
+enum class LayerState : int {
+    Animated = 0, ///< one drawing per keyed frame
+    Static = 1,   ///< can be drawn on at any time from its first frame on
+    Locked = 2,   ///< refuses changes; shown like an animated layer
+};
+
+constexpr int numberOf(LayerState state) {
+    return static_cast<int>(state);
+}
+
+/// Empty for a number that is none of a state.
+std::optional<LayerState> layerStateOf(int number);
 
 /// Invariants:
 /// 1. Frames are in ascending whole frames (see toIntTime()), no two the same when added; changing
@@ -46,8 +54,8 @@ public:
     void setVisible(bool visible);
     float opacity() const { return opacity_; } ///< 0..1
     void setOpacity(float opacity);            ///< pulled into 0..1
-    int state() const { return state_; }       ///< layer_state
-    void setState(int state) { state_ = state; }
+    LayerState state() const { return state_; }
+    void setState(LayerState state) { state_ = state; }
 
     /// Takes the frame over and returns its index; -1, destroying it, when there is one at its
     /// time.
@@ -141,7 +149,7 @@ private:
     bool active_ = false;
     bool visible_ = true;
     float opacity_ = 1.0F;
-    int state_ = layer_state::kAnimated;
+    LayerState state_ = LayerState::Animated;
     std::vector<std::unique_ptr<Frame>> frames_;
     int currentIndex_ = -1;
     bool ascending_ = true; ///< setFrameTimes() was not given nonsense

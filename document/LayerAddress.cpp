@@ -1,5 +1,6 @@
 #include "document/LayerAddress.h"
 
+#include "document/DocumentEnvironment.h"
 #include "document/Layer.h"
 #include "document/LayerManager.h"
 #include "document/SceneCamera.h"

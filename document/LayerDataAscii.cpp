@@ -1,3 +1,4 @@
+#include "document/Changes.h"
 #include "document/IntTime.h"
 #include "document/LayerDataFormat.h"
 #include "document/LayerDataLosses.h"
@@ -56,7 +57,7 @@ void writeFrame(std::ostream& out, const Frame& frame) {
 void writeLayer(std::ostream& out, const Layer& layer) {
     writeString(out, layer.name());
     out << ' ' << layer.frameCount() << ' ' << (layer.isVisible() ? 1 : 0) << ' ' << layer.opacity()
-        << ' ' << layer.state();
+        << ' ' << numberOf(layer.state());
     for (int i = 0; i < layer.frameCount(); ++i) {
         writeFrame(out, *layer.frameAt(i));
     }
@@ -181,7 +182,7 @@ private:
     }
     bool isLayer(unsigned at) const {
         return isInteger(at + 1, 0) && isInteger(at + 2, 0, 1) && isNumber(at + 3) &&
-               isInteger(at + 4, layer_state::kAnimated, layer_state::kLocked);
+               isInteger(at + 4, numberOf(LayerState::Animated), numberOf(LayerState::Locked));
     }
 
     const MArgList& args_;
@@ -245,7 +246,7 @@ struct LayerHead {
     int frameCount = 0;
     bool visible = true;
     double opacity = 1.0;
-    int state = layer_state::kAnimated;
+    LayerState state = LayerState::Animated;
     bool isMissing = false; ///< only the mark of a layer that could not be written
 };
 
@@ -266,10 +267,11 @@ bool readHead(ArgumentReader& reader, LayerHead& head) {
         !reader.integer(state, invalidState)) {
         return false;
     }
-    if (state < layer_state::kAnimated || state > layer_state::kLocked) {
+    const auto known = layerStateOf(state);
+    if (!known) {
         return reader.refuseLast(invalidState);
     }
-    head.state = state;
+    head.state = *known;
     return true;
 }
 
@@ -376,7 +378,7 @@ MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index) 
     if (reader.isAtEnd()) {
         return MS::kFailure;
     }
-    const LayerManager::ChangeGroup oneChange(manager);
+    const ChangeGroup oneChange;
     int version = 0;
     const bool hasVersion = reader.integer(version, kInvalidVersion);
     if (hasVersion && version <= 0) {

@@ -1,3 +1,4 @@
+#include "document/Changes.h"
 #include "document/IntTime.h"
 #include "document/LayerDataFormat.h"
 #include "document/LayerDataLosses.h"
@@ -50,7 +51,7 @@ void writeLayer(std::ostream& out, const Layer& layer) {
     writeInt(out, layer.frameCount());
     writeBool(out, layer.isVisible());
     writeFloat(out, layer.opacity());
-    writeInt(out, layer.state());
+    writeInt(out, numberOf(layer.state()));
     for (int i = 0; i < layer.frameCount(); ++i) {
         const Frame& frame = *layer.frameAt(i);
         writeInt(out, frame.intTime());
@@ -255,9 +256,8 @@ private:
         const std::int32_t bits = integer(tail + 5);
         float opacity;
         std::memcpy(&opacity, &bits, sizeof opacity);
-        const std::int32_t state = integer(tail + 9);
-        if (visible > 1 || !(opacity >= 0.0F && opacity <= 1.0F) ||
-            state < layer_state::kAnimated || state > layer_state::kLocked) {
+        const auto state = layerStateOf(integer(tail + 9));
+        if (visible > 1 || !(opacity >= 0.0F && opacity <= 1.0F) || !state) {
             return false;
         }
         QString camera;
@@ -269,7 +269,7 @@ private:
         makeLayer(name);
         layer_->setVisible(visible == 1);
         layer_->setOpacity(opacity);
-        layer_->setState(state);
+        layer_->setState(*state);
         return true;
     }
 
@@ -369,8 +369,7 @@ private:
         layer_ = owned.get();
         layer_->setVisible(visible);
         layer_->setOpacity(opacity);
-        const bool known = state >= layer_state::kAnimated && state <= layer_state::kLocked;
-        layer_->setState(known ? state : layer_state::kAnimated);
+        layer_->setState(layerStateOf(state).value_or(LayerState::Animated));
         manager_.insertLayer(camera_, -1, std::move(owned));
         amongFrames_ = true;
         for (int i = 0; i < frameCount && reader_.isGood(); ++i) {
@@ -432,7 +431,7 @@ MStatus writeBinary(const LayerManager& manager, std::ostream& out) {
 }
 
 MStatus readBinary(LayerManager& manager, std::istream& in, unsigned length) {
-    const LayerManager::ChangeGroup oneChange(manager);
+    const ChangeGroup oneChange;
     PartReader reader(in, length);
     DocumentReader(reader, manager).read();
     return reader.isGood() && in ? MS::kSuccess : MS::kFailure;

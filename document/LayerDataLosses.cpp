@@ -1,7 +1,7 @@
 #include "document/LayerDataLosses.h"
 
 #include "document/Layer.h"
-#include "plugin/leaves/Report.h"
+#include "plugin/base/Report.h"
 
 namespace vellum::layer_data {
 

@@ -1,6 +1,7 @@
 #include "document/LayerManager.h"
 
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
+#include "document/DocumentEnvironment.h"
 #include "document/IntTime.h"
 #include "document/SceneCamera.h"
 #include "plugin/base/Report.h"
@@ -13,22 +14,12 @@
 namespace vellum {
 
 LayerManager::LayerManager() = default;
-LayerManager::~LayerManager() = default;
-
-LayerManager::ChangeGroup::ChangeGroup(LayerManager& manager) : manager_(manager) {
-    ++manager_.changeGroups_;
-}
-
-LayerManager::ChangeGroup::~ChangeGroup() {
-    if (--manager_.changeGroups_ == 0 && std::exchange(manager_.changePending_, false)) {
-        documentObserver().documentChanged(manager_);
-    }
+LayerManager::~LayerManager() {
+    forgetChanges(*this);
 }
 
 void LayerManager::changeStep() {
-    changePending_ = true;
-    // An operation that consists of others still makes one step.
-    const ChangeGroup group(*this);
+    tell(Change::Layers, this);
 }
 
 const LayerStack* LayerManager::find(const QString& camera) const {
@@ -125,7 +116,7 @@ int LayerManager::insertLayer(const QString& camera, int index, std::unique_ptr<
     if (!layer) {
         return -1;
     }
-    const ChangeGroup group(*this);
+    const ChangeGroup group;
     LayerStack& layers = cameras_[camera];
     const int count = static_cast<int>(layers.size());
     const int at = index < 0 || index >= count ? count : index;
@@ -151,7 +142,7 @@ std::unique_ptr<Layer> LayerManager::takeLayer(const QString& camera, int index)
     if (!isValidLayer(camera, index)) {
         return nullptr;
     }
-    const ChangeGroup group(*this);
+    const ChangeGroup group;
     const int active = activeLayerIndex(camera);
     LayerStack& layers = *find(camera);
     auto taken = std::move(layers[static_cast<std::size_t>(index)]);
@@ -210,7 +201,7 @@ int LayerManager::moveLayerToCamera(const QString& camera, int index, const QStr
     if (!requireSceneCamera(newCamera) || reportInvalidLayer(camera, index)) {
         return -1;
     }
-    const ChangeGroup group(*this);
+    const ChangeGroup group;
     auto moved = takeLayer(camera, index);
     moved->setActive(false);
     return insertLayer(newCamera, newIndex, std::move(moved));
@@ -238,14 +229,14 @@ void LayerManager::setLayerOpacity(const QString& camera, int index, float opaci
     }
     const float before = found->opacity();
     found->setOpacity(opacity);
-    if (found->opacity() != before && camera == currentCamera_ && found->isActive()) {
-        documentObserver().activeLayerOpacityChanged(found->opacity());
+    if (found->opacity() != before) {
+        const bool isTarget = camera == currentCamera_ && found->isActive();
+        tell(isTarget ? Change::Opacity | Change::ActiveOpacity : Change::Opacity, this);
     }
 }
 
-void LayerManager::setLayerState(const QString& camera, int index, int state) {
-    Layer* found = find(camera, index);
-    if (found && state >= layer_state::kAnimated && state <= layer_state::kLocked) {
+void LayerManager::setLayerState(const QString& camera, int index, LayerState state) {
+    if (Layer* found = find(camera, index)) {
         found->setState(state);
         changeStep();
     }
@@ -268,9 +259,9 @@ float LayerManager::layerOpacity(const QString& camera, int index) const {
     return found ? found->opacity() : 0.0F;
 }
 
-int LayerManager::layerState(const QString& camera, int index) const {
+LayerState LayerManager::layerState(const QString& camera, int index) const {
     const Layer* found = layer(camera, index);
-    return found ? found->state() : 0;
+    return found ? found->state() : LayerState::Animated;
 }
 
 bool LayerManager::layerVisible(const QString& camera, int index) const {
@@ -319,7 +310,7 @@ void LayerManager::restoreCurrentCamera(const QString& current, const QString& p
 }
 
 void LayerManager::RefreshActiveCamera() {
-    const QString camera = documentObserver().currentCamera();
+    const QString camera = documentEnvironment().currentCamera();
     // Without an active view (batch mode, all panels torn off) the last camera stays.
     if (!camera.isEmpty()) {
         setCurrentCamera(camera);

@@ -18,6 +18,7 @@
 #include <QString>
 #include <QStringList>
 #include <map>
+#include <maya/MObjectHandle.h>
 #include <memory>
 #include <vector>
 
@@ -29,6 +30,10 @@ class LayerManager : public QObject {
 public:
     LayerManager();
     ~LayerManager() override;
+
+    /// The node that holds the document, as far as it has introduced itself.
+    const MObjectHandle& holder() const { return holder_; }
+    void setHolder(const MObjectHandle& node) { holder_ = node; }
 
     /// The mark of the scene's main drawing: the first node that carries it is the active one.
     bool isMaster() const { return master_; }
@@ -64,11 +69,11 @@ public:
     void renameLayer(const QString& camera, int index, const QString& name);
     void restoreLayerName(const QString& camera, int index, const QString& name); ///< for undo
     void setLayerOpacity(const QString& camera, int index, float opacity);
-    void setLayerState(const QString& camera, int index, int state); ///< ignored outside 0..2
+    void setLayerState(const QString& camera, int index, LayerState state);
     void setLayerVisible(const QString& camera, int index, bool visible);
     QString layerName(const QString& camera, int index) const;
     float layerOpacity(const QString& camera, int index) const;
-    int layerState(const QString& camera, int index) const;
+    LayerState layerState(const QString& camera, int index) const;
     bool layerVisible(const QString& camera, int index) const;
 
     /// The name itself when no layer of any camera has it, else "Layer 1", "Layer 2", ...
@@ -110,7 +115,7 @@ public:
     /// changing nothing, without an active layer or current frame.
     bool replaceActiveImage(const QString& camera, QByteArray& png);
 
-    // --- Frames of any layer, by moment; see Layer ----------------------------------------------
+    // --- Frames of any layer, by moment, for edits; see Layer. False, changing nothing, without it
 
     bool exchangeFrames(const QString& camera, int index, const std::vector<MTime>& leaving,
                         std::vector<std::unique_ptr<Frame>>& frames);
@@ -170,18 +175,6 @@ public:
     /// Format_RGBA8888.
     static void tintImage(QImage& image, const QColor& color);
 
-    /// Groups changes: one change step at the end instead of one for each.
-    class ChangeGroup {
-    public:
-        explicit ChangeGroup(LayerManager& manager);
-        ~ChangeGroup();
-        ChangeGroup(const ChangeGroup&) = delete;
-        ChangeGroup& operator=(const ChangeGroup&) = delete;
-
-    private:
-        LayerManager& manager_;
-    };
-
 public Q_SLOTS:
     /// The camera of the active 3D view becomes the current camera.
     void RefreshActiveCamera();
@@ -195,6 +188,7 @@ private:
 
     bool adoptCamera(const QString& camera);
     void changeStep();
+    bool framesChanged(bool done);
     bool reportInvalidLayer(const QString& camera, int index) const;
     const Frame* frameForStroke(const QString& camera);
 
@@ -203,12 +197,11 @@ private:
     CameraPictures pictures_;
     QString currentCamera_;
     QString previousCamera_;
+    MObjectHandle holder_;
     bool master_ = false;
     bool wasPlaying_ = false;
     const Layer* collectedLayer_ = nullptr; ///< only compared; by the last collectFrameTimes()
     int collectedTime_ = 0;
-    int changeGroups_ = 0;
-    bool changePending_ = false;
 };
 
 } // namespace vellum

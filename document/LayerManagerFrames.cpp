@@ -1,15 +1,27 @@
 // The part of LayerManager that passes frame operations on to the layers.
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
+#include "document/DocumentEnvironment.h"
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "tools/raster/PngCheck.h"
 #include "tools/raster/StrokeImage.h"
 
+#include <maya/MAnimControl.h>
+
 namespace vellum {
+
+bool LayerManager::framesChanged(bool done) {
+    if (done) {
+        tell(Change::Frames, this);
+    }
+    return done;
+}
 
 int LayerManager::addFrameAt(const QString& camera, const MTime& time) {
     Layer* active = findActive(camera);
-    return active ? active->addFrameAt(time) : -1;
+    const int index = active ? active->addFrameAt(time) : -1;
+    framesChanged(index >= 0);
+    return index;
 }
 
 int LayerManager::addFrameAt(const QString& camera, int intTime) {
@@ -17,8 +29,7 @@ int LayerManager::addFrameAt(const QString& camera, int intTime) {
 }
 
 int LayerManager::addFrameAtCurrentTime(const QString& camera) {
-    Layer* active = findActive(camera);
-    return active ? active->addFrameAtCurrentTime() : -1;
+    return addFrameAt(camera, MAnimControl::currentTime());
 }
 
 bool LayerManager::hasFrameAt(const QString& camera, int intTime) const {
@@ -41,6 +52,7 @@ std::unique_ptr<Frame> LayerManager::takeFrameAt(const QString& camera, int intT
         return nullptr;
     std::unique_ptr<Frame> frame = active->takeFrameAt(intTime);
     active->updateCurrentIndex(currentIntTime()); // the document shows the scene's time
+    framesChanged(frame != nullptr);
     return frame;
 }
 
@@ -66,7 +78,21 @@ const Frame* LayerManager::previousFrame(const QString& camera, bool wrap) const
 void LayerManager::setFrameTimes(const QString& camera, const QList<int>& times) {
     if (Layer* active = findActive(camera)) {
         active->setFrameTimes(times);
+        framesChanged(true);
     }
+}
+
+bool LayerManager::exchangeFrames(const QString& camera, int index,
+                                  const std::vector<MTime>& leaving,
+                                  std::vector<std::unique_ptr<Frame>>& frames) {
+    Layer* changed = find(camera, index);
+    return framesChanged(changed && changed->exchangeFrames(leaving, frames));
+}
+
+bool LayerManager::shiftFrames(const QString& camera, int index,
+                               const std::vector<Layer::Shift>& shifts) {
+    Layer* changed = find(camera, index);
+    return framesChanged(changed && changed->shiftFrames(shifts));
 }
 
 void LayerManager::collectFrameTimes(const QString& camera, QList<int>& times) {
@@ -97,20 +123,8 @@ bool LayerManager::replaceActiveImage(const QString& camera, QByteArray& png) {
         active->setCurrentImage(blankCanvas());
     }
     png = before;
+    tell(Change::Pixels, this);
     return true;
-}
-
-bool LayerManager::exchangeFrames(const QString& camera, int index,
-                                  const std::vector<MTime>& leaving,
-                                  std::vector<std::unique_ptr<Frame>>& frames) {
-    Layer* found = find(camera, index);
-    return found && found->exchangeFrames(leaving, frames);
-}
-
-bool LayerManager::shiftFrames(const QString& camera, int index,
-                               const std::vector<Layer::Shift>& shifts) {
-    Layer* found = find(camera, index);
-    return found && found->shiftFrames(shifts);
 }
 
 void LayerManager::timeChanged(int intTime, bool skipActive) {
@@ -125,7 +139,7 @@ void LayerManager::timeChanged(int intTime, bool skipActive) {
             }
         }
     }
-    const bool playing = documentObserver().isPlaying();
+    const bool playing = documentEnvironment().isPlaying();
     if (playing && !wasPlaying_) {
         markCameraModified(currentCamera_); // its ghosts may vanish
     }

@@ -1,6 +1,7 @@
 // The part of LayerManager that draws: where the layers, the stroke in progress and the cameras'
 // pictures meet.
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
+#include "document/DocumentEnvironment.h"
 #include "document/LayerManager.h"
 #include "plugin/base/ToolTable.h"
 
@@ -9,7 +10,7 @@ namespace vellum {
 namespace {
 
 GhostOptions ghostOptions() {
-    return GhostOptions::fromSettings(documentObserver().isPlaying());
+    return GhostOptions::fromSettings(documentEnvironment().isPlaying());
 }
 
 } // namespace
@@ -28,7 +29,7 @@ Stroke* LayerManager::beginTransform(const QString& camera, const RegionTransfor
 
 const Frame* LayerManager::frameForStroke(const QString& camera) {
     const Layer* active = activeLayer(camera);
-    if (!active || active->state() == layer_state::kLocked || !active->hasFrameAtCurrentTime() ||
+    if (!active || active->state() == LayerState::Locked || !active->hasFrameAtCurrentTime() ||
         !active->currentFrame()) {
         return nullptr;
     }
@@ -39,13 +40,14 @@ const Frame* LayerManager::frameForStroke(const QString& camera) {
 
 bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
     Layer* active = findActive(camera);
-    if (!active || active->state() == layer_state::kLocked ||
+    if (!active || active->state() == LayerState::Locked ||
         !stroke_.mergeInto(camera, *active, undoBytes)) {
         return false;
     }
     pictures_.endStroke(camera);
     // The ghosts stood still during the stroke; one that left no pixel would not bring them up.
     pictures_.updateGhosts(camera, *find(camera), ghostOptions());
+    tell(Change::Pixels, this);
     return true;
 }
 

@@ -1,7 +1,7 @@
 #include "node/BaseNode.h"
 
 #include "document/BaseNodeLayerData.h"
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "node/CameraFit.h"
@@ -23,6 +23,7 @@
 #include <maya/MFnNumericData.h>
 #include <maya/MFnPluginData.h>
 #include <maya/MFnTypedAttribute.h>
+#include <maya/MObjectHandle.h>
 #include <maya/MPlug.h>
 #include <utility>
 
@@ -40,8 +41,6 @@ void* BaseNode::creator() {
 }
 
 MStatus BaseNode::initialize() {
-    documentObserver().timelineOverlayWanted();
-
     MFnTypedAttribute typed;
     layerDataAttribute = typed.create("layerData", "ld", BaseNodeLayerData::id);
     typed.setReadable(true);
@@ -159,7 +158,11 @@ std::shared_ptr<LayerManager> BaseNode::layerManager() const {
     if (status != MS::kSuccess)
         return {};
     const auto* data = dynamic_cast<const BaseNodeLayerData*>(holder.constData());
-    return data ? data->layerManager() : nullptr;
+    const auto document = data ? data->layerManager() : nullptr;
+    // A copy of the node may share the document: the first one keeps it as long as it is there.
+    if (document && !document->holder().isValid())
+        document->setHolder(MObjectHandle(thisMObject()));
+    return document;
 }
 
 float BaseNode::opacity() const {
@@ -172,6 +175,11 @@ const QImage* BaseNode::frameImageForCamera(const QString& camera) const {
 }
 
 void BaseNode::forceRedraw() {
+    if (const auto document = layerManager())
+        tell(Change::View, document.get());
+}
+
+void BaseNode::redraw() {
     const MFnDagNode shape(thisMObject());
     if (shape.parentCount() == 0)
         return;
@@ -191,12 +199,6 @@ void BaseNode::clearTransformDisplay() {
     if (!transformDisplay_)
         return;
     transformDisplay_.reset();
-    forceRedraw();
-}
-
-void BaseNode::drawingChanged() {
-    if (!MFileIO::isReadingFile())
-        script::execute(command::markSceneModified(true));
     forceRedraw();
 }
 

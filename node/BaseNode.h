@@ -29,7 +29,7 @@ public:
     BaseNode& operator=(const BaseNode&) = delete;
 
     static void* creator();
-    /// Makes the two attributes; asks for the timeline overlay first.
+    /// Makes the two attributes.
     static MStatus initialize();
 
     /// The node behind an object or a path, null when it is no BaseNode. The pointer is Maya's and
@@ -58,16 +58,16 @@ public:
     /// the document has nothing for it. Owned by the document, changes with it.
     const QImage* frameImageForCamera(const QString& camera) const;
 
-    /// Writes the parent transform's visibility back with its own value: nothing visible changes,
-    /// but Maya redraws the node. The scene stays as saved or unsaved as it was.
+    /// Tells that the node is to be drawn anew though its drawing is what it was.
     void forceRedraw();
 
-    /// To be called after every change of the drawing: marks the scene as modified, so that Maya
-    /// asks to save it, and redraws.
-    void drawingChanged();
+    /// For who listens to changes: writes the parent transform's visibility back with its own
+    /// value. Nothing visible changes, but Maya redraws the node. The scene stays as saved or
+    /// unsaved as it was.
+    void redraw();
 
     /// Drawings copied from the layers of this node.
-    FrameClipboard& clipboard() { return clipboard_; }
+    const std::shared_ptr<FrameClipboard>& clipboard() const { return clipboard_; }
 
     /// Fit of the last draw in any view. Where the square lies in one particular view is
     /// fitForView().
@@ -85,7 +85,7 @@ public:
 private:
     void lockLocalChannels();
 
-    FrameClipboard clipboard_;
+    const std::shared_ptr<FrameClipboard> clipboard_ = std::make_shared<FrameClipboard>();
     GateFit fit_;
     std::optional<TransformDisplay> transformDisplay_;
     LegacyDraw legacy_;

@@ -10,6 +10,22 @@
 
 namespace vellum {
 
+namespace {
+
+std::weak_ptr<LayerManager>& lastActive() {
+    static std::weak_ptr<LayerManager> document;
+    return document;
+}
+
+/// The node that introduced itself, as long as it is in the scene and has the document.
+BaseNode* holderOf(const LayerManager& document) {
+    const MObjectHandle& holder = document.holder();
+    BaseNode* node = holder.isValid() ? BaseNode::fromObject(holder.object()) : nullptr;
+    return node && node->layerManager().get() == &document ? node : nullptr;
+}
+
+} // namespace
+
 std::vector<BaseNode*> allNodes() {
     std::vector<BaseNode*> nodes;
     for (MItDag it(MItDag::kDepthFirst, MFn::kPluginLocatorNode); !it.isDone(); it.next()) {
@@ -20,17 +36,33 @@ std::vector<BaseNode*> allNodes() {
 }
 
 BaseNode* activeNode() {
-    for (BaseNode* node : allNodes()) {
+    return activeAmong(allNodes());
+}
+
+BaseNode* activeAmong(const std::vector<BaseNode*>& nodes) {
+    lastActive().reset();
+    for (BaseNode* node : nodes) {
         const auto document = node->layerManager();
-        if (document && document->isMaster())
+        if (document && document->isMaster()) {
+            lastActive() = document;
             return node;
+        }
     }
     return nullptr;
 }
 
+std::shared_ptr<LayerManager> lastActiveDrawing() {
+    const auto document = lastActive().lock();
+    return document && document->isMaster() && holderOf(*document) ? document : nullptr;
+}
+
 BaseNode* nodeWith(const LayerManager* document) {
+    if (!document)
+        return nullptr;
+    if (BaseNode* holder = holderOf(*document))
+        return holder;
     for (BaseNode* node : allNodes()) {
-        if (document && node->layerManager().get() == document)
+        if (node->layerManager().get() == document)
             return node;
     }
     return nullptr;

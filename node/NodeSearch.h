@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <maya/MDagPath.h>
+#include <memory>
 #include <vector>
 
 namespace vellum {
@@ -16,9 +17,16 @@ std::vector<BaseNode*> allNodes();
 
 /// The first of allNodes() whose document carries the active mark, or null.
 BaseNode* activeNode();
+/// The same when the nodes have been looked for already.
+BaseNode* activeAmong(const std::vector<BaseNode*>& nodes);
+
+/// The document of the active node as the last look found it, without another one. Null when that
+/// found none, and when the node has gone since.
+std::shared_ptr<LayerManager> lastActiveDrawing();
 
 /// The node whose document this is, or null: commands in the undo queue go back to the drawing they
-/// changed, which need not be the active one any more.
+/// changed, which need not be the active one any more. Without a look over the scene as long as the
+/// node that introduced itself to the document is there.
 BaseNode* nodeWith(const LayerManager* document);
 
 inline bool hasActiveNode() {

@@ -24,60 +24,64 @@ std::vector<const Frame*> framesIn(const Layer& layer, const FrameRange& range) 
     return frames;
 }
 
-QString ExchangeOperation::undoFailedMessage() const {
+QString FrameExchange::undoFailedMessage() const {
     return QStringLiteral("Failed to undo: the frames of the layer have changed since.");
 }
 
-bool ExchangeOperation::refuseLocked(const Layer& layer) const {
-    if (layer.state() != layer_state::kLocked) {
+bool FrameExchange::refuseLocked(const Layer& layer) const {
+    if (layer.state() != LayerState::Locked) {
         return false;
     }
     report::error(lockedMessage());
     return true;
 }
 
-bool ExchangeOperation::exchange(LayerManager& document, int index) {
+bool FrameExchange::exchange(LayerManager& document) {
     std::vector<MTime> back;
     back.reserve(entering_.size());
     for (const auto& frame : entering_) {
         back.push_back(frame->time());
     }
-    if (!document.exchangeFrames(address_.camera(), index, leaving_, entering_)) {
+    if (!document.exchangeFrames(address_.camera(), address_.index(document), leaving_,
+                                 entering_)) {
         return false;
     }
     leaving_ = std::move(back);
     return true;
 }
 
-bool ExchangeOperation::apply(LayerManager& document, FrameClipboard& clipboard) {
+bool FrameExchange::exchangeOrReport(LayerManager& document) {
+    if (exchange(document)) {
+        return true;
+    }
+    report::error(QStringLiteral("The frames of the layer have changed since."));
+    return false;
+}
+
+bool FrameExchange::doExecute(LayerManager& document) {
     const Layer* layer = address_.resolve(document);
     if (!layer || refuseLocked(*layer)) {
         return false;
     }
-    if (!planned_) {
-        leaving_.clear();
-        entering_.clear();
-        if (!plan(*layer, clipboard)) {
-            return false;
-        }
-    }
-    const int index = address_.index(document);
-    if (!exchange(document, index)) {
-        report::error(QStringLiteral("The frames of the layer have changed since."));
+    leaving_.clear();
+    entering_.clear();
+    if (!plan(*layer) || !exchangeOrReport(document)) {
         return false;
     }
-    if (!planned_) {
-        address_.bind(document, index);
-        planned_ = true;
-    }
+    address_.bind(document, address_.index(document));
     return true;
 }
 
-bool ExchangeOperation::revert(LayerManager& document) {
+bool FrameExchange::doRedo(LayerManager& document) {
+    const Layer* layer = address_.resolve(document);
+    return layer && !refuseLocked(*layer) && exchangeOrReport(document);
+}
+
+bool FrameExchange::doUndo(LayerManager& document) {
     if (!address_.resolve(document)) {
         return false;
     }
-    if (!exchange(document, address_.index(document))) {
+    if (!exchange(document)) {
         report::error(undoFailedMessage());
         return false;
     }

@@ -7,20 +7,23 @@
 #include "document/BaseNodeLayerData.h"
 #include "node/BaseNode.h"
 #include "node/BaseNodeDrawOverride.h"
-#include "plugin/entry/DocumentLink.h"
-#include "plugin/entry/MenuScript.h"
-#include "plugin/entry/SceneEvents.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Names.h"
 #include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
+#include "plugin/entry/MenuScript.h"
+#include "plugin/entry/SceneEvents.h"
+#include "plugin/session/TimeSlider.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/SceneEnvironment.h"
+#include "plugin/session/Surfaces.h"
 #include "plugin/session/Timeline.h"
 #include "tools/interaction/DrawContextCommand.h"
 #include "tools/interaction/StrokeCommand.h"
+#include "tools/interaction/TimeControlOverlay.h"
 #include "tools/interaction/TransformContextCommand.h"
 
 #include <algorithm>
@@ -35,7 +38,32 @@ namespace {
 
 using namespace vellum;
 
-std::unique_ptr<DocumentLink> documentLink;
+std::unique_ptr<SceneEnvironment> environment;
+std::unique_ptr<Surfaces> surfaces;
+
+/// The document's way to the scene, and that of every change to what shows it.
+void connectFloors() {
+    environment = std::make_unique<SceneEnvironment>();
+    surfaces = std::make_unique<Surfaces>();
+    setDocumentEnvironment(environment.get());
+    setChangeListener(surfaces.get());
+}
+
+void disconnectFloors() {
+    setDocumentEnvironment(nullptr);
+    setChangeListener(nullptr);
+    environment.reset();
+    surfaces.reset();
+}
+
+void buildTimelineOverlay() {
+    if (!pluginState().interactive || pluginState().timeline)
+        return;
+    if (QWidget* slider = timeControlWidget())
+        pluginState().timeline = new TimeControlOverlay(slider); // the slider's child
+    else
+        report::error(QStringLiteral("Failed to get time control widget."));
+}
 
 QString text(const char* latin1) {
     return QString::fromLatin1(latin1);
@@ -80,6 +108,7 @@ Registration layerData() {
 
 Registration node() {
     return {[](MFnPlugin& plugin) {
+                buildTimelineOverlay();
                 const MString classification(kDrawClassification);
                 return plugin.registerNode(kNodeTypeName, BaseNode::id, BaseNode::creator,
                                            BaseNode::initialize, MPxNode::kLocatorNode,
@@ -174,8 +203,7 @@ void abandonLoading() {
     if (pluginState().menuSourced && !anotherCopyWorks())
         script::execute(command::deleteMainMenu());
     delete pluginState().timeline;
-    setDocumentObserver(nullptr);
-    documentLink.reset();
+    disconnectFloors();
     resetPluginState();
 }
 
@@ -190,8 +218,7 @@ MStatus initializePlugin(MObject object) {
     }
     resetPluginState();
     resetSettings();
-    documentLink = std::make_unique<DocumentLink>();
-    setDocumentObserver(documentLink.get());
+    connectFloors();
     pluginState().interactive = !isBatch();
     loadSettings();
     buildMenu();
@@ -236,8 +263,7 @@ MStatus uninitializePlugin(MObject object) {
             return status;
         }
     }
-    setDocumentObserver(nullptr);
-    documentLink.reset();
+    disconnectFloors();
     resetPluginState();
     return status;
 }

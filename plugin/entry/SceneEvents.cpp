@@ -1,16 +1,13 @@
 #include "plugin/entry/SceneEvents.h"
 
-#include "document/LayerManager.h"
-#include "node/BaseNode.h"
+#include "document/Changes.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/Settings.h"
-#include "plugin/entry/DocumentLink.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 #include "plugin/session/SceneTime.h"
 #include "plugin/session/Timeline.h"
 
-#include <maya/M3dView.h>
 #include <maya/MEventMessage.h>
 #include <maya/MFileIO.h>
 #include <maya/MMessage.h>
@@ -19,26 +16,13 @@ namespace vellum {
 
 namespace {
 
-void refreshLayerManager() {
-    if (BaseNode* node = activeNode()) {
-        refreshInterface(*node->layerManager());
-        M3dView::scheduleRefreshAllViews();
-    } else {
-        panels().clearLayerManager();
-    }
-}
-
 /// While a file is read, nodes stand without their data; "SceneOpened" makes up for what is missed.
 bool isReading() {
     return MFileIO::isReadingFile();
 }
 
 void onSelectionChanged(void*) {
-    if (isReading())
-        return;
-    refreshTimeline();
-    if (!activeNode())
-        panels().clearLayerManager();
+    tell(Change::Selection);
 }
 
 void onTimeChanged(void*) {
@@ -48,32 +32,20 @@ void onTimeChanged(void*) {
 
 // The moment stays, but other frames may share its number now.
 void onTimeUnitChanged(void*) {
-    if (isReading())
-        return;
-    propagateCurrentTime();
-    refreshTimeline();
+    if (!isReading())
+        drawingsChanged(Change::Time);
 }
 
-void onSceneOpened(void*) {
-    propagateCurrentTime();
-    refreshTimeline();
-    refreshLayerManager();
-}
-
-void onNewScene(void*) {
-    refreshTimeline();
-    refreshLayerManager();
+void onDrawingsChanged(void*) {
+    drawingsChanged(Change::Drawings);
 }
 
 void onQuit(void*) {
     tearDownInterface();
 }
 
-// A drawing that comes back may have been away while time went on.
 void onUndoOrRedo(void*) {
-    propagateCurrentTime();
-    refreshTimeline();
-    refreshLayerManager();
+    drawingsChanged(Change::Stepped);
 }
 
 struct Event {
@@ -85,13 +57,13 @@ constexpr Event kEvents[] = {
     {"SelectionChanged", onSelectionChanged},
     {"timeChanged", onTimeChanged},
     {"timeUnitChanged", onTimeUnitChanged},
-    {"SceneOpened", onSceneOpened},
+    {"SceneOpened", onDrawingsChanged},
     {"quitApplication", onQuit},
     {"Undo", onUndoOrRedo},
     {"Redo", onUndoOrRedo},
     // Drawings go with their scene and come with an import, and Maya may tell so by no other event.
-    {"NewSceneOpened", onNewScene},
-    {"SceneImported", onSceneOpened},
+    {"NewSceneOpened", onDrawingsChanged},
+    {"SceneImported", onDrawingsChanged},
 };
 
 } // namespace

@@ -8,8 +8,8 @@
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/SceneTime.h"
-#include "plugin/session/Timeline.h"
 
+#include <maya/MAnimControl.h>
 #include <maya/MTime.h>
 
 namespace vellum {
@@ -28,8 +28,7 @@ bool provideFirstLayer(LayerManager& document, const QString& camera, DrawingTar
         script::execute(command::util(QStringLiteral("-newLayer")));
         return false;
     }
-    target.addedLayer = document.addLayer(camera, 0, QString());
-    return target.addedLayer >= 0;
+    return target.added.addLayer(document, 0);
 }
 
 /// False, after reporting, when the camera's active layer refuses to be drawn on.
@@ -42,7 +41,7 @@ bool acceptsDrawing(const LayerManager& document, const QString& camera, int lay
         report::error(QStringLiteral("Active layer is not visible."));
         return false;
     }
-    if (document.layerState(camera, layer) == layer_state::kLocked) {
+    if (document.layerState(camera, layer) == LayerState::Locked) {
         report::error(QStringLiteral("Active layer is locked."));
         return false;
     }
@@ -53,7 +52,7 @@ bool acceptsDrawing(const LayerManager& document, const QString& camera, int lay
 bool provideFrame(LayerManager& document, const QString& camera, int layer, DrawingTarget& target) {
     if (document.hasFrameAtCurrentTime(camera))
         return true;
-    if (document.layerState(camera, layer) == layer_state::kStatic) {
+    if (document.layerState(camera, layer) == LayerState::Static) {
         const MTime time(static_cast<double>(settings().defaultStaticFrameTime), MTime::uiUnit());
         if (!settings().insertDefaultStaticFrame ||
             settings().defaultStaticFrameTime > currentFrame()) {
@@ -61,9 +60,9 @@ bool provideFrame(LayerManager& document, const QString& camera, int layer, Draw
                 QStringLiteral("Static layer: A frame is required at or before the current time."));
             return false;
         }
-        target.frameCreated = document.addFrameAt(camera, time) >= 0;
+        target.added.addFrame(document, time);
     } else {
-        target.frameCreated = document.addFrameAtCurrentTime(camera) >= 0;
+        target.added.addFrame(document, MAnimControl::currentTime());
     }
     return true;
 }
@@ -71,17 +70,14 @@ bool provideFrame(LayerManager& document, const QString& camera, int layer, Draw
 } // namespace
 
 DrawingTarget drawingTarget(BaseNode& node, const QString& camera) {
-    DrawingTarget target;
+    DrawingTarget target{nullptr, TargetAdditions(camera)};
+    const ChangeGroup group;
     const auto document = node.layerManager();
     if (camera.isEmpty() || !document || !provideFirstLayer(*document, camera, target))
         return target;
     const int layer = document->activeLayerIndex(camera);
     if (acceptsDrawing(*document, camera, layer) && provideFrame(*document, camera, layer, target))
         target.frame = document->currentFrame(camera);
-    if (target.frameCreated) {
-        node.drawingChanged();
-        refreshTimeline();
-    }
     return target;
 }
 

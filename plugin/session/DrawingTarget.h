@@ -1,6 +1,8 @@
 // The check before a stroke: the picture that it goes into. Main thread only.
 #pragma once
 
+#include "document/edits/TargetAdditions.h"
+
 #include <QString>
 
 namespace vellum {
@@ -11,8 +13,7 @@ class Frame;
 /// What the check found or made.
 struct DrawingTarget {
     const Frame* frame = nullptr; ///< frame to draw into, owned by the document; null: refused
-    int addedLayer = -1;          ///< index of a first layer made for the camera
-    bool frameCreated = false;    ///< a frame was inserted
+    TargetAdditions added;        ///< the first layer and the frame, as far as they were missing
 
     explicit operator bool() const { return frame != nullptr; }
 };

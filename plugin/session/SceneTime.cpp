@@ -13,20 +13,19 @@ namespace vellum {
 
 namespace {
 
-void updateNodeTime(BaseNode& node, int frame) {
-    PluginState& state = pluginState();
-    bool markersRefreshed = false;
-    if (state.timeline) {
-        state.timeline->timeChanged();
-        if (state.timeline->areMarkersVisible()) {
-            refreshTimeline();
-            markersRefreshed = state.timeline->areMarkersVisible();
-        }
+void handTimeOn(Changes before) {
+    const std::vector<BaseNode*> nodes = allNodes();
+    const BaseNode* active = activeAmong(nodes);
+    if (before)
+        tell(before);
+    const int frame = currentFrame();
+    for (const BaseNode* node : nodes) {
+        // The markers have brought the active layer up to date, where there are any.
+        if (const auto document = node->layerManager())
+            document->timeChanged(frame, node == active);
     }
-    // Refreshing the markers has brought the active layer up to date, of the active node only.
-    if (const auto document = node.layerManager())
-        document->timeChanged(frame, markersRefreshed && &node == activeNode());
-    if (state.transformContext && !MAnimControl::isPlaying())
+    PluginState& state = pluginState();
+    if (!nodes.empty() && state.transformContext && !MAnimControl::isPlaying())
         state.transformContext->timeChanged();
 }
 
@@ -37,9 +36,17 @@ int currentFrame() {
 }
 
 void propagateCurrentTime() {
-    const int frame = currentFrame();
-    for (BaseNode* node : allNodes())
-        updateNodeTime(*node, frame);
+    TimelineMarkers* timeline = pluginState().timeline;
+    if (timeline)
+        timeline->timeChanged();
+    handTimeOn(timeline && timeline->areMarkersVisible() ? Change::Time : Changes());
+}
+
+void drawingsChanged(Change happened) {
+    if (TimelineMarkers* timeline = pluginState().timeline)
+        timeline->timeChanged();
+    handTimeOn({});
+    tell(happened);
 }
 
 } // namespace vellum

@@ -1,12 +1,19 @@
 // The scene's current time, and handing a new one on. Main thread only.
 #pragma once
 
+#include "document/Changes.h"
+
 namespace vellum {
 
 /// Current time in whole frames of the current unit (document/IntTime.h).
 int currentFrame();
 
-/// Hands the current frame to the overlay, to every node's document and to the transform tool.
+/// After a change of the scene's time: hands it to the overlay, to the document of every node and
+/// to the transform tool. One look over the scene.
 void propagateCurrentTime();
+
+/// After drawings may have come or gone, which may have been away while time went on: hands the
+/// time to all, in the same look, then tells what has happened (Drawings, Stepped).
+void drawingsChanged(Change happened);
 
 } // namespace vellum

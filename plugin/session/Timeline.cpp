@@ -1,5 +1,6 @@
 #include "plugin/session/Timeline.h"
 
+#include "document/Changes.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -35,18 +36,16 @@ int shifted(int time, int offset) {
 
 } // namespace
 
-void refreshTimeline() {
+void refreshTimeline(LayerManager* drawing) {
     TimelineMarkers* timeline = pluginState().timeline;
     if (!timeline)
         return;
-    BaseNode* node = wantsMarkers() ? activeNode() : nullptr;
-    const auto document = node ? node->layerManager() : nullptr;
-    if (!document) {
+    if (!drawing || !wantsMarkers()) {
         timeline->setMarkersVisible(false);
         return;
     }
     QList<int> times;
-    document->collectFrameTimes(document->currentCamera(), times);
+    drawing->collectFrameTimes(drawing->currentCamera(), times);
     const auto move = timeline->rangeMove();
     if (move && move->offset != 0) {
         for (int& time : times) {
@@ -68,7 +67,7 @@ void setDrawToolActive(bool active) {
     if (state.timeline)
         state.timeline->setEnabled(active);
     if (dragging || settings().timelineFrameDisplay == TimelineDisplay::WhileInUse)
-        refreshTimeline();
+        tell(Change::DrawToolInUse);
 }
 
 } // namespace vellum

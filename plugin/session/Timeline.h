@@ -7,6 +7,8 @@
 
 namespace vellum {
 
+class LayerManager;
+
 /// The overlay over the time slider, seen from below. The widget itself is made higher up and
 /// stands in PluginState while it lives.
 class TimelineMarkers {
@@ -29,9 +31,9 @@ public:
     virtual std::optional<RangeMove> rangeMove() const = 0;
 };
 
-/// Shows the frames of the active layer of the active camera, or hides the markers, as the display
-/// mode asks. Does nothing without an overlay.
-void refreshTimeline();
+/// Shows the frames of the active layer of a drawing's current camera, or hides the markers, as the
+/// display mode asks; without a drawing they are hidden. Does nothing without an overlay.
+void refreshTimeline(LayerManager* drawing);
 
 /// Called by the draw tool when it becomes and stops being current.
 void setDrawToolActive(bool active);

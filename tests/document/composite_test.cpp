@@ -1,6 +1,6 @@
 // The picture of a camera: equal to what QPainter paints, and equal however little of it was
 // painted anew.
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
 #include "document/StrokeSession.h"
@@ -228,22 +228,22 @@ TEST(Composite, GhostsEqualQPainterInEveryCombination) {
         }
         EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), expected), 2) << combination;
     }
-    class Playing : public DocumentObserver {
+    class Playing : public DocumentEnvironment {
         bool isPlaying() const override { return true; }
     } playing;
-    setDocumentObserver(&playing);
+    setDocumentEnvironment(&playing);
     EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), layers), 1)
         << "no ghosts during playback";
-    setDocumentObserver(nullptr);
+    setDocumentEnvironment(nullptr);
     rebuilt(manager);
     ASSERT_TRUE(manager.beginStroke(kCamera, Tool::Brush, Qt::red));
-    setDocumentObserver(&playing);
+    setDocumentEnvironment(&playing);
     EXPECT_LE(drawing::premultipliedDifference(rebuilt(manager), layers), 1)
         << "nor when it starts in the middle of a stroke";
     manager.discardStroke();
     chosen.disableGhostingDuringPlayback = false;
     EXPECT_GT(drawing::premultipliedDifference(rebuilt(manager), layers), 1);
-    setDocumentObserver(nullptr);
+    setDocumentEnvironment(nullptr);
 }
 
 TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
@@ -427,7 +427,7 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
                  {2, 1, Tool::Brush, false},     {5, 2, Tool::Brush, false},
                  {5, 0, Tool::Transform, false}, {5, 0, static_cast<Tool>(-1), false}};
     for (const auto& one : cases) {
-        manager.setLayerState(kCamera, 0, one.state);
+        manager.setLayerState(kCamera, 0, LayerState(one.state));
         drawing::goTo(manager, one.time);
         EXPECT_EQ(manager.beginStroke(kCamera, one.tool, Qt::red) != nullptr, one.begins)
             << one.time << ' ' << one.state << ' ' << numberOf(one.tool);
@@ -436,7 +436,7 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     EXPECT_FALSE(manager.commitStroke(kCamera, undo)) << "there is no stroke";
 
     // An eraser works on a whole picture: on another one it erases, and does not replace it.
-    manager.setLayerState(kCamera, 0, layer_state::kAnimated);
+    manager.setLayerState(kCamera, 0, LayerState::Animated);
     drawing::goTo(manager, 3);
     Stroke* stroke = manager.beginStroke(kCamera, Tool::Eraser, Qt::red);
     ASSERT_TRUE(stroke);

@@ -1,10 +1,11 @@
 // What each frame operation does, refuses and brings back.
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
 #include "document/Retiming.h"
+#include "document/edits/Edit.h"
 #include "document/edits/FrameClipboard.h"
-#include "document/edits/FrameOperation.h"
+#include "document/edits/FrameEdits.h"
 #include "plugin/base/Settings.h"
 #include "support/FrameChanges.h"
 
@@ -25,13 +26,15 @@ constexpr int kLeast = std::numeric_limits<int>::min();
 
 using Frames = std::vector<std::pair<int, int>>; // time, mark
 
-class FrameOperations : public testing::Test, public DocumentObserver {
+namespace op = frame_edit;
+
+class FrameOperations : public testing::Test, public DocumentEnvironment {
 protected:
     FrameOperations() {
-        setDocumentObserver(this);
+        setDocumentEnvironment(this);
         MAnimControl::setCurrentTime(fromIntTime(7));
     }
-    ~FrameOperations() override { setDocumentObserver(nullptr); }
+    ~FrameOperations() override { setDocumentEnvironment(nullptr); }
 
     bool cameraExists(const QString& camera) const override { return camera != missing; }
 
@@ -49,15 +52,17 @@ protected:
         document.insertLayer(camera, -1, drawing::layerWith(camera + "'s", times, firstMark));
     }
 
-    bool does(const std::unique_ptr<FrameOperation>& operation) {
-        return operation->execute(document, clipboard);
+    using Verb = bool (Edit::*)(LayerManager&);
+
+    bool does(const std::unique_ptr<Edit>& operation, Verb verb = &Edit::execute) {
+        return (*operation.*verb)(document);
     }
 
     /// Does it, goes back and forth twice, and ends with it done.
-    void undoable(const std::unique_ptr<FrameOperation>& operation, const Frames& after) {
+    void undoable(const std::unique_ptr<Edit>& operation, const Frames& after) {
         const Frames before = frames();
         const int time = currentIntTime();
-        ASSERT_TRUE(does(operation));
+        ASSERT_TRUE(operation->execute(document));
         const int timeAfter = currentIntTime();
         for (int i = 0; i < 2; ++i) {
             SCOPED_TRACE(i == 0 ? "at first" : "once more");
@@ -66,32 +71,30 @@ protected:
             ASSERT_TRUE(operation->undo(document));
             EXPECT_EQ(frames(), before);
             EXPECT_EQ(currentIntTime(), time);
-            ASSERT_TRUE(does(operation));
+            ASSERT_TRUE(operation->redo(document));
         }
     }
 
     /// Must fail with this message ("" = without any) and change nothing.
-    void refuses(const std::unique_ptr<FrameOperation>& operation, const std::string& message,
-                 bool undo = false) {
+    void refuses(const std::unique_ptr<Edit>& operation, const std::string& message,
+                 Verb verb = &Edit::execute) {
         const Frames before = frames();
-        const std::size_t copied = clipboard.frames().size();
+        const std::size_t copied = clipboard->frames().size();
         messages.take();
-        EXPECT_FALSE(undo ? operation->undo(document) : does(operation));
+        EXPECT_FALSE(does(operation, verb));
         EXPECT_THAT(messages.take(), message.empty() ? std::vector<std::string>{}
                                                      : std::vector{"[Vellum2] " + message});
         EXPECT_EQ(frames(), before);
-        EXPECT_EQ(clipboard.frames().size(), copied);
+        EXPECT_EQ(clipboard->frames().size(), copied);
         EXPECT_EQ(currentIntTime(), 7);
     }
 
     const drawing::CleanScene scene;
     LayerManager document;
-    FrameClipboard clipboard;
+    const op::Clipboard clipboard = std::make_shared<FrameClipboard>();
     QString missing = "gone";
     drawing::Messages messages;
 };
-
-namespace op = frame_operation;
 
 TEST_F(FrameOperations, InsertFillsTheGapsOfTheRange) {
     draw({11, 13});
@@ -100,33 +103,32 @@ TEST_F(FrameOperations, InsertFillsTheGapsOfTheRange) {
 }
 
 TEST_F(FrameOperations, InsertGivesACameraItsFirstLayer) {
-    settings().defaultLayerState = layer_state::kStatic;
+    settings().defaultLayerState = numberOf(LayerState::Static);
     draw({1}, 1, "other");
     document.renameLayer("other", 0, "Layer");
     const auto insert = op::insert("cam", {7, 8});
-    for (int i = 0; i < 2; ++i) {
-        SCOPED_TRACE(i == 0 ? "at first" : "once more");
-        ASSERT_TRUE(does(insert));
+    for (const Verb verb : {&Edit::execute, &Edit::redo}) {
+        ASSERT_TRUE(does(insert, verb));
         EXPECT_EQ(document.layerName("cam", 0), "Layer 1");
-        EXPECT_EQ(document.layerState("cam", 0), layer_state::kStatic);
+        EXPECT_EQ(document.layerState("cam", 0), LayerState::Static);
         EXPECT_EQ(document.activeLayerIndex("cam"), 0);
         EXPECT_EQ(frames(), (Frames{{7, 0}, {8, 0}}));
         ASSERT_TRUE(insert->undo(document));
         EXPECT_EQ(document.cameraLayerCount("cam"), 0);
-        settings().defaultLayerState = layer_state::kAnimated;
+        settings().defaultLayerState = numberOf(LayerState::Animated);
     }
     EXPECT_EQ(document.currentCamera(), "other");
 
     LayerManager empty;
     const auto first = op::insert("cam", {7, 7});
-    ASSERT_TRUE(first->execute(empty, clipboard));
+    ASSERT_TRUE(first->execute(empty));
     EXPECT_EQ(empty.currentCamera(), "cam");
     ASSERT_TRUE(first->undo(empty));
     EXPECT_EQ(empty.currentCamera(), "") << "as it was";
 
     empty.addLayer("cam", -1, "other's way");
     messages.take();
-    EXPECT_FALSE(first->execute(empty, clipboard));
+    EXPECT_FALSE(first->redo(empty));
     EXPECT_THAT(messages.take(), ElementsAre("[Vellum2] Failed to create layer for frame"));
     EXPECT_EQ(empty.cameraLayerCount("cam"), 1);
 }
@@ -135,17 +137,17 @@ TEST_F(FrameOperations, DuplicateCopiesThePreviousDrawing) {
     draw({1, 5, 9});
     undoable(op::duplicate("cam"), {{1, 1}, {5, 2}, {7, 2}, {9, 3}});
     refuses(op::duplicate("cam"), "A frame already exists at the current time.");
-    document.setLayerState("cam", 0, layer_state::kStatic);
+    document.setLayerState("cam", 0, LayerState::Static);
     document.takeFrameAt("cam", 7);
     refuses(op::duplicate("cam"), "A frame already exists at the current time.");
     draw({8, 20}, 4, "later");
     refuses(op::duplicate("later"), "");
 
-    document.setLayerState("cam", 0, layer_state::kAnimated);
+    document.setLayerState("cam", 0, LayerState::Animated);
     const auto duplicate = op::duplicate("cam");
     ASSERT_TRUE(does(duplicate));
     document.takeFrameAt("cam", 7);
-    refuses(duplicate, "Failed to undo duplicate frame operation.", true);
+    refuses(duplicate, "Failed to undo duplicate frame operation.", &Edit::undo);
 }
 
 TEST_F(FrameOperations, DeletedFramesComeBackAsTheyWere) {
@@ -153,9 +155,8 @@ TEST_F(FrameOperations, DeletedFramesComeBackAsTheyWere) {
     test::putFrame(document, "cam", 0, drawing::scribble(5)); // not packed
     const QImage picture = document.currentFrame("cam")->image();
     const auto remove = op::remove("cam", {-1, 7});
-    for (int i = 0; i < 3; ++i) {
-        SCOPED_TRACE("round " + std::to_string(i));
-        ASSERT_TRUE(does(remove));
+    for (const Verb verb : {&Edit::execute, &Edit::redo, &Edit::redo}) {
+        ASSERT_TRUE(does(remove, verb));
         EXPECT_EQ(frames(), (Frames{{-3, 1}, {8, 4}}));
         EXPECT_EQ(document.activeLayer("cam")->currentIndex(), 0);
         ASSERT_TRUE(remove->undo(document));
@@ -166,22 +167,22 @@ TEST_F(FrameOperations, DeletedFramesComeBackAsTheyWere) {
 
 TEST_F(FrameOperations, TheClipboardPastesOverWhatIsThere) {
     draw({10, 12, 14, 31, 34});
-    ASSERT_TRUE(does(op::copy("cam", {10, 14})));
+    ASSERT_TRUE(does(op::copy("cam", {10, 14}, clipboard)));
     const Frames pasted{{10, 1}, {12, 2}, {14, 3}, {30, 1}, {31, 4}, {32, 2}, {34, 3}};
-    undoable(op::paste("cam", 30), pasted);
+    undoable(op::paste("cam", 30, clipboard), pasted);
     draw({}, 1, "other");
-    ASSERT_TRUE(does(op::paste("other", -2)));
+    ASSERT_TRUE(does(op::paste("other", -2, clipboard)));
     EXPECT_EQ(frames("other"), (Frames{{-2, 1}, {0, 2}, {2, 3}})) << "for all cameras";
 
-    const auto cut = op::cut("cam", {31, 32});
+    const auto cut = op::cut("cam", {31, 32}, clipboard);
     undoable(cut, {{10, 1}, {12, 2}, {14, 3}, {30, 1}, {34, 3}});
-    EXPECT_EQ(clipboard.frames().size(), 2U);
-    ASSERT_TRUE(does(op::copy("cam", {100, 200})));
-    EXPECT_THAT(clipboard.frames(), IsEmpty());
+    EXPECT_EQ(clipboard->frames().size(), 2U);
+    ASSERT_TRUE(does(op::copy("cam", {100, 200}, clipboard)));
+    EXPECT_THAT(clipboard->frames(), IsEmpty());
     ASSERT_TRUE(cut->undo(document));
-    ASSERT_TRUE(does(cut));
-    EXPECT_EQ(clipboard.frames().size(), 2U) << "cut again";
-    EXPECT_FALSE(op::copy("cam", {1, 2})->isUndoable());
+    ASSERT_TRUE(cut->redo(document));
+    EXPECT_EQ(clipboard->frames().size(), 2U) << "cut again";
+    EXPECT_FALSE(op::copy("cam", {1, 2}, clipboard)->isUndoable());
 }
 
 TEST_F(FrameOperations, ClearKeepsBlankFrames) {
@@ -199,7 +200,7 @@ TEST_F(FrameOperations, StepsGoAroundTheEnds) {
         const int to = currentIntTime();
         EXPECT_TRUE(step->undo(document));
         EXPECT_EQ(currentIntTime(), from);
-        EXPECT_TRUE(does(step));
+        EXPECT_TRUE(step->redo(document));
         EXPECT_EQ(currentIntTime(), to);
         EXPECT_EQ(document.currentFrame("cam")->intTime(), to) << "the document followed";
         return to;
@@ -271,26 +272,26 @@ TEST_F(FrameOperations, RetimeRefusesWhatDoesNotFit) {
 
 TEST_F(FrameOperations, LockedLayersRefuseEveryChange) {
     draw({1, 8});
-    ASSERT_TRUE(does(op::copy("cam", {1, 1})));
-    document.setLayerState("cam", 0, layer_state::kLocked);
+    ASSERT_TRUE(does(op::copy("cam", {1, 1}, clipboard)));
+    document.setLayerState("cam", 0, LayerState::Locked);
     refuses(op::insert("cam", {3, 4}), "Cannot add frames to a locked layer");
     refuses(op::duplicate("cam"), "Cannot duplicate frames on a locked layer");
     refuses(op::remove("cam", {1, 8}), "Cannot remove frames from a locked layer");
-    refuses(op::cut("cam", {1, 8}), "Cannot cut frames from a locked layer");
-    refuses(op::paste("cam", 4), "Cannot paste frames to a locked layer");
+    refuses(op::cut("cam", {1, 8}, clipboard), "Cannot cut frames from a locked layer");
+    refuses(op::paste("cam", 4, clipboard), "Cannot paste frames to a locked layer");
     refuses(op::clear("cam", {1, 8}), "Cannot remove frames from a locked layer");
     refuses(op::move("cam", 1, 1, 1), "Cannot move frames on a locked layer");
     refuses(op::retime({1, 8}, 1, false, false), "Cannot retime frames on a locked layer");
-    EXPECT_TRUE(does(op::copy("cam", {1, 8}))) << "copying changes nothing";
+    EXPECT_TRUE(does(op::copy("cam", {1, 8}, clipboard))) << "copying changes nothing";
 }
 
 TEST_F(FrameOperations, NumbersBeyondTheFramesAreRefused) {
     draw({kLeast, -1, 0, kMost});
     refuses(op::insert("cam", {kLeast, kMost}), "Cannot insert more than 1000000 frames at once");
-    refuses(op::copy("cam", {kLeast, kMost}), "Time range is too long to be copied");
-    refuses(op::cut("cam", {kLeast, kMost}), "Time range is too long to be copied");
-    ASSERT_TRUE(does(op::copy("cam", {-1, 0})));
-    refuses(op::paste("cam", kMost), "Cannot paste frames at time 2147483648");
+    refuses(op::copy("cam", {kLeast, kMost}, clipboard), "Time range is too long to be copied");
+    refuses(op::cut("cam", {kLeast, kMost}, clipboard), "Time range is too long to be copied");
+    ASSERT_TRUE(does(op::copy("cam", {-1, 0}, clipboard)));
+    refuses(op::paste("cam", kMost, clipboard), "Cannot paste frames at time 2147483648");
     undoable(op::clear("cam", {kLeast, kMost}), {{kLeast, 0}, {-1, 0}, {0, 0}, {kMost, 0}});
     undoable(op::insert("cam", {kMost - 1, kMost}),
              {{kLeast, 0}, {-1, 0}, {0, 0}, {kMost - 1, 0}, {kMost, 0}});
@@ -326,7 +327,7 @@ TEST_F(FrameOperations, RangesOfTheTimeSlider) {
 TEST_F(FrameOperations, WaitForACameraOrLayerThatIsGone) {
     draw({1, 8});
     document.addLayer("cam", -1, "above");
-    const std::pair<const char*, std::unique_ptr<FrameOperation>> operations[] = {
+    const std::pair<const char*, std::unique_ptr<Edit>> operations[] = {
         {"insert", op::insert("cam", {2, 3})}, {"remove", op::remove("cam", {1, 8})},
         {"clear", op::clear("cam", {1, 8})},   {"duplicate", op::duplicate("cam")},
         {"move", op::move("cam", 1, 1, 1)},    {"retime", op::retime({1, 8}, 3, false, false)},
@@ -338,11 +339,11 @@ TEST_F(FrameOperations, WaitForACameraOrLayerThatIsGone) {
         const Frames after = frames();
         drawing::goTo(document, 7);
         missing = "cam";
-        refuses(operation, "Camera does not exist: cam", true);
+        refuses(operation, "Camera does not exist: cam", &Edit::undo);
         missing.clear();
         std::unique_ptr<Layer> gone = document.takeLayer("cam", 0);
         document.addLayer("cam", 0, "cam's"); // it is the layer, not its name or place
-        refuses(operation, "Layer does not exist for camera: cam (cam's)", true);
+        refuses(operation, "Layer does not exist for camera: cam (cam's)", &Edit::undo);
         document.takeLayer("cam", 0);
         document.insertLayer("cam", 0, std::move(gone));
         document.renameLayer("cam", 0, "away");
@@ -357,9 +358,9 @@ TEST_F(FrameOperations, WaitForACameraOrLayerThatIsGone) {
         EXPECT_EQ(frames(), before);
         drawing::goTo(document, 7);
         missing = "cam";
-        refuses(operation, "Camera does not exist: cam");
+        refuses(operation, "Camera does not exist: cam", &Edit::redo);
         missing.clear();
-        ASSERT_TRUE(does(operation));
+        ASSERT_TRUE(operation->redo(document));
         EXPECT_EQ(frames(), after);
         ASSERT_TRUE(operation->undo(document));
         drawing::goTo(document, 7);
@@ -376,22 +377,22 @@ TEST_F(FrameOperations, FramesChangedBehindTheirBackAreLeftAlone) {
     ASSERT_TRUE(does(remove));
     document.addFrameAt("cam", 8);
     const std::string undone = "Failed to undo: the frames of the layer have changed since.";
-    refuses(remove, undone, true);
+    refuses(remove, undone, &Edit::undo);
     document.takeFrameAt("cam", 8);
     ASSERT_TRUE(remove->undo(document)) << "nothing was lost";
     EXPECT_EQ(frames(), (Frames{{1, 1}, {8, 2}}));
     document.takeFrameAt("cam", 1);
-    refuses(remove, "The frames of the layer have changed since.");
+    refuses(remove, "The frames of the layer have changed since.", &Edit::redo);
     const auto move = op::move("cam", 2, 8, 8);
     ASSERT_TRUE(does(move));
     document.addFrameAt("cam", 8);
-    refuses(move, "The frames of the layer have changed since.", true);
+    refuses(move, "The frames of the layer have changed since.", &Edit::undo);
 }
 
 TEST_F(FrameOperations, TimeUnitsNeitherLoseFramesNorMixThemUp) {
     MTime::setUIUnit(MTime::kNTSCFrame);
     draw({0, 1, 2, 3, 4, 5});
-    ASSERT_TRUE(does(op::copy("cam", {0, 5})));
+    ASSERT_TRUE(does(op::copy("cam", {0, 5}, clipboard)));
     const auto remove = op::remove("cam", {0, 2});
     const auto retime = op::retime({3, 5}, 2, false, false);
     ASSERT_TRUE(does(remove));
@@ -401,7 +402,7 @@ TEST_F(FrameOperations, TimeUnitsNeitherLoseFramesNorMixThemUp) {
     ASSERT_TRUE(remove->undo(document));
     EXPECT_EQ(frames(), (Frames{{0, 1}, {0, 2}, {1, 3}, {2, 4}, {3, 5}, {4, 6}}))
         << "two have no whole frame of their own now, but both are there";
-    const auto paste = op::paste("cam", 10);
+    const auto paste = op::paste("cam", 10, clipboard);
     ASSERT_TRUE(does(paste));
     EXPECT_EQ(frames().size(), 11U) << "of two at one frame the later is pasted";
     ASSERT_TRUE(paste->undo(document));

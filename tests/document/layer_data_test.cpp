@@ -98,7 +98,8 @@ std::string described(const LayerManager& manager) {
         for (int i = 0; i < manager.cameraLayerCount(camera); ++i) {
             const Layer& layer = *manager.layer(camera, i);
             out << "  " << layer.name().toStdString() << ' ' << layer.isVisible() << ' '
-                << layer.opacity() << ' ' << layer.state() << " at " << layer.currentIndex() << ':';
+                << layer.opacity() << ' ' << numberOf(layer.state()) << " at "
+                << layer.currentIndex() << ':';
             for (int f = 0; f < layer.frameCount(); ++f) {
                 out << ' ' << layer.frameAt(f)->intTime() << '='
                     << drawing::markOf(layer.frameAt(f)->image());
@@ -124,7 +125,7 @@ void fill(BaseNodeLayerData& data) {
         auto layer = drawing::layerWith(name, {-3 - i, 0, 2 + i}, mark);
         layer->addFrameAt(100);
         layer->setOpacity(0.125F * static_cast<float>(i % 9));
-        layer->setState(i % 3);
+        layer->setState(LayerState(i % 3));
         layer->setVisible(i % 4 != 0);
         manager.insertLayer(camera, -1, std::move(layer));
         mark += 10;
@@ -174,7 +175,7 @@ TEST(LayerData, HasExactlyThisForm) {
     manager.setMaster(true);
     auto layer = drawing::layerWith("Ink", {7}, 5);
     layer->setOpacity(0.5F);
-    layer->setState(layer_state::kStatic);
+    layer->setState(LayerState::Static);
     manager.insertLayer("cam", -1, std::move(layer));
     std::ostringstream time;
     time << fromIntTime(7);

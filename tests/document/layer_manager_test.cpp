@@ -1,6 +1,7 @@
 // Layers of cameras: names, order, activity, moves, messages; long random sequences against a
 // trivial model.
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
+#include "document/DocumentEnvironment.h"
 #include "document/Drawing.h"
 #include "document/IntTime.h"
 #include "plugin/base/Settings.h"
@@ -22,13 +23,25 @@ using testing::IsEmpty;
 
 namespace {
 
-class Observer : public DocumentObserver {
+class Observer : public DocumentEnvironment, public ChangeListener {
 public:
-    Observer() { setDocumentObserver(this); }
-    ~Observer() override { setDocumentObserver(nullptr); }
+    Observer() {
+        setDocumentEnvironment(this);
+        setChangeListener(this);
+    }
+    ~Observer() override {
+        setDocumentEnvironment(nullptr);
+        setChangeListener(nullptr);
+    }
 
-    void documentChanged(LayerManager&) override { ++changes; }
-    void activeLayerOpacityChanged(float opacity) override { opacities.push_back(opacity); }
+    void changed(Changes told, const std::vector<LayerManager*>& drawings) override {
+        EXPECT_EQ(drawings.size(), 1U);
+        changes += told.testFlag(Change::Layers) ? 1 : 0;
+        if (told.testFlag(Change::ActiveOpacity)) {
+            LayerManager& manager = *drawings.front();
+            opacities.push_back(manager.activeLayer(manager.currentCamera())->opacity());
+        }
+    }
     bool cameraExists(const QString& camera) const override { return camera != "gone"; }
     QString currentCamera() const override { return viewed; }
     bool isPlaying() const override { return playing; }
@@ -76,7 +89,7 @@ TEST(LayerManager, NewLayersTakeTheStateOfTheSettingWhenItIsOne) {
     for (const auto& [setting, state] : {std::pair{1, 1}, {2, 2}, {3, 0}, {-1, 0}}) {
         settings().defaultLayerState = setting;
         const int index = manager.addLayer("cam", -1, "");
-        EXPECT_EQ(manager.layerState("cam", index), state) << setting;
+        EXPECT_EQ(numberOf(manager.layerState("cam", index)), state) << setting;
     }
 }
 
@@ -131,10 +144,9 @@ TEST(LayerManager, RefusalsSayWhyAndChangeNothing) {
     EXPECT_TRUE(manager.setActiveLayer("empty", -1, false));
     EXPECT_EQ(manager.layerName("cam", 9), "");
     EXPECT_EQ(manager.layerOpacity("cam", 9), 0.0F);
-    EXPECT_EQ(manager.layerState("cam", 9), 0);
+    EXPECT_EQ(manager.layerState("cam", 9), LayerState::Animated);
     EXPECT_FALSE(manager.layerVisible("cam", 9));
-    manager.setLayerState("cam", 0, 3);
-    EXPECT_EQ(manager.layerState("cam", 0), 0);
+    EXPECT_FALSE(layerStateOf(3) || layerStateOf(-1));
     EXPECT_THAT(messages.take(), IsEmpty());
 }
 

@@ -70,8 +70,8 @@ TEST(IntTime, FramesThatFallTogetherShowAndGiveTheLast) {
 
 TEST(Layer, ShowsTheLastFrameAtOrBeforeTheTime) {
     const CleanScene scene;
-    for (const int state : {layer_state::kAnimated, layer_state::kStatic, layer_state::kLocked}) {
-        SCOPED_TRACE("state " + std::to_string(state));
+    for (const LayerState state : {LayerState::Animated, LayerState::Static, LayerState::Locked}) {
+        SCOPED_TRACE("state " + std::to_string(numberOf(state)));
         const auto layer = drawing::layerWith("A", {10, 20}, 1);
         layer->setState(state);
         const struct {
@@ -99,11 +99,11 @@ TEST(Layer, CanBeDrawnOn) {
     const auto layer = drawing::layerWith("A", {1}, 1);
     setTime(*layer, 50);
     EXPECT_FALSE(layer->hasFrameAtCurrentTime());
-    layer->setState(layer_state::kStatic);
+    layer->setState(LayerState::Static);
     EXPECT_TRUE(layer->hasFrameAtCurrentTime());
     setTime(*layer, 0);
     EXPECT_FALSE(layer->hasFrameAtCurrentTime());
-    layer->setState(layer_state::kAnimated);
+    layer->setState(LayerState::Animated);
     setTime(*layer, 1);
     EXPECT_TRUE(layer->hasFrameAtCurrentTime());
 }
@@ -185,7 +185,7 @@ TEST(Layer, IsDirtyExactlyWhenItsPictureMayHaveChanged) {
     EXPECT_TRUE(dirtied([&] { layer->setVisible(false); }));
     EXPECT_TRUE(dirtied([&] { layer->setOpacity(0.5F); }));
     EXPECT_FALSE(dirtied([&] { layer->setOpacity(0.5F); }));
-    EXPECT_FALSE(dirtied([&] { layer->setState(layer_state::kLocked); }));
+    EXPECT_FALSE(dirtied([&] { layer->setState(LayerState::Locked); }));
     EXPECT_FALSE(dirtied([&] { layer->setActive(true); }));
     EXPECT_TRUE(dirtied([&] { layer->addFrameAt(30); }));
     EXPECT_TRUE(dirtied([&] { layer->takeFrameAt(30); }));

@@ -218,9 +218,9 @@ TEST_F(Region, BelongsToItsFrame) {
     EXPECT_TRUE(same(shown(), other));
     EXPECT_TRUE(same(merge(), other));
 
-    manager.setLayerState(kCamera, 0, layer_state::kLocked);
+    manager.setLayerState(kCamera, 0, LayerState::Locked);
     EXPECT_EQ(lift(of(kRegion)), nullptr);
-    manager.setLayerState(kCamera, 0, layer_state::kAnimated);
+    manager.setLayerState(kCamera, 0, LayerState::Animated);
     goTo(manager, 0);
     EXPECT_EQ(lift(of(kRegion)), nullptr); // no frame there
 }

@@ -1,10 +1,11 @@
 // Thousands of random sequences of edits of layers and frames, with undo and redo, against a model
 // that is too simple to be wrong.
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 #include "document/Drawing.h"
 #include "document/TimelineModel.h"
+#include "document/edits/Edit.h"
 #include "document/edits/FrameClipboard.h"
-#include "document/edits/FrameOperation.h"
+#include "document/edits/FrameEdits.h"
 #include "support/FrameChanges.h"
 #include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
@@ -90,9 +91,9 @@ public:
             for (std::size_t i = 0; i < plain.layers.size(); ++i)
                 compare(*document_.layer(name, static_cast<int>(i)), plain.layers[i]);
         }
-        ASSERT_EQ(clipboard_.frames().size(), model_.clipboard.size()) << log;
+        ASSERT_EQ(clipboard_->frames().size(), model_.clipboard.size()) << log;
         auto copied = model_.clipboard.begin();
-        for (const auto& frame : clipboard_.frames()) {
+        for (const auto& frame : clipboard_->frames()) {
             ASSERT_EQ(momentOf(frame->time()), copied->first) << log;
             ASSERT_EQ(markOf(*frame), copied++->second) << log;
         }
@@ -112,7 +113,7 @@ public:
 private:
     /// A step of the undo queue.
     struct Step {
-        std::unique_ptr<FrameOperation> operation; ///< null: the two functions
+        std::unique_ptr<Edit> operation; ///< null: the two functions
         std::function<void()> undo;
         std::function<void()> redo;
         Drawing before;
@@ -132,7 +133,7 @@ private:
 
     void compare(const Layer& layer, const PlainLayer& plain) {
         ASSERT_EQ(layer.name(), plain.name) << log;
-        ASSERT_EQ(layer.state(), plain.state) << log;
+        ASSERT_EQ(numberOf(layer.state()), plain.state) << log;
         ASSERT_EQ(layer.frameCount(), static_cast<int>(plain.frames.size())) << log;
         int index = 0;
         for (const auto& [moment, mark] : plain.frames) {
@@ -174,7 +175,7 @@ private:
         Step step = std::move(undone_.back());
         undone_.pop_back();
         if (step.operation)
-            ASSERT_TRUE(step.operation->execute(document_, clipboard_)) << log;
+            ASSERT_TRUE(step.operation->redo(document_)) << log;
         else
             step.redo();
         model_.drawing = step.after;
@@ -189,7 +190,7 @@ private:
     }
 
     void editFrames();
-    void run(std::unique_ptr<FrameOperation> operation, const std::function<Refusal()>& plainly,
+    void run(std::unique_ptr<Edit> operation, const std::function<Refusal()>& plainly,
              Also also = Also::Nothing);
     void editLayers();
     void edit(const std::function<void()>& redo, const std::function<void()>& undo,
@@ -202,7 +203,7 @@ private:
 
     std::mt19937 random_;
     LayerManager document_;
-    FrameClipboard clipboard_;
+    const frame_edit::Clipboard clipboard_ = std::make_shared<FrameClipboard>();
     Model model_;
     QString camera_;
     std::vector<Step> done_;
@@ -210,7 +211,7 @@ private:
 };
 
 void Twins::editFrames() {
-    using namespace frame_operation;
+    using namespace frame_edit;
     const int first = upTo(30) - 15;
     const int last = first + (upTo(3) ? upTo(4) : 0);
     const int offset = upTo(13) - 6;
@@ -234,16 +235,17 @@ void Twins::editFrames() {
     case 2:
         return run(duplicate(camera_), [&] { return model_.duplicate(camera_); });
     case 3:
-        return run(frame_operation::remove(camera_, range),
+        return run(frame_edit::remove(camera_, range),
                    [&] { return model_.remove(camera_, first, last); });
     case 4:
-        return run(copy(camera_, range), [&] { return model_.copy(camera_, first, last); });
+        return run(copy(camera_, range, clipboard_),
+                   [&] { return model_.copy(camera_, first, last); });
     case 5:
         return run(
-            cut(camera_, range), [&] { return model_.cut(camera_, first, last); },
+            cut(camera_, range, clipboard_), [&] { return model_.cut(camera_, first, last); },
             Also::FillsClipboard);
     case 6:
-        return run(paste(camera_, first), [&] { return model_.paste(camera_, first); });
+        return run(paste(camera_, first, clipboard_), [&] { return model_.paste(camera_, first); });
     case 7:
         return run(clear(camera_, range), [&] { return model_.clear(camera_, first, last); });
     case 8:
@@ -260,12 +262,12 @@ void Twins::editFrames() {
     }
 }
 
-void Twins::run(std::unique_ptr<FrameOperation> operation, const std::function<Refusal()>& plainly,
+void Twins::run(std::unique_ptr<Edit> operation, const std::function<Refusal()>& plainly,
                 Also also) {
     drawing::Messages messages;
     const Drawing before = model_.drawing;
     const Moment timeBefore = model_.now;
-    const bool done = operation->execute(document_, clipboard_);
+    const bool done = operation->execute(document_);
     const std::vector<std::string> shown = messages.take();
     const Refusal refusal = plainly();
     say(QString("operation -> %1").arg(done));
@@ -419,8 +421,8 @@ void Twins::editLayers() {
         const int before = plain.layers[static_cast<std::size_t>(index)].state;
         const int state = before == 2 ? 0 : upTo(3);
         say(QString("state %1 of %2 %3").arg(state).arg(camera).arg(index));
-        return edit([=] { document_.setLayerState(camera, index, state); },
-                    [=] { document_.setLayerState(camera, index, before); },
+        return edit([=] { document_.setLayerState(camera, index, LayerState(state)); },
+                    [=] { document_.setLayerState(camera, index, LayerState(before)); },
                     [&] { plain.layers[static_cast<std::size_t>(index)].state = state; });
     }
     default:

@@ -1,7 +1,7 @@
 #include "plugin/LinkedClasses.h"
 
 #include "document/BaseNodeLayerData.h"
-#include "document/DocumentObserver.h"
+#include "document/Changes.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/BaseNodeDrawOverride.h"
@@ -10,6 +10,8 @@
 #include "plugin/base/Settings.h"
 #include "plugin/session/Cameras.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/SceneEnvironment.h"
+#include "plugin/session/Surfaces.h"
 
 #define MNoPluginEntry
 #define MNoVersionString
@@ -20,20 +22,16 @@
 
 namespace vellum::test {
 
-namespace {
-
-/// Answers what the document asks about the scene, as in the loaded plug-in; hears nothing.
-class SceneAnswers : public DocumentObserver {
-    bool cameraExists(const QString& camera) const override { return vellum::cameraExists(camera); }
-};
-
-} // namespace
+LinkedClasses::LinkedClasses() = default;
+LinkedClasses::~LinkedClasses() = default;
 
 void LinkedClasses::SetUp() {
-    static SceneAnswers answers;
-    setDocumentObserver(&answers);
+    environment_ = std::make_unique<SceneEnvironment>();
+    setDocumentEnvironment(environment_.get());
     resetSettings();
     resetPluginState();
+    surfaces_ = std::make_unique<Surfaces>();
+    setChangeListener(surfaces_.get());
     ASSERT_TRUE(host::addDataType(kDataTypeName, BaseNodeLayerData::id, BaseNodeLayerData::creator,
                                   MPxData::kData, "linked"));
     ASSERT_TRUE(host::addNodeType(kNodeTypeName, BaseNode::id, BaseNode::creator,
@@ -50,7 +48,8 @@ void LinkedClasses::TearDown() {
                                                                         kDrawRegistrant));
     host::removeNodeType(kNodeTypeName);
     host::removeDataType(kDataTypeName);
-    setDocumentObserver(nullptr);
+    setChangeListener(nullptr);
+    setDocumentEnvironment(nullptr);
     resetSettings();
 }
 

@@ -4,21 +4,32 @@
 
 #include "support/Session.h"
 
+#include <memory>
+
 namespace vellum {
 class BaseNode;
 class LayerManager;
+class SceneEnvironment;
+class Surfaces;
 } // namespace vellum
 
 namespace vellum::test {
 
 class LinkedClasses : public HostSession {
 protected:
+    LinkedClasses();
+    ~LinkedClasses() override;
+
     void SetUp() override;
     void TearDown() override;
 
     /// The scene's drawing node, made on first use.
     BaseNode& node();
     std::shared_ptr<LayerManager> document();
+
+private:
+    std::unique_ptr<SceneEnvironment> environment_;
+    std::unique_ptr<Surfaces> surfaces_; ///< connected as the plug-in does it
 };
 
 } // namespace vellum::test

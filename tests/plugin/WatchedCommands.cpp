@@ -82,12 +82,16 @@ class MarkerLog : public TimelineMarkers {
 public:
     void setFrameTimes(const QList<int>&) override {}
     void setMarkersVisible(bool visible) override {
+        shown_ = visible;
         note(visible ? QStringLiteral("markers") : QStringLiteral("no markers"));
     }
-    bool areMarkersVisible() const override { return false; }
+    bool areMarkersVisible() const override { return shown_; }
     void setEnabled(bool) override {}
     void timeChanged() override {}
     std::optional<RangeMove> rangeMove() const override { return std::nullopt; }
+
+private:
+    bool shown_ = false;
 };
 
 PanelLog panelLog;
@@ -109,8 +113,8 @@ void playProcedure(const char* name, const std::vector<host::script::Type>& para
             QString text = QString::fromLatin1(name).mid(4);
             for (const auto& argument : arguments)
                 text += QLatin1Char(' ') + QString::fromStdString(argument.toString());
-            const BaseNode* node = activeNode();
-            if (node && !node->layerManager()->modifiedCameras().isEmpty())
+            const auto known = lastActiveDrawing(); // without a look of the test's own
+            if (known && !known->modifiedCameras().isEmpty())
                 note(QStringLiteral("display"));
             note(text);
             return host::script::Value();
@@ -136,7 +140,7 @@ QString layerText(const Layer& layer) {
                        .arg(layer.name(), layer.isActive() ? QStringLiteral("active ") : QString(),
                             layer.isVisible() ? QStringLiteral("visible") : QString())
                        .arg(static_cast<double>(layer.opacity()))
-                       .arg(layer.state())
+                       .arg(numberOf(layer.state()))
                        .arg(layer.currentIndex());
     for (int i = 0; i < layer.frameCount(); ++i) {
         const Frame& frame = *layer.frameAt(i);
@@ -173,7 +177,7 @@ void WatchedCommands::SetUp() {
     using host::script::Type;
     playProcedure("rvVlUpdateMainMenu", {Type::Int, Type::Int, Type::Int, Type::Int});
     playProcedure("rvVlCreateFloatingViewport", {Type::String});
-    setDocumentObserver(this);
+    setDocumentEnvironment(this);
     connectPanels(&panelLog);
     pluginState().timeline = &markerLog;
     pluginState().interactive = true;
@@ -183,7 +187,7 @@ void WatchedCommands::SetUp() {
 }
 
 void WatchedCommands::TearDown() {
-    setDocumentObserver(nullptr);
+    setDocumentEnvironment(nullptr);
     resetPluginState();
     for (const char* name : kCommands)
         EXPECT_TRUE(host::script::unregisterPluginCommand(name)) << name;

@@ -4,7 +4,7 @@
 
 #include "plugin/LinkedClasses.h"
 
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 
 #include <QByteArray>
 #include <maya/MStatus.h>
@@ -25,7 +25,7 @@ struct Outcome {
 
 /// Interactive, with recorders in place of the panels, the markers, the menu script and the two
 /// tool contexts.
-class WatchedCommands : public LinkedClasses, public DocumentObserver {
+class WatchedCommands : public LinkedClasses, public DocumentEnvironment {
 protected:
     void SetUp() override;
     void TearDown() override;

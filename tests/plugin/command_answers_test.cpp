@@ -91,7 +91,7 @@ TEST_F(CommandAnswers, NodeCommandAnswers) {
     redo();
     answers({{"rvVellumNode -ex", "int: 1"},
              {"rvVellumNode -q -camera", "string: shotCam"},
-             {"rvVellumNode -r", "void: "},
+             {"rvVellumNode -r", "void: ", "markers, layers"},
              {"rvVellumNode -q -camera", "string: persp"},
              {"rvVellumNode -rg", "void: "}});
     EXPECT_EQ(document()->modifiedCameras(), QStringList(line("persp")));
@@ -121,7 +121,7 @@ TEST_F(CommandAnswers, EveryoneHearsOfTheNewDrawing) {
     ASSERT_TRUE(run(line("select -r shotCam; flushUndo")));
     host::idle::drainAll();
     selections = 0;
-    EXPECT_EQ(call(line("rvVellumNode -layer")).log, line("markers"));
+    EXPECT_EQ(call(line("rvVellumNode -layer")).log, line("markers, layers"));
     EXPECT_GE(selections, 2);
     EXPECT_EQ(text(line("$vlNow = stringArrayToString(`ls -sl`, \" \")")), QString());
     EXPECT_EQ(logOf(QString()), line("layers")) << "when Maya is idle";
@@ -155,21 +155,21 @@ TEST_F(CommandAnswers, LayerCommandAnswers) {
              {"rvVellumLayer -qo 1 persp", "float: 1"},
              {"rvVellumLayer -qs 0 persp", "int: 0"},
              {"rvVellumLayer -irp path name persp", "void: "},
-             {"rvVellumLayer -e -act 0 shotCam", "int: 0", "", 1},
-             {"rvVellumLayer -edit -active 0 persp", "int: 0", "", 1},
-             {"rvVellumLayer -add persp", "int: 3", "", 1},
-             {"rvVellumLayer -add -ls 5 -n a persp", "int: 4", "", 1},
-             {"rvVellumLayer -ins 1 -n ink -layerState 2 persp", "int: 1", "", 1},
-             {"rvVellumLayer -insert 99 persp", "int: 6", "", 1},
-             {"rvVellumLayer -en a 1 persp", "void: ", "", 1},
-             {"rvVellumLayer -ev 1 3 persp", "void: ", "", 1},
+             {"rvVellumLayer -e -act 0 shotCam", "int: 0", "markers, layers", 1},
+             {"rvVellumLayer -edit -active 0 persp", "int: 0", "markers, layers", 1},
+             {"rvVellumLayer -add persp", "int: 3", "markers, layers", 1},
+             {"rvVellumLayer -add -ls 5 -n a persp", "int: 4", "markers, layers", 1},
+             {"rvVellumLayer -ins 1 -n ink -layerState 2 persp", "int: 1", "markers, layers", 1},
+             {"rvVellumLayer -insert 99 persp", "int: 6", "markers, layers", 1},
+             {"rvVellumLayer -en a 1 persp", "void: ", "markers, layers", 1},
+             {"rvVellumLayer -ev 1 3 persp", "void: ", "markers, layers", 1},
              {"rvVellumLayer -eo 1.7 0 persp", "void: ", "", 1},
-             {"rvVellumLayer -es 2 0 persp", "void: ", "", 1},
-             {"rvVellumLayer -del 0 persp", "void: ", "", 1},
-             {"rvVellumLayer -deleteAll shotCam", "void: ", "", 1},
+             {"rvVellumLayer -es 2 0 persp", "void: ", "markers, layers", 1},
+             {"rvVellumLayer -del 0 persp", "void: ", "markers, layers", 1},
+             {"rvVellumLayer -deleteAll shotCam", "void: ", "markers, layers", 1},
              {"rvVellumLayer -qn 4 persp", "string: Layer 1"},
              {"rvVellumLayer -qs 4 persp", "int: 0"},
-             {"rvVellumLayer -da persp", "void: ", "", 1}});
+             {"rvVellumLayer -da persp", "void: ", "markers, layers", 1}});
     EXPECT_EQ(document()->totalLayerCount(), 0);
     while (host::undoQueue().canUndo())
         undo();
@@ -368,7 +368,7 @@ TEST_F(CommandAnswers, OptionsAreClamped) {
     const auto options = [this](const char* written) {
         const Outcome outcome = call(line("rvVellumUtil ") + line(written));
         EXPECT_EQ(outcome.status, MS::kSuccess) << written;
-        EXPECT_EQ(outcome.log, line("options, toolbox")) << written;
+        EXPECT_EQ(outcome.log, line("toolbox, options")) << written;
     };
     for (const ToolInfo& info : kTools) {
         QString rest; // behind size and opacity

@@ -45,18 +45,18 @@ TEST_F(Target, FirstStrokeMakesLayerAndFrame) {
     at(12);
     const DrawingTarget first = target();
     ASSERT_TRUE(first);
-    EXPECT_EQ(first.addedLayer, 0);
-    EXPECT_TRUE(first.frameCreated);
+    EXPECT_EQ(first.added.layerIndex(*document()), 0);
+    EXPECT_TRUE(first.added.hasFrame());
     EXPECT_EQ(layer().frameTimes(), QList<int>{12});
     EXPECT_EQ(first.frame, layer().frameAt(0));
 
     const DrawingTarget again = target();
-    EXPECT_EQ(again.addedLayer, -1);
-    EXPECT_FALSE(again.frameCreated);
+    EXPECT_EQ(again.added.layerIndex(*document()), -1);
+    EXPECT_FALSE(again.added.hasFrame());
     EXPECT_EQ(again.frame, first.frame);
 
     at(20);
-    EXPECT_TRUE(target().frameCreated) << "a drawing of its own for another frame";
+    EXPECT_TRUE(target().added.hasFrame()) << "a drawing of its own for another frame";
     EXPECT_EQ(layer().frameTimes(), (QList<int>{12, 20}));
     EXPECT_FALSE(drawingTarget(node(), QString())) << "no camera, nothing to draw for";
 }
@@ -70,15 +70,15 @@ TEST_F(Target, EachRefusalSaysWhyAndChangesNothing) {
     document()->setLayerVisible(QStringLiteral("persp"), 0, false);
     refused("Active layer is not visible.");
     document()->setLayerVisible(QStringLiteral("persp"), 0, true);
-    document()->setLayerState(QStringLiteral("persp"), 0, layer_state::kLocked);
+    document()->setLayerState(QStringLiteral("persp"), 0, LayerState::Locked);
     refused("Active layer is locked.");
-    document()->setLayerState(QStringLiteral("persp"), 0, layer_state::kAnimated);
+    document()->setLayerState(QStringLiteral("persp"), 0, LayerState::Animated);
     setActive(false);
     refused("An active layer does not exist.");
 }
 
 TEST_F(Target, StaticLayerNeedsItsFrameAtOrBeforeNow) {
-    settings().defaultLayerState = layer_state::kStatic;
+    settings().defaultLayerState = numberOf(LayerState::Static);
     settings().insertDefaultStaticFrame = false;
     at(5);
     EXPECT_FALSE(target());
@@ -94,7 +94,7 @@ TEST_F(Target, StaticLayerNeedsItsFrameAtOrBeforeNow) {
     ASSERT_TRUE(target());
     EXPECT_EQ(layer().frameTimes(), QList<int>{-999});
     at(400);
-    EXPECT_FALSE(target().frameCreated);
+    EXPECT_FALSE(target().added.hasFrame());
     EXPECT_EQ(layer().frameCount(), 1);
     at(-1000);
     refused("Static layer: A frame is required at or before the current time.");
@@ -115,12 +115,12 @@ TEST_F(Target, RefusalsComeInTheirOrder) {
     EXPECT_EQ(document()->totalLayerCount(), 0);
 
     settings().alwaysDisplayNewLayerDialog = false;
-    settings().defaultLayerState = layer_state::kLocked;
+    settings().defaultLayerState = numberOf(LayerState::Locked);
     errors.clear();
     const DrawingTarget locked = drawingTarget(node(), camera);
     EXPECT_FALSE(locked);
-    EXPECT_EQ(locked.addedLayer, 0) << "the layer stays";
-    EXPECT_FALSE(locked.frameCreated);
+    EXPECT_EQ(locked.added.layerIndex(*document()), 0) << "the layer stays";
+    EXPECT_FALSE(locked.added.hasFrame());
     EXPECT_EQ(errors, QStringList{QStringLiteral("[Vellum2] Active layer is locked.")});
     EXPECT_EQ(document()->layerName(camera, 0), QStringLiteral("Layer"));
     EXPECT_EQ(layer().frameCount(), 0);
@@ -133,7 +133,7 @@ TEST_F(Target, RefusalsComeInTheirOrder) {
     refused("Active layer is not visible.");
     document()->setLayerVisible(camera, 0, true);
     refused("Active layer is locked.");
-    document()->setLayerState(camera, 0, layer_state::kStatic);
+    document()->setLayerState(camera, 0, LayerState::Static);
     refused("Static layer: A frame is required at or before the current time.");
     document()->addFrameAt(camera, 6);
     refused("Static layer: A frame is required at or before the current time.");
@@ -143,12 +143,12 @@ TEST_F(Target, RefusalsComeInTheirOrder) {
     settings().defaultStaticFrameTime = 5;
     const DrawingTarget now = target();
     ASSERT_TRUE(now) << "at the current time is early enough";
-    EXPECT_TRUE(now.frameCreated);
+    EXPECT_TRUE(now.added.hasFrame());
     EXPECT_EQ(only.frameTimes(), (QList<int>{5, 6}));
     EXPECT_EQ(now.frame, only.frameAt(0));
-    document()->setLayerState(camera, 0, layer_state::kAnimated);
+    document()->setLayerState(camera, 0, LayerState::Animated);
     at(7);
-    EXPECT_TRUE(target().frameCreated);
+    EXPECT_TRUE(target().added.hasFrame());
     EXPECT_EQ(only.frameTimes(), (QList<int>{5, 6, 7}));
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
@@ -161,17 +161,17 @@ TEST_F(Target, BetweenFramesTheWholeOneCounts) {
     };
     atTime("4.75");
     ASSERT_TRUE(target());
-    EXPECT_FALSE(target().frameCreated);
+    EXPECT_FALSE(target().added.hasFrame());
     atTime("-0.75");
     ASSERT_TRUE(target());
     atTime("0.75");
-    EXPECT_FALSE(target().frameCreated) << "towards zero from both sides";
+    EXPECT_FALSE(target().added.hasFrame()) << "towards zero from both sides";
     EXPECT_EQ(layer().frameTimes(), (QList<int>{0, 4}));
     EXPECT_EQ(currentFrame(), 0);
 
     document()->addLayer(QStringLiteral("persp"), -1, QString());
     document()->setActiveLayer(QStringLiteral("persp"), 1, false);
-    document()->setLayerState(QStringLiteral("persp"), 1, layer_state::kStatic);
+    document()->setLayerState(QStringLiteral("persp"), 1, LayerState::Static);
     atTime("4.99");
     refused("Static layer: A frame is required at or before the current time.");
     atTime("5.01");
@@ -180,17 +180,17 @@ TEST_F(Target, BetweenFramesTheWholeOneCounts) {
 
     // The moment of a drawing stays when frames get another length.
     atTime("8");
-    document()->setLayerState(QStringLiteral("persp"), 1, layer_state::kAnimated);
+    document()->setLayerState(QStringLiteral("persp"), 1, LayerState::Animated);
     ASSERT_TRUE(target());
     ASSERT_TRUE(run(QStringLiteral("currentUnit -time ntsc")));
     propagateCurrentTime();
     EXPECT_EQ(currentFrame(), 10);
     EXPECT_EQ(layer().frameTimes(), (QList<int>{6, 10}));
-    EXPECT_FALSE(target().frameCreated);
+    EXPECT_FALSE(target().added.hasFrame());
     ASSERT_TRUE(run(QStringLiteral("currentUnit -time sec")));
     propagateCurrentTime();
     EXPECT_EQ(currentFrame(), 0);
-    EXPECT_FALSE(target().frameCreated) << "both lie in the first second";
+    EXPECT_FALSE(target().added.hasFrame()) << "both lie in the first second";
 }
 
 TEST_F(Target, SelectionDesignatesTheNode) {
@@ -254,7 +254,7 @@ TEST_F(Target, RedrawingLeavesTheSceneAsSavedAsItWas) {
     ASSERT_TRUE(run(QStringLiteral("file -modified 0")));
     node().forceRedraw();
     EXPECT_EQ(number(QStringLiteral("file -q -modified")), 0);
-    node().drawingChanged();
+    tell(Change::Pixels, document().get());
     EXPECT_EQ(number(QStringLiteral("file -q -modified")), 1);
     node().forceRedraw();
     EXPECT_EQ(number(QStringLiteral("file -q -modified")), 1);

@@ -2,7 +2,7 @@
 #include "plugin/LinkedClasses.h"
 
 #include "commands/FrameCommand.h"
-#include "document/DocumentObserver.h"
+#include "document/DocumentEnvironment.h"
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
@@ -28,18 +28,18 @@ QString line(const char* text) {
     return QString::fromLatin1(text);
 }
 
-class Frames : public LinkedClasses, public DocumentObserver {
+class Frames : public LinkedClasses, public DocumentEnvironment {
 protected:
     void SetUp() override {
         LinkedClasses::SetUp();
         ASSERT_TRUE(host::script::registerPluginCommand("rvVellumFrame", FrameCommand::creator,
                                                         FrameCommand::newSyntax, "linked"));
-        setDocumentObserver(this);
+        setDocumentEnvironment(this);
         pluginState().interactive = true;
         ASSERT_TRUE(run(line("camera; rename camera1 shotCam; currentTime 12; flushUndo")));
     }
     void TearDown() override {
-        setDocumentObserver(nullptr);
+        setDocumentEnvironment(nullptr);
         pluginState().interactive = false;
         LinkedClasses::TearDown();
         EXPECT_TRUE(host::script::unregisterPluginCommand("rvVellumFrame"));

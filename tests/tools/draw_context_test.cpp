@@ -246,7 +246,7 @@ TEST_F(Drawing, PressWithoutReleaseIsEndedByTheNext) {
 TEST_F(Drawing, RefusedPressLeavesNoEffect) {
     stroke({{100, 100}, {200, 100}});
     const QImage drawn = picture();
-    document()->setLayerState(camera, 0, layer_state::kLocked);
+    document()->setLayerState(camera, 0, LayerState::Locked);
     errors.clear();
     moveTo({100, 200});
     press();

@@ -111,7 +111,7 @@ TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
     stroke(100);
     const QImage first = picture();
     const std::pair<const char*, std::function<void()>> changes[] = {
-        {"locked", [this] { document()->setLayerState(camera, 0, layer_state::kLocked); }},
+        {"locked", [this] { document()->setLayerState(camera, 0, LayerState::Locked); }},
         {"hidden", [this] { document()->setLayerVisible(camera, 0, false); }},
         {"taken away", [this] { document()->takeLayer(camera, 0); }},
         {"emptied", [this] { takeFrames(*document(), camera); }},
@@ -122,7 +122,7 @@ TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
         change();
         release();
         nothingIsStuck();
-        document()->setLayerState(camera, 0, layer_state::kAnimated);
+        document()->setLayerState(camera, 0, LayerState::Animated);
         document()->setLayerVisible(camera, 0, true);
         stroke(300);
         EXPECT_EQ(inkAt(300), 255);

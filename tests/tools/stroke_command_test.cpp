@@ -32,7 +32,8 @@ protected:
         const DrawingTarget target = drawingTarget(node(), camera);
         ASSERT_TRUE(target);
         begin(y, tool);
-        ASSERT_TRUE(run(command::commitStroke(camera, target.addedLayer, target.frameCreated)));
+        ASSERT_TRUE(run(command::commitStroke(camera, target.added.layerIndex(*document()),
+                                              target.added.hasFrame())));
     }
 
     QList<int> frames() { return document()->activeLayer(camera)->frameTimes(); }
@@ -110,13 +111,13 @@ TEST_F(StrokeStep, RedoThatFindsNoFrameLeavesNothingInItsOwnWay) {
 }
 
 TEST_F(StrokeStep, StaticLayersGetTheirFrameBackWhereItWas) {
-    settings().defaultLayerState = layer_state::kStatic;
+    settings().defaultLayerState = numberOf(LayerState::Static);
     at(30);
     draw(100);
     EXPECT_EQ(frames(), QList<int>{-999});
     ASSERT_TRUE(run(QStringLiteral("undo")));
     EXPECT_EQ(document()->cameraLayerCount(camera), 0);
-    settings().defaultLayerState = layer_state::kStatic;
+    settings().defaultLayerState = numberOf(LayerState::Static);
     ASSERT_TRUE(run(QStringLiteral("redo")));
     EXPECT_EQ(frames(), QList<int>{-999});
 }
@@ -144,7 +145,7 @@ TEST_F(StrokeStep, RefusalsSayWhyAndLeaveNothingToUndo) {
             QStringLiteral("[Vellum2] Camera does not exist: no \"such\" %1"));
     EXPECT_FALSE(run(QStringLiteral("rvVellumStroke persp"))); // no stroke in progress
     begin(300);
-    document()->setLayerState(camera, 0, layer_state::kAnimated);
+    document()->setLayerState(camera, 0, LayerState::Animated);
     takeFrames(*document(), camera);
     EXPECT_FALSE(run(QStringLiteral("rvVellumStroke persp")));
     document()->discardStroke();

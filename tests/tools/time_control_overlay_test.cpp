@@ -1,6 +1,7 @@
 // Where the markers stand and how they are painted, on a slider of any size.
 #include "plugin/LinkedClasses.h"
 
+#include "document/Changes.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
 #include "tools/interaction/TimeControlOverlay.h"
@@ -145,7 +146,7 @@ TEST_F(Overlay, ClearsItsPlaceWhenTheSliderDiesFirst) {
     pluginState().timeline = new TimeControlOverlay(slider.get());
     slider.reset();
     EXPECT_EQ(pluginState().timeline, nullptr);
-    refreshTimeline();
+    tell(Change::TimelineAsked);
     setDrawToolActive(true);
     setDrawToolActive(false);
 }

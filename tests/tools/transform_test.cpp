@@ -228,14 +228,14 @@ TEST_F(Transforming, SurvivesWhatHappensMeanwhile) {
     release();
     // Its layer locked or gone.
     lift();
-    document()->setLayerState(camera, 0, layer_state::kLocked);
+    document()->setLayerState(camera, 0, LayerState::Locked);
     release();
     enter();
     EXPECT_EQ(picture(), drawn);
     EXPECT_EQ(document()->currentStroke(), nullptr);
     enter(); // cannot begin there
     EXPECT_FALSE(tool()->isTransforming());
-    document()->setLayerState(camera, 0, layer_state::kAnimated);
+    document()->setLayerState(camera, 0, LayerState::Animated);
     lift();
     const std::unique_ptr<Layer> layer = document()->takeLayer(camera, 0);
     release();

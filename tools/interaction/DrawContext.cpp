@@ -21,6 +21,7 @@
 #include <QKeyEvent>
 #include <maya/M3dView.h>
 #include <maya/MCursor.h>
+#include <utility>
 
 namespace vellum {
 
@@ -121,8 +122,7 @@ MStatus DrawContext::doPress(MEvent& event) {
     endStroke(); // its release never came
     commitText();
     forgetAdjusting();
-    addedLayer_ = -1;
-    frameAdded_ = false;
+    added_ = {};
     handler_.watchActiveView();
     const AdjustDrag::Option option = AdjustDrag::optionFor(
         handler_.sizeKeyHeld(), handler_.opacityKeyHeld(), hasFixedOpacity(settings().activeTool));
@@ -154,9 +154,8 @@ void DrawContext::beginStroke(const MEvent& press) {
     document->RefreshActiveCamera();
     camera_ = currentCamera();
     pressFrame_ = currentFrame();
-    const DrawingTarget target = drawingTarget(*active, camera_);
-    addedLayer_ = target.addedLayer;
-    frameAdded_ = target.frameCreated;
+    DrawingTarget target = drawingTarget(*active, camera_);
+    added_ = std::move(target.added);
     if (!target || !document->beginStroke(camera_, tool, settings().activeColor))
         return;
     nodeHandle_ = MObjectHandle(active->thisMObject());
@@ -294,7 +293,7 @@ void DrawContext::commit() {
     const auto document = document_;
     const Stroke* stroke = strokeInProgress();
     const bool empty = !stroke || stroke->points.empty();
-    if (empty && addedLayer_ < 0 && !frameAdded_) {
+    if (empty && added_.isEmpty()) {
         if (document)
             document->discardStroke();
         forgetStroke();
@@ -303,8 +302,9 @@ void DrawContext::commit() {
     const int now = currentFrame();
     if (now != pressFrame_)
         document->timeChanged(pressFrame_);
-    const bool done =
-        script::execute(command::commitStroke(camera_, addedLayer_, frameAdded_), true, true);
+    const bool done = script::execute(
+        command::commitStroke(camera_, added_.layerIndex(*document), added_.hasFrame()), true,
+        true);
     if (now != pressFrame_)
         document->timeChanged(now);
     if (!done && document->currentStroke())
@@ -318,8 +318,7 @@ void DrawContext::forgetStroke() {
     letGoOfView();
     forgetTarget();
     composing_ = 0;
-    addedLayer_ = -1;
-    frameAdded_ = false;
+    added_ = {};
 }
 
 // The hovering pointer: a view may have been opened since the tool was chosen.

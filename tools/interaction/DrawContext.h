@@ -3,6 +3,7 @@
 // drag changes the tool's size or opacity instead. Main thread only.
 #pragma once
 
+#include "document/edits/TargetAdditions.h"
 #include "plugin/base/Tool.h"
 #include "tools/gestures/AdjustDrag.h"
 #include "tools/interaction/DrawContextInputHandler.h"
@@ -62,10 +63,9 @@ private:
     void eraseSizeCursor();
 
     // The target stands from the press to the release, and while typing.
-    int pressFrame_ = 0; ///< frame drawn on
-    int addedLayer_ = -1;
-    bool frameAdded_ = false;
-    int composing_ = 0; ///< units at the end of the text that an input method has not settled
+    int pressFrame_ = 0;    ///< frame drawn on
+    TargetAdditions added_; ///< what the stroke needed first
+    int composing_ = 0;     ///< units at the end of the text that an input method has not settled
 
     AdjustDrag adjusting_;
     Tool adjustedTool_ = Tool::Pencil;

@@ -1,9 +1,9 @@
 // Size and opacity drags of the drawing tool, with the circle that shows the size.
+#include "document/Changes.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
-#include "plugin/session/Panels.h"
 #include "tools/interaction/DrawContext.h"
 #include "tools/interaction/DrawManagerScope.h"
 #include "tools/interaction/ViewMeasure.h"
@@ -58,7 +58,7 @@ void DrawContext::adjust(const MEvent& event) {
     else
         setToolOpacity(adjustedTool_, value);
     showSizeCursor();
-    panels().refreshToolOptions();
+    tell(Change::ToolOptions);
 }
 
 // Ends without a release. The cursor goes with the next picture of the view.

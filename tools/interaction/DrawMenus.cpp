@@ -187,7 +187,6 @@ void Handler::SetActiveLayer() {
     if (!action || !document)
         return;
     document->setActiveLayer(currentCamera(), action->data().toInt(), true);
-    node->drawingChanged();
 }
 
 // clang-format off

@@ -1,17 +1,14 @@
-// rvVellumStroke: makes a finished stroke an undoable step. Undo and redo exchange the picture of
-// the camera's current frame with the one kept here.
+// rvVellumStroke: makes a finished stroke an undoable step.
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 #include <maya/MPxCommand.h>
 #include <maya/MSyntax.h>
-#include <maya/MTime.h>
 #include <memory>
 
 namespace vellum {
 
-class Layer;
+class Edit;
 class LayerManager;
 
 class StrokeCommand : public MPxCommand {
@@ -29,20 +26,11 @@ public:
 
 private:
     MStatus parse(const MArgList& args);
-    bool recordFrameTime(const LayerManager& document);
-    bool swap(LayerManager& document);
-    bool putLayerBack(LayerManager& document);
-    void takeAdditionsBack(LayerManager& document, bool frame);
+    MStatus run(bool (Edit::*verb)(LayerManager&));
 
-    QByteArray png_; ///< picture on the other side of the swap; empty: nothing was committed
-    std::weak_ptr<LayerManager> document_;
     QString camera_;
-    QString previousCamera_;       ///< active before a first layer made camera_ active
-    int previousLayerIndex_ = -1;  ///< its active layer, -1: none to give back
-    int addedLayer_ = -1;          ///< made for this stroke, -1: none
-    std::unique_ptr<Layer> layer_; ///< that layer, while undone
-    bool frameAdded_ = false;
-    MTime frameTime_; ///< where the added frame lies
+    std::unique_ptr<Edit> edit_;
+    std::weak_ptr<LayerManager> document_; ///< the drawing it is about
 };
 
 } // namespace vellum

@@ -11,7 +11,6 @@
 #include "plugin/session/Cameras.h"
 #include "plugin/session/DrawingTarget.h"
 #include "plugin/session/SceneTime.h"
-#include "plugin/session/Timeline.h"
 #include "tools/interaction/ViewMeasure.h"
 
 #include <maya/MCursor.h>
@@ -94,17 +93,13 @@ bool TransformContext::begin(bool paste) {
         return false;
     nodeHandle_ = MObjectHandle(active->thisMObject());
     document_ = document;
-    frameAdded_ = false;
-    addedLayer_ = -1;
+    added_ = {};
     bool possible = true;
     frame_ = currentFrame();
     camera_ = currentCamera();
     if (paste) {
-        const DrawingTarget target = drawingTarget(*active, camera_);
-        addedLayer_ = target.addedLayer;
-        frameAdded_ = target.frameCreated;
-        if (target)
-            frameRevision_ = target.frame->revision();
+        DrawingTarget target = drawingTarget(*active, camera_);
+        added_ = std::move(target.added);
         possible = bool(target);
     }
     const int layer = document->activeLayerIndex(camera_);
@@ -238,14 +233,12 @@ void TransformContext::completeAction() {
 }
 
 void TransformContext::apply() {
-    if (addedLayer_ >= 0 && document_)
-        addedLayer_ = layer_.index(*document_); // layers may have been moved since
-    if (hasMoved() ||
-        !script::execute(command::commitStroke(camera_, addedLayer_, frameAdded_), true, true)) {
+    if (hasMoved() || !script::execute(command::commitStroke(camera_, added_.layerIndex(*document_),
+                                                             added_.hasFrame()),
+                                       true, true)) {
         cleanUp();
     }
-    addedLayer_ = -1;
-    frameAdded_ = false;
+    added_ = {};
     startSelecting();
     script::execute(command::transformDeferred());
 }
@@ -266,43 +259,14 @@ void TransformContext::abortAction() {
 void TransformContext::cleanUp() {
     // The node may have been deleted: it comes back, with its document, when that is undone.
     if (const auto document = document_) {
-        const LayerManager::ChangeGroup group(*document);
-        const bool began = strokeInProgress() || addedLayer_ >= 0 || frameAdded_;
+        const ChangeGroup group;
         if (strokeInProgress())
             document->discardStroke();
-        if (began)
-            takeBackAdditions(*document);
+        added_.takeBackUntouched(*document);
         if (BaseNode* worked = node())
             worked->forceRedraw();
     }
-    addedLayer_ = -1;
-    frameAdded_ = false;
-}
-
-// What others have done to the added layer or frame since is not lost with it.
-void TransformContext::takeBackAdditions(LayerManager& document) {
-    const int index = layer_.index(document);
-    if (index < 0)
-        return;
-    // Frames are taken from the active layer.
-    if (document.activeLayerIndex(camera_) != index)
-        document.setActiveLayer(camera_, index, false);
-    const Layer& layer = *document.layer(camera_, index);
-    if (frameAdded_ && takeBackFrame(document, layer)) {
-        document.timeChanged(currentFrame());
-        refreshTimeline();
-    }
-    if (addedLayer_ >= 0 && layer.frameCount() == 0)
-        document.takeLayer(camera_, index);
-}
-
-bool TransformContext::takeBackFrame(LayerManager& document, const Layer& layer) {
-    for (int i = 0; i < layer.frameCount(); ++i) {
-        const Frame* frame = layer.frameAt(i);
-        if (frame->revision() == frameRevision_)
-            return document.takeFrameAt(camera_, frame->time()) != nullptr;
-    }
-    return false;
+    added_ = {};
 }
 
 void TransformContext::timeChanged() {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "document/LayerAddress.h"
+#include "document/edits/TargetAdditions.h"
 #include "plugin/session/PluginState.h"
 #include "tools/gestures/RegionGesture.h"
 #include "tools/interaction/ToolContext.h"
@@ -15,7 +16,6 @@
 
 namespace vellum {
 
-class Layer;
 struct Stroke;
 
 class TransformContext : public ToolContext, public TimeListener {
@@ -65,8 +65,6 @@ private:
     void publish();
     void apply();
     void cleanUp();
-    void takeBackAdditions(LayerManager& document);
-    bool takeBackFrame(LayerManager& document, const Layer& layer);
 
     Stroke* strokeInProgress() const;
     void showOutline();
@@ -76,12 +74,10 @@ private:
     RegionGesture gesture_;
 
     // The target stands since the transform was begun.
-    LayerAddress layer_; ///< active when begun
-    int frame_ = 0;      ///< current when begun
-    QSize clipboard_;    ///< of what was last cut or copied, view pixels
-    int addedLayer_ = -1;
-    bool frameAdded_ = false;
-    quint64 frameRevision_ = 0; ///< picture of the added frame: blank
+    LayerAddress layer_;    ///< active when begun
+    int frame_ = 0;         ///< current when begun
+    QSize clipboard_;       ///< of what was last cut or copied, view pixels
+    TargetAdditions added_; ///< what pasting needed first
 
     XorLine legacyOutline_;
 

@@ -1,5 +1,6 @@
 // M3dView on top of host::View.
 
+#include "foundation/Counters.h"
 #include "render/View.h"
 #include "render/Views.h"
 
@@ -62,6 +63,7 @@ MStatus M3dView::getM3dViewFromModelEditor(const MString& modelPaneName, M3dView
 }
 
 MStatus M3dView::scheduleRefreshAllViews() {
+    ++host::counters().allViewRefreshes;
     host::Views::instance().refreshAll();
     return MS::kSuccess;
 }
@@ -194,6 +196,7 @@ MStatus M3dView::refresh(bool all, bool force) {
     host::View* view = host::View::fromHandle(*this);
     if (!view)
         return MS::kFailure;
+    ++host::counters().viewRefreshes;
     if (all)
         host::Views::instance().refreshAll(force);
     else

@@ -1,4 +1,5 @@
 // MDagPath, MFnDagNode, MItDag and MItDependencyNodes.
+#include "foundation/Counters.h"
 #include "scene/api/ApiStatus.h"
 #include "scene/core/Data.h"
 #include "scene/core/Scene.h"
@@ -402,6 +403,7 @@ MObject MFnDagNode::duplicate(bool, bool, MStatus* status) const {
 
 MItDag::MItDag(TraversalType traversalType, MFn::Type filter, MStatus* status)
     : type_(traversalType), filter_(filter) {
+    ++host::counters().dagWalks;
     reset();
     setStatus(status, MS::kSuccess);
 }

@@ -1,0 +1,76 @@
+// What was made so that there is something to draw on: a camera's first layer, a frame, or both.
+// Whoever made it keeps the value, which can take itself back and put itself again. Main thread
+// only.
+#pragma once
+
+#include "document/LayerAddress.h"
+
+#include <QString>
+#include <maya/MTime.h>
+#include <memory>
+#include <optional>
+
+namespace vellum {
+
+class Layer;
+class LayerManager;
+
+class TargetAdditions {
+public:
+    TargetAdditions();
+    explicit TargetAdditions(const QString& camera);
+    ~TargetAdditions();
+    TargetAdditions(TargetAdditions&& other) noexcept;
+    TargetAdditions& operator=(TargetAdditions&& other) noexcept;
+
+    // Made now. False, adding nothing, when the document refuses.
+    bool addLayer(LayerManager& document, int index);
+    bool addFrame(LayerManager& document, const MTime& time); ///< to the active layer
+
+    // Made before by another value, as the stroke command is told. The camera that was current
+    // before is not known then, and stays to whoever adopts.
+    void adoptLayer(const LayerManager& document, int index);
+    void adoptFrame(const MTime& time) { frame_ = {time, 0}; }
+
+    bool hasLayer() const { return layerAdded_; }
+    bool hasFrame() const { return frame_.has_value(); }
+    bool isEmpty() const { return !hasLayer() && !hasFrame(); }
+
+    /// Where the added layer is now; -1 when there is none.
+    int layerIndex(const LayerManager& document) const;
+
+    /// Takes the frame, blank again, out of the active layer, and the layer with all it holds out
+    /// of the document. A camera that became current by getting the layer stops being it.
+    void takeBack(LayerManager& document);
+
+    /// After takeBack(): the very layer, active, and a blank frame. False, changing nothing, when
+    /// there is no layer to put or the frame's place is taken.
+    bool putAgain(LayerManager& document);
+
+    /// Takes back, for good, only what nobody has touched since: the frame while it is blank, the
+    /// layer without frames.
+    void takeBackUntouched(LayerManager& document);
+
+private:
+    struct AddedFrame {
+        MTime time;
+        quint64 revision; ///< of the blank picture; 0: not known
+    };
+    struct CurrentCamera {
+        QString current;
+        QString previous;
+    };
+
+    void rememberCamera(const LayerManager& document);
+    bool putLayer(LayerManager& document);
+    void takeLayer(LayerManager& document);
+
+    LayerAddress layer_; ///< the one added, or the one that got the frame
+    bool layerAdded_ = false;
+    int index_ = -1; ///< of the added layer
+    std::optional<AddedFrame> frame_;
+    std::optional<CurrentCamera> before_; ///< before the layer was added
+    std::unique_ptr<Layer> kept_;         ///< the added layer, while taken back
+};
+
+} // namespace vellum

@@ -1,0 +1,10 @@
+#include "foundation/Counters.h"
+
+namespace host {
+
+Counters& counters() {
+    static Counters all;
+    return all;
+}
+
+} // namespace host

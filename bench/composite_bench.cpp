@@ -5,6 +5,7 @@
 #include "plugin/base/Settings.h"
 #include "tools/raster/PixelKernels.h"
 #include "tools/raster/PngCodec.h"
+#include "tools/raster/Simd.h"
 #include "tools/raster/StrokeImage.h"
 
 #include <QPainter>
@@ -150,8 +151,8 @@ void BM_SampleToPicture(benchmark::State& state) {
 
 void BM_RebuildAll(benchmark::State& state) {
     const auto content = static_cast<Content>(state.range(0));
-    const pixel::Kernels& fastest = pixel::kernels();
-    pixel::useKernels(state.range(1) != 0 ? fastest : pixel::usableKernels().front());
+    const simd::Target fastest = simd::inUse();
+    simd::use(state.range(1) != 0 ? fastest : simd::usable().front());
     LayerManager manager;
     fill(manager, content);
     const double painter = painterRebuild(manager, false, false);
@@ -162,9 +163,9 @@ void BM_RebuildAll(benchmark::State& state) {
                              manager.compositeCamera(bench::kCamera);
                          }));
     }
-    state.SetLabel(pixel::kernels().name);
+    state.SetLabel(simd::name(simd::inUse()));
     state.counters["x_faster_than_QPainter"] = painter / least;
-    pixel::useKernels(fastest);
+    simd::use(fastest);
 }
 
 /// Through the frames of the active layer with 9 + 9 ghosts; compared with decoding and painting

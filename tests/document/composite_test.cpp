@@ -9,6 +9,7 @@
 #include "support/Seed.h"
 #include "tools/raster/PixelKernels.h"
 #include "tools/raster/PixelRows.h"
+#include "tools/raster/Simd.h"
 #include "tools/raster/StrokeImage.h"
 
 #include <QPainter>
@@ -71,13 +72,13 @@ QImage noise(unsigned seed) {
     return image;
 }
 
-/// Lets a test choose the arithmetic; the one in use before comes back when it ends.
-class OtherKernels {
+/// Lets a test choose the processor; the one in use before comes back when it ends.
+class OtherProcessor {
 public:
-    ~OtherKernels() { pixel::useKernels(before_); }
+    ~OtherProcessor() { simd::use(before_); }
 
 private:
-    const pixel::Kernels& before_ = pixel::kernels();
+    const simd::Target before_ = simd::inUse();
 };
 
 /// What a rebuild of everything gives; the picture must not change by it.
@@ -95,13 +96,13 @@ void addPoint(LayerManager& manager, int x, int y, int width, float opacity) {
 } // namespace
 
 TEST(PixelRows, ResultsDependNeitherOnNeighboursNorOnTheProcessor) {
-    const OtherKernels afterwards;
+    const OtherProcessor afterwards;
     const QImage images[] = {drawing::scribble(1), drawing::scribble(2), noise(3), noise(4)};
     const auto row = [&](int i, int y) { return images[i].constScanLine(y); };
     for (int y = 0; y < kCanvasSize; y += 7) {
         std::vector<std::vector<uchar>> results;
-        for (const pixel::Kernels& kernels : pixel::usableKernels()) {
-            pixel::useKernels(kernels);
+        for (const simd::Target target : simd::usable()) {
+            simd::use(target);
             // Whole pieces take short cuts and lie elsewhere; one pixel at a time takes none.
             for (const int step : {kCanvasSize, 1, 37}) {
                 std::vector<uchar>& result = results.emplace_back(4 * kCanvasSize);
@@ -134,7 +135,7 @@ TEST(PixelRows, ResultsDependNeitherOnNeighboursNorOnTheProcessor) {
 }
 
 TEST(PixelRows, WhatIsAloneOrOpaqueOrUnderNothingStaysAsItIs) {
-    const OtherKernels afterwards;
+    const OtherProcessor afterwards;
     using Row = std::vector<uchar>;
     const auto rowOf = [](auto pixelAt) {
         Row row;
@@ -155,10 +156,10 @@ TEST(PixelRows, WhatIsAloneOrOpaqueOrUnderNothingStaysAsItIs) {
             ASSERT_TRUE(std::equal(&kept[i], &kept[i] + 4, &result[i])) << what << ", pixel " << i;
         }
     };
-    for (const pixel::Kernels& kernels : pixel::usableKernels()) {
-        pixel::useKernels(kernels);
+    for (const simd::Target target : simd::usable()) {
+        simd::use(target);
         for (int alpha = 1; alpha < 256; ++alpha) {
-            const std::string which = std::string(kernels.name) + " " + std::to_string(alpha);
+            const std::string which = std::string(simd::name(target)) + " " + std::to_string(alpha);
             const Row colors = rowOf([&](int i) { return Pixel{i, 255 - i, i ^ 85, alpha}; });
             const Row opaque = rowOf([](int i) {
                 return Pixel{255 - i, i, i ^ 170, i % 2 ? 100 : 255};

@@ -1,6 +1,7 @@
 // The colour of the transparent pixels around visible ones.
 #include "raster/Pictures.h"
 #include "tools/raster/ColorFringe.h"
+#include "tools/raster/Simd.h"
 #include "tools/raster/StrokeImage.h"
 
 #include <cstdlib>
@@ -43,6 +44,14 @@ TEST(ColorFringe, TransparentPixelsHaveTheColorOfTheNearestVisibleOne) {
     for (const QImage& before : pictures) {
         QImage after = before;
         colorFringe(after, after.rect());
+        const simd::Target fastest = simd::inUse();
+        for (const simd::Target target : simd::usable()) {
+            simd::use(target);
+            QImage other = before;
+            colorFringe(other, other.rect());
+            EXPECT_EQ(other, after) << simd::name(target);
+        }
+        simd::use(fastest);
         for (int i = 0; i < 4000; ++i) {
             const QPoint place(int(random() % 1024), int(random() % 1024));
             QRgb expected = before.pixelColor(place).rgba();

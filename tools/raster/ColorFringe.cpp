@@ -1,6 +1,6 @@
 #include "tools/raster/ColorFringe.h"
 
-#include "tools/raster/VectorTargets.h"
+#include "tools/raster/Simd.h"
 
 #include <algorithm>
 #include <array>
@@ -152,25 +152,8 @@ private:
     Numbers spare_;
 };
 
-void colorPlain(Tile& tile) {
+VELLUM_INLINE void colorBody(Tile& tile) {
     tile.color();
-}
-
-#ifdef VELLUM_AVX2
-VELLUM_AVX2 void colorAvx2(Tile& tile) {
-    tile.color();
-}
-#endif
-
-using Color = void (*)(Tile&);
-
-Color fastest() {
-#ifdef VELLUM_AVX2
-    __builtin_cpu_init();
-    if (__builtin_cpu_supports("avx2"))
-        return colorAvx2;
-#endif
-    return colorPlain;
 }
 
 } // namespace
@@ -180,7 +163,7 @@ QRect colorFringe(QImage& image, const QRect& changed) {
     if (part.isEmpty())
         return {};
     const QRect area = part.adjusted(-kFringe, -kFringe, kFringe, kFringe) & image.rect();
-    static const Color color = fastest();
+    const auto color = simd::build<colorBody>(simd::inUse());
     for (int y = area.top(); y <= area.bottom(); y += kHeight) {
         for (int x = area.left(); x <= area.right(); x += kWidth) {
             Tile tile(image, QRect(x, y, kWidth, kHeight) & area);

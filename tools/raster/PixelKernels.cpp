@@ -1,12 +1,11 @@
 #include "tools/raster/PixelKernels.h"
 
-#include "tools/raster/VectorTargets.h"
+#include "tools/raster/Simd.h"
 
 #include <cstring>
 
-// One body of each function, compiled once for the compiler's own target and once for AVX2 where
-// the compiler can. Loops have a fixed length and neither branches nor calls, so that they
-// vectorise. Neither target has fused multiply-add, which would round otherwise.
+// Loops have a fixed length and neither branches nor calls, so that they vectorise. No target has
+// fused multiply-add, which would round otherwise.
 namespace vellum::pixel {
 
 namespace {
@@ -84,63 +83,17 @@ VELLUM_INLINE void storeBody(Byte* piece, const Sums& sums) {
     }
 }
 
-Coverage lookPlain(const Byte* piece) {
-    return lookBody(piece);
-}
-void loadPlain(Sums& sums, const Byte* piece) {
-    loadBody(sums, piece);
-}
-void overPlain(Sums& sums, const Byte* piece, float fade) {
-    overBody(sums, piece, fade);
-}
-void storePlain(Byte* piece, const Sums& sums) {
-    storeBody(piece, sums);
-}
-
-#ifdef VELLUM_AVX2
-VELLUM_AVX2 Coverage lookAvx2(const Byte* piece) {
-    return lookBody(piece);
-}
-VELLUM_AVX2 void loadAvx2(Sums& sums, const Byte* piece) {
-    loadBody(sums, piece);
-}
-VELLUM_AVX2 void overAvx2(Sums& sums, const Byte* piece, float fade) {
-    overBody(sums, piece, fade);
-}
-VELLUM_AVX2 void storeAvx2(Byte* piece, const Sums& sums) {
-    storeBody(piece, sums);
-}
-#endif
-
-std::vector<Kernels> findUsable() {
-    std::vector<Kernels> usable{{"plain", lookPlain, loadPlain, overPlain, storePlain}};
-#ifdef VELLUM_AVX2
-    __builtin_cpu_init();
-    if (__builtin_cpu_supports("avx2")) {
-        usable.push_back({"AVX2", lookAvx2, loadAvx2, overAvx2, storeAvx2});
-    }
-#endif
-    return usable;
-}
-
-const Kernels*& inUse() {
-    static const Kernels* chosen = &usableKernels().back();
-    return chosen;
+constexpr Kernels kernelsFor(simd::Target target) {
+    return {simd::build<lookBody>(target), simd::build<loadBody>(target),
+            simd::build<overBody>(target), simd::build<storeBody>(target)};
 }
 
 } // namespace
 
-const std::vector<Kernels>& usableKernels() {
-    static const std::vector<Kernels> usable = findUsable();
-    return usable;
-}
-
 const Kernels& kernels() {
-    return *inUse();
-}
-
-void useKernels(const Kernels& chosen) {
-    inUse() = &chosen;
+    static constexpr Kernels all[] = {kernelsFor(simd::Target::Plain),
+                                      kernelsFor(simd::Target::Avx2)};
+    return all[static_cast<int>(simd::inUse())];
 }
 
 } // namespace vellum::pixel

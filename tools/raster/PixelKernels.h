@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 namespace vellum::pixel {
 
@@ -24,7 +23,6 @@ enum class Coverage { None, Full, Mixed };
 
 /// Pieces of bytes are red, green, blue, alpha, straight; they need not be aligned.
 struct Kernels {
-    const char* name;
     Coverage (*look)(const std::uint8_t* piece);
     void (*load)(Sums& sums, const std::uint8_t* piece);
 
@@ -35,11 +33,7 @@ struct Kernels {
     void (*store)(std::uint8_t* piece, const Sums& sums);
 };
 
-/// What this processor runs, the slowest first.
-const std::vector<Kernels>& usableKernels();
-
-/// The ones in use: the fastest, until a test chooses others.
+/// As compiled for the processor in use (Simd.h).
 const Kernels& kernels();
-void useKernels(const Kernels& chosen); ///< one of usableKernels()
 
 } // namespace vellum::pixel

@@ -122,7 +122,7 @@ void reportFilm(benchmark::State& state, const Film& of, double memoryBefore) {
 
 /// Packed size, the decoded pictures of the budget and what a heap leaves between them.
 void checkMemory(benchmark::State& state, const Film& of, double memoryBefore) {
-    const double budget = FrameCache::budget() * 4.0 * 1024 * 1024 / 1e6;
+    const double budget = FrameCache::kDefaultBudget * 4.0 * 1024 * 1024 / 1e6;
     const double limit = 1.2 * (of.bytes / 1e6 + budget) + 10.0;
     state.counters["limit_MB"] = limit;
     if (residentMegabytes() - memoryBefore > limit)

@@ -58,7 +58,6 @@ public:
     void pack() const;
 
     bool isDecoded() const { return !image_.isNull(); }
-    bool hasValidPng() const { return pngValid_; } ///< saving would not have to encode
 
     /// Changes whenever the picture does; no two pictures of the process share one.
     quint64 revision() const { return revision_; }

@@ -24,10 +24,6 @@ void FrameCache::setBudget(int frames) {
     trim(nullptr);
 }
 
-int FrameCache::budget() {
-    return order.budget;
-}
-
 int FrameCache::decodedCount() {
     return order.count;
 }

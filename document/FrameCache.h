@@ -13,7 +13,6 @@ public:
 
     /// Decoded frames to keep, at least 1. Packs what is above a smaller budget at once.
     static void setBudget(int frames);
-    static int budget();
 
     static int decodedCount();
 

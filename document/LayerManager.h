@@ -93,11 +93,9 @@ public:
     int addFrameAt(const QString& camera, const MTime& time);
     int addFrameAt(const QString& camera, int intTime);
     int addFrameAtCurrentTime(const QString& camera);
-    bool hasFrameAt(const QString& camera, int intTime) const;
     bool hasFrameAtCurrentTime(const QString& camera) const;
     std::unique_ptr<Frame> takeFrameAt(const QString& camera, const MTime& time);
     std::unique_ptr<Frame> takeFrameAt(const QString& camera, int intTime);
-    std::unique_ptr<Frame> takeFrameAtCurrentTime(const QString& camera);
     std::unique_ptr<Frame> copyFrameAt(const QString& camera, int intTime) const;
     const Frame* nextFrame(const QString& camera, bool wrap) const;
     const Frame* previousFrame(const QString& camera, bool wrap) const;

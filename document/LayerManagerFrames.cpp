@@ -32,11 +32,6 @@ int LayerManager::addFrameAtCurrentTime(const QString& camera) {
     return addFrameAt(camera, MAnimControl::currentTime());
 }
 
-bool LayerManager::hasFrameAt(const QString& camera, int intTime) const {
-    const Layer* active = activeLayer(camera);
-    return active && active->hasFrameAtIntTime(intTime);
-}
-
 bool LayerManager::hasFrameAtCurrentTime(const QString& camera) const {
     const Layer* active = activeLayer(camera);
     return active && active->hasFrameAtCurrentTime();
@@ -54,10 +49,6 @@ std::unique_ptr<Frame> LayerManager::takeFrameAt(const QString& camera, int intT
     active->updateCurrentIndex(currentIntTime()); // the document shows the scene's time
     framesChanged(frame != nullptr);
     return frame;
-}
-
-std::unique_ptr<Frame> LayerManager::takeFrameAtCurrentTime(const QString& camera) {
-    return takeFrameAt(camera, currentIntTime());
 }
 
 std::unique_ptr<Frame> LayerManager::copyFrameAt(const QString& camera, int intTime) const {

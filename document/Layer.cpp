@@ -92,9 +92,10 @@ int Layer::indexOf(int intTime) const {
 }
 
 int Layer::addFrame(std::unique_ptr<Frame> frame) {
-    if (!frame) {
-        return -1;
-    }
+    return frame ? insert(std::move(frame), currentIntTime()) : -1;
+}
+
+int Layer::insert(std::unique_ptr<Frame> frame, int currentTime) {
     const int intTime = frame->intTime();
     if (indexOf(intTime) >= 0) {
         return -1;
@@ -102,7 +103,7 @@ int Layer::addFrame(std::unique_ptr<Frame> frame) {
     const int index = firstAfter(intTime);
     frames_.insert(frames_.begin() + index, std::move(frame));
     markDirty();
-    updateCurrentIndex(currentIntTime());
+    updateCurrentIndex(currentTime);
     return index;
 }
 
@@ -115,7 +116,8 @@ int Layer::addFrameAt(int intTime) {
 }
 
 int Layer::addFrameAtCurrentTime() {
-    return addFrameAt(MAnimControl::currentTime());
+    const MTime now = MAnimControl::currentTime();
+    return insert(std::make_unique<Frame>(now), toIntTime(now));
 }
 
 bool Layer::hasFrameAt(const MTime& time) const {
@@ -126,11 +128,12 @@ bool Layer::hasFrameAtIntTime(int intTime) const {
     return indexOf(intTime) >= 0;
 }
 
+bool Layer::isDrawableAt(int intTime) const {
+    return (state_ == LayerState::Static && currentIndex_ != -1) || hasFrameAtIntTime(intTime);
+}
+
 bool Layer::hasFrameAtCurrentTime() const {
-    if (state_ == LayerState::Static && currentIndex_ != -1) {
-        return true;
-    }
-    return hasFrameAtIntTime(currentIntTime());
+    return isDrawableAt(currentIntTime());
 }
 
 const Frame* Layer::frameAt(int index) const {
@@ -176,13 +179,16 @@ const Frame* Layer::nextFrame(bool wrap) const {
     return next || !wrap ? next : frameAt(0);
 }
 
-const Frame* Layer::previousFrame(bool wrap) const {
-    const int now = currentIntTime();
-    int index = firstAfter(now) - 1;
-    while (index >= 0 && frames_[static_cast<std::size_t>(index)]->intTime() >= now) {
+const Frame* Layer::frameBefore(int intTime) const {
+    int index = firstAfter(intTime) - 1;
+    while (index >= 0 && frames_[static_cast<std::size_t>(index)]->intTime() >= intTime) {
         --index;
     }
-    const Frame* previous = frameAt(index);
+    return frameAt(index);
+}
+
+const Frame* Layer::previousFrame(bool wrap) const {
+    const Frame* previous = frameBefore(currentIntTime());
     return previous || !wrap ? previous : frameAt(frameCount() - 1);
 }
 

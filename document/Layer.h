@@ -67,9 +67,10 @@ public:
     bool hasFrameAt(const MTime& time) const;
     bool hasFrameAtIntTime(int intTime) const;
 
-    /// Whether the layer can be drawn on now: a frame at exactly the current time, for a static
-    /// layer any current frame.
-    bool hasFrameAtCurrentTime() const;
+    /// Whether the layer can be drawn on when the scene is at this time: with a frame at exactly
+    /// that time, a static layer with any current frame.
+    bool isDrawableAt(int intTime) const;
+    bool hasFrameAtCurrentTime() const; ///< the same at the current time
 
     int frameCount() const { return static_cast<int>(frames_.size()); }
     const Frame* frameAt(int index) const;             ///< null outside 0..count-1
@@ -91,6 +92,9 @@ public:
     /// when there is none. Null otherwise. Owned by the layer.
     const Frame* nextFrame(bool wrap) const;
     const Frame* previousFrame(bool wrap) const;
+
+    /// Last frame before a time, or null.
+    const Frame* frameBefore(int intTime) const;
 
     /// Picture of the frame `offset` places from the current one; null when the layer is hidden or
     /// there is no such frame. Clears the dirty mark.
@@ -139,6 +143,7 @@ public:
     static QRect wholeCanvas();
 
 private:
+    int insert(std::unique_ptr<Frame> frame, int currentTime); ///< as addFrame()
     int firstAfter(int intTime) const; ///< index of the first frame later than that
     int indexOf(int intTime) const;    ///< -1 when there is none
     Frame* shownFrame();               ///< the current one, to change it

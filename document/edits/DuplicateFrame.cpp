@@ -1,5 +1,6 @@
 #include "document/edits/DuplicateFrame.h"
 
+#include "document/IntTime.h"
 #include "document/Layer.h"
 #include "document/edits/TimeMoves.h"
 #include "plugin/base/Report.h"
@@ -17,15 +18,15 @@ QString DuplicateFrame::undoFailedMessage() const {
 }
 
 bool DuplicateFrame::plan(const Layer& layer) {
-    if (layer.hasFrameAtCurrentTime()) {
+    const MTime now = MAnimControl::currentTime();
+    if (layer.isDrawableAt(toIntTime(now))) {
         report::error(QStringLiteral("A frame already exists at the current time."));
         return false;
     }
-    const Frame* previous = layer.previousFrame(false);
+    const Frame* previous = layer.frameBefore(toIntTime(now));
     if (!previous) {
         return false;
     }
-    const MTime now = MAnimControl::currentTime();
     if (!fitsFrames(now.asUnits(MTime::uiUnit()))) {
         report::error(QStringLiteral("The current time is out of bounds"));
         return false;

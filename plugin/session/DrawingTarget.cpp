@@ -1,5 +1,6 @@
 #include "plugin/session/DrawingTarget.h"
 
+#include "document/IntTime.h"
 #include "document/Layer.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
@@ -10,7 +11,6 @@
 #include "plugin/session/SceneTime.h"
 
 #include <maya/MAnimControl.h>
-#include <maya/MTime.h>
 
 namespace vellum {
 
@@ -53,14 +53,13 @@ bool provideFrame(LayerManager& document, const QString& camera, int layer, Draw
     if (document.hasFrameAtCurrentTime(camera))
         return true;
     if (document.layerState(camera, layer) == LayerState::Static) {
-        const MTime time(static_cast<double>(settings().defaultStaticFrameTime), MTime::uiUnit());
-        if (!settings().insertDefaultStaticFrame ||
-            settings().defaultStaticFrameTime > currentFrame()) {
+        const int time = settings().defaultStaticFrameTime;
+        if (!settings().insertDefaultStaticFrame || time > currentFrame()) {
             report::error(
                 QStringLiteral("Static layer: A frame is required at or before the current time."));
             return false;
         }
-        target.added.addFrame(document, time);
+        target.added.addFrame(document, fromIntTime(time));
     } else {
         target.added.addFrame(document, MAnimControl::currentTime());
     }

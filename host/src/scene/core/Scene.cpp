@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <unordered_set>
 
 namespace host {
 namespace {
@@ -82,6 +83,17 @@ bool pathMatches(const DagNode& node, std::vector<std::string> parts) {
         at = at->parent();
     }
     return !anchored || (at && !at->parent());
+}
+
+// The end of a path with so many names, or all there are.
+std::string lowestNames(const DagNode& node, std::size_t count) {
+    std::vector<const std::string*> names;
+    for (const DagNode* at = &node; at->parent() && names.size() < count; at = at->parent())
+        names.push_back(&at->name);
+    std::string path;
+    for (auto name = names.rbegin(); name != names.rend(); ++name)
+        path += (path.empty() ? "" : "|") + **name;
+    return path;
 }
 
 bool isHistory(const Node& node) {
@@ -185,6 +197,7 @@ void Scene::reset() {
     // The old nodes end last: what plug-ins do in their destructors finds the new scene.
     const std::vector<NodePtr> old = std::move(nodes_);
     nodes_.clear();
+    names_.clear();
     timeline::reset();
     makeDefaults();
     changes::notify();
@@ -195,15 +208,18 @@ void Scene::touch() {
     changes::notify();
 }
 
-bool Scene::nameTaken(const std::string& name, const Node& node, const DagNode* parent) const {
-    for (const NodePtr& other : nodes_) {
-        if (other.get() == &node || other->name != name)
-            continue;
-        const DagNode* dag = asDag(other);
-        if (!dag || !parent || dag->parent_ == parent)
-            return true;
-    }
-    return false;
+void Scene::unindex(Node& node) {
+    names_.remove(node);
+    if (const auto* dag = dynamic_cast<const DagNode*>(&node))
+        for (const DagNodePtr& child : dag->children_)
+            unindex(*child);
+}
+
+void Scene::index(Node& node) {
+    names_.add(node);
+    if (const auto* dag = dynamic_cast<const DagNode*>(&node))
+        for (const DagNodePtr& child : dag->children_)
+            index(*child);
 }
 
 std::string Scene::uniqueName(const std::string& wanted, const Node& node,
@@ -215,19 +231,15 @@ std::string Scene::uniqueName(const std::string& wanted, const Node& node,
     const bool numbered = !wanted.empty() && wanted.back() == '#';
     if (numbered)
         name.pop_back();
-    if (!numbered && !nameTaken(name, node, parent))
+    if (!numbered && !names_.isTaken(name, node, parent))
         return name;
     std::size_t digits = name.size();
     while (digits > 0 && std::isdigit(static_cast<unsigned char>(name[digits - 1])))
         --digits;
     const std::string stem = name.substr(0, digits);
     const std::string tail = name.substr(digits);
-    unsigned long number = tail.empty() || tail.size() > 9 ? 0 : std::stoul(tail);
-    for (;;) {
-        const std::string candidate = stem + std::to_string(++number);
-        if (!nameTaken(candidate, node, parent))
-            return candidate;
-    }
+    const unsigned long number = tail.empty() || tail.size() > 9 ? 0 : std::stoul(tail);
+    return stem + std::to_string(names_.nextFree(stem, number, node, parent));
 }
 
 std::size_t Scene::position(const NodePtr& node) const {
@@ -245,6 +257,7 @@ void Scene::insert(const NodePtr& node, const std::string& name, const DagNodePt
     }
     node->inScene_ = true;
     nodes_.push_back(node);
+    names_.add(*node);
     touch();
 }
 
@@ -337,6 +350,8 @@ Removal Scene::remove(const NodePtr& node) {
     for (const auto& [source, destination] : removal.connections)
         disconnect(source, destination);
 
+    for (const Removal::Item& item : removal.items)
+        names_.remove(*item.node);
     for (auto item = removal.items.rbegin(); item != removal.items.rend(); ++item) {
         if (DagNode* dag = asDag(item->node)) {
             auto& siblings = dag->parent_->children_;
@@ -368,6 +383,7 @@ void Scene::restore(const Removal& removal) {
             item.node->name = uniqueName(item.node->name, *item.node, nullptr);
         }
         item.node->inScene_ = true;
+        names_.add(*item.node);
     }
     // Places among all nodes, lowest first so that each stands where it was.
     std::vector<Removal::Item> ordered = removal.items;
@@ -388,21 +404,28 @@ bool Scene::reparent(const DagNodePtr& node, const DagNodePtr& newParent, std::s
     const DagNodePtr above = newParent ? newParent : root_;
     if (!node || node == root_ || !node->inScene_ || node == above || above->isBelow(*node))
         return false;
+    const std::string name = uniqueName(node->name, *node, above.get());
+    unindex(*node);
     auto& old = node->parent_->children_;
     old.erase(std::find(old.begin(), old.end(), node));
     node->parent_ = above.get();
     auto& siblings = above->children_;
     siblings.insert(
         siblings.begin() + static_cast<std::ptrdiff_t>(std::min(position, siblings.size())), node);
-    node->name = uniqueName(node->name, *node, above.get());
+    node->name = name;
+    index(*node);
     touch();
     return true;
 }
 
 std::string Scene::rename(Node& node, const std::string& wanted) {
     const DagNode* dag = dynamic_cast<const DagNode*>(&node);
-    node.name = uniqueName(wanted, node, dag ? dag->parent_ : nullptr);
+    const std::string name = uniqueName(wanted, node, dag ? dag->parent_ : nullptr);
+    if (node.inScene_)
+        unindex(node);
+    node.name = name;
     if (node.inScene_) {
+        index(node);
         touch();
         events::emit("NameChanged");
     }
@@ -414,35 +437,47 @@ std::vector<NodePtr> Scene::find(const std::string& pattern) const {
     if (pattern.empty())
         return found;
     const std::vector<std::string> parts = pathParts(pattern);
-    for (const NodePtr& node : nodes_) {
-        const DagNode* dag = asDag(node);
-        if (dag ? pathMatches(*dag, parts)
-                : parts.size() == 1 && matches(pattern.c_str(), node->name.c_str()))
-            found.push_back(node);
+    const auto keepIf = [&](const auto& isMeant) {
+        for (const NodePtr& node : nodes_)
+            if (isMeant(*node))
+                found.push_back(node);
+    };
+    if (pattern.find_first_of("*?") != std::string::npos) {
+        keepIf([&](const Node& node) {
+            const auto* dag = dynamic_cast<const DagNode*>(&node);
+            return dag ? pathMatches(*dag, parts)
+                       : parts.size() == 1 && matches(pattern.c_str(), node.name.c_str());
+        });
+        return found;
+    }
+    std::vector<Node*> meant = names_.find(parts);
+    if (parts.size() > 1)
+        meant.erase(
+            std::remove_if(meant.begin(), meant.end(),
+                           [](const Node* node) { return !dynamic_cast<const DagNode*>(node); }),
+            meant.end());
+    if (meant.size() == 1)
+        found.push_back(meant.front()->self());
+    else if (!meant.empty()) {
+        const std::unordered_set<const Node*> all(meant.begin(), meant.end());
+        keepIf([&](const Node& node) { return all.count(&node) > 0; });
     }
     return found;
 }
 
 bool Scene::hasUniqueName(const Node& node) const {
-    return std::count_if(nodes_.begin(), nodes_.end(),
-                         [&](const NodePtr& other) { return other->name == node.name; }) <= 1;
+    return names_.find({node.name}).size() <= 1;
 }
 
 std::string Scene::fullPath(const DagNode& node) const {
-    std::string path;
-    for (const DagNode* at = &node; at && at->parent_; at = at->parent_)
-        path = "|" + at->name + path;
-    return path.empty() ? node.name : path;
+    return node.parent_ ? "|" + lowestNames(node, static_cast<std::size_t>(-1)) : node.name;
 }
 
 std::string Scene::partialPath(const DagNode& node) const {
-    std::string path = node.name;
-    const DagNode* at = &node;
-    while (find(path).size() > 1 && at->parent_ && at->parent_->parent_) {
-        at = at->parent_;
-        path = at->name + "|" + path;
-    }
-    return find(path).size() > 1 ? fullPath(node) : path;
+    if (!node.parent_ || !node.inScene_)
+        return node.name;
+    const std::size_t parts = names_.partsNeeded(node);
+    return parts > 0 ? lowestNames(node, parts) : fullPath(node);
 }
 
 bool Scene::connect(const SlotPtr& source, const SlotPtr& destination) {

@@ -1,6 +1,7 @@
 // The one scene of the process.
 #pragma once
 
+#include "scene/core/NameIndex.h"
 #include "scene/core/Node.h"
 #include "scene/core/SceneState.h"
 
@@ -66,10 +67,13 @@ public:
 private:
     void makeDefaults();
     static bool feedsOnly(const Node& feeder, const std::vector<Removal::Item>& items);
-    bool nameTaken(const std::string& name, const Node& node, const DagNode* parent) const;
+    /// What changes the name or parent of a node is done between the two.
+    void unindex(Node& node);
+    void index(Node& node);
     std::size_t position(const NodePtr& node) const;
 
     std::vector<NodePtr> nodes_;
+    mutable NameIndex names_; // of every node of the scene
     DagNodePtr root_;
     bool modified_ = false;
 };

@@ -11,13 +11,15 @@
 #include <QByteArray>
 #include <QFile>
 #include <QGuiApplication>
+
+#include <maya/MAnimControl.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <maya/MAnimControl.h>
 #include <memory>
 #include <random>
 #include <string>
@@ -41,9 +43,8 @@ template <typename Work> double seconds(Work work) {
 /// Takes "--tablet FILE" out of the arguments.
 inline std::string tabletFile(int& argc, char** argv) {
     std::string name;
-    if (const char* variable = std::getenv("VELLUM_TABLET")) {
+    if (const char* variable = std::getenv("VELLUM_TABLET"))
         name = variable;
-    }
     for (int i = 1; i + 1 < argc; ++i) {
         if (std::strcmp(argv[i], "--tablet") == 0) {
             name = argv[i + 1];
@@ -58,9 +59,8 @@ inline std::string tabletFile(int& argc, char** argv) {
 inline std::vector<Points> recordedStrokes(const std::string& file) {
     std::vector<Points> strokes;
     QFile source(QString::fromStdString(file));
-    if (file.empty() || !source.open(QIODevice::ReadOnly)) {
+    if (file.empty() || !source.open(QIODevice::ReadOnly))
         return strokes;
-    }
     bool down = false;
     while (!source.atEnd()) {
         const QByteArray line = source.readLine();
@@ -68,13 +68,11 @@ inline std::vector<Points> recordedStrokes(const std::string& file) {
         double x = 0.0;
         double y = 0.0;
         double pressure = 0.0;
-        if (std::sscanf(line.constData(), "%lf %lf %lf %lf", &when, &x, &y, &pressure) != 4) {
+        if (std::sscanf(line.constData(), "%lf %lf %lf %lf", &when, &x, &y, &pressure) != 4)
             continue;
-        }
         if (pressure > 0.0) {
-            if (!down) {
+            if (!down)
                 strokes.emplace_back();
-            }
             // Recorded in a window of about 800 x 610 pixels.
             strokes.back().push_back({6, static_cast<float>(pressure), 1.0F,
                                       static_cast<int>(x * 1.25), static_cast<int>(y * 1.6)});
@@ -138,9 +136,8 @@ inline void put(vellum::LayerManager& manager, std::unique_ptr<vellum::Frame> fr
 /// Draws on a frame as a committed stroke does.
 inline void draw(vellum::Frame& frame, Points points, vellum::Tool tool, int width,
                  const QColor& color) {
-    for (vellum::StrokePoint& point : points) {
+    for (vellum::StrokePoint& point : points)
         point.width = width;
-    }
     vellum::StrokeSession session(frame, tool, color, QImage());
     session.stroke().points = std::move(points);
     session.stroke().dirty = true;

@@ -11,6 +11,7 @@
 #include "tools/raster/StrokeImage.h"
 
 #include <QImage>
+
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cmath>

@@ -9,6 +9,7 @@
 #include "tools/raster/StrokeImage.h"
 
 #include <QPainter>
+
 #include <algorithm>
 #include <benchmark/benchmark.h>
 
@@ -66,32 +67,28 @@ void setGhosts(int count) {
 /// The least of several times, as good as undisturbed.
 template <typename Work> double leastSeconds(int times, Work work) {
     double least = 1e9;
-    for (int i = 0; i < times; ++i) {
+    for (int i = 0; i < times; ++i)
         least = std::min(least, bench::seconds(work));
-    }
     return least;
 }
 
 /// All layers, the ghosts' picture beneath and the stroke's in the middle, with QPainter.
 double painterRebuild(LayerManager& manager, bool ghosts, bool stroke) {
     std::vector<QImage> images;
-    for (int i = 0; i < kLayers; ++i) {
+    for (int i = 0; i < kLayers; ++i)
         images.push_back(manager.layer(bench::kCamera, i)->currentFrame()->image());
-    }
     const QImage extra = images[kActive];
     QImage picture = blankCanvas();
     return leastSeconds(5, [&] {
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-        if (ghosts) {
+        if (ghosts)
             painter.drawImage(0, 0, extra);
-        }
         for (int i = 0; i < kLayers; ++i) {
             painter.drawImage(0, 0, images[static_cast<std::size_t>(i)]);
-            if (stroke && i == kActive) {
+            if (stroke && i == kActive)
                 painter.drawImage(0, 0, extra);
-            }
         }
     });
 }
@@ -213,9 +210,8 @@ void BM_TimeChange(benchmark::State& state) {
     LayerManager manager;
     for (int i = 0; i < kLayers; ++i) {
         auto layer = std::make_unique<Layer>();
-        for (int frame = 0; frame < 1000; ++frame) {
+        for (int frame = 0; frame < 1000; ++frame)
             layer->addFrameAt(frame);
-        }
         manager.insertLayer(bench::kCamera, -1, std::move(layer));
     }
     int frame = 0;
@@ -244,9 +240,8 @@ BENCHMARK(BM_TimeChange)->Unit(benchmark::kMicrosecond);
 int main(int argc, char** argv) {
     const std::string tablet = bench::tabletFile(argc, argv);
     benchmark::Initialize(&argc, argv);
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
     const QGuiApplication application(argc, argv);
     theStrokes = bench::strokes(tablet);
     benchmark::RunSpecifiedBenchmarks();

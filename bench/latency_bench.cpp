@@ -10,6 +10,7 @@
 #include <QEventLoop>
 #include <QMutex>
 #include <QTimer>
+
 #include <benchmark/benchmark.h>
 #include <chrono>
 

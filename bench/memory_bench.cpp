@@ -6,6 +6,7 @@
 #include "tools/raster/PngCodec.h"
 
 #include <QTemporaryDir>
+
 #include <benchmark/benchmark.h>
 #include <fstream>
 #include <map>
@@ -100,9 +101,8 @@ const Film& film(int frames) {
     static QTemporaryDir folder;
     static std::map<int, Film> films;
     const auto known = films.find(frames);
-    if (known != films.end()) {
+    if (known != films.end())
         return known->second;
-    }
     Film& made = films[frames];
     made.file = folder.filePath(QString::number(frames)).toStdString();
     apart([&] { drawFilm(made.file, frames); });
@@ -226,9 +226,8 @@ BENCHMARK(BM_SaveAfterShowingAll)->Arg(500)->Iterations(1)->Unit(benchmark::kMil
 int main(int argc, char** argv) {
     const std::string tablet = bench::tabletFile(argc, argv);
     benchmark::Initialize(&argc, argv);
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
     const QGuiApplication application(argc, argv);
     theStrokes = bench::strokes(tablet);
     benchmark::RunSpecifiedBenchmarks();

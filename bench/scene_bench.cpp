@@ -40,14 +40,12 @@ void BM_Nodes(benchmark::State& state) {
     double big = 0.0;
     double small = 0.0;
     for (auto _ : state) {
-        for (int round = 0; round < 10; ++round) {
+        for (int round = 0; round < 10; ++round)
             small += secondsPerNode(shape, count / 10);
-        }
         big += 10.0 * secondsPerNode(shape, count);
     }
-    if (host::scene().nodes().size() < static_cast<std::size_t>(count)) {
+    if (host::scene().nodes().size() < static_cast<std::size_t>(count))
         state.SkipWithError("nodes are missing");
-    }
     state.counters["cost"] = big / small;
     state.counters["us_a_node"] = 1e6 * big / 10.0 / static_cast<double>(state.iterations());
 }
@@ -67,9 +65,8 @@ BENCHMARK(BM_Nodes)
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
     const QGuiApplication application(argc, argv);
     host::startUp({true});
     benchmark::RunSpecifiedBenchmarks();

@@ -5,10 +5,11 @@
 #include "plugin/session/PluginState.h"
 #include "plugin/session/TimeSlider.h"
 
-#include <algorithm>
-#include <limits>
 #include <maya/MAnimControl.h>
 #include <maya/MTime.h>
+
+#include <algorithm>
+#include <limits>
 #include <string>
 
 namespace vellum {

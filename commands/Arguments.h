@@ -7,8 +7,10 @@
 #include "document/Layer.h"
 
 #include <QString>
+
 #include <maya/MArgDatabase.h>
 #include <maya/MStatus.h>
+
 #include <optional>
 
 namespace vellum {

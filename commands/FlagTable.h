@@ -4,9 +4,10 @@
 
 #include "commands/Arguments.h"
 
-#include <functional>
 #include <maya/MArgDatabase.h>
 #include <maya/MSyntax.h>
+
+#include <functional>
 #include <vector>
 
 namespace vellum {

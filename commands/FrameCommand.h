@@ -4,8 +4,10 @@
 #include "document/FrameRange.h"
 
 #include <QString>
+
 #include <maya/MPxCommand.h>
 #include <maya/MSyntax.h>
+
 #include <memory>
 
 class MArgDatabase;

@@ -13,6 +13,7 @@
 #include "plugin/session/SceneNodes.h"
 
 #include <maya/MStringArray.h>
+
 #include <optional>
 
 namespace vellum {

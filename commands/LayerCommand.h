@@ -2,8 +2,10 @@
 #pragma once
 
 #include <QString>
+
 #include <maya/MPxCommand.h>
 #include <maya/MSyntax.h>
+
 #include <memory>
 
 class MArgDatabase;

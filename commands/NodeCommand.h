@@ -4,11 +4,13 @@
 #include "document/Layer.h"
 
 #include <QString>
+
 #include <maya/MDagModifier.h>
 #include <maya/MObject.h>
 #include <maya/MPxCommand.h>
 #include <maya/MSelectionList.h>
 #include <maya/MSyntax.h>
+
 #include <optional>
 
 class MArgDatabase;

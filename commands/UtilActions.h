@@ -5,6 +5,7 @@
 #include "plugin/session/Panels.h"
 
 #include <QColor>
+
 #include <maya/MArgDatabase.h>
 #include <maya/MStatus.h>
 

@@ -5,6 +5,7 @@
 #include "plugin/base/ToolTable.h"
 
 #include <QColor>
+
 #include <maya/MIntArray.h>
 
 namespace vellum {

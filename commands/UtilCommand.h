@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+
 #include <maya/MPxCommand.h>
 #include <maya/MSyntax.h>
 

@@ -12,8 +12,10 @@
 #include "plugin/session/PluginState.h"
 
 #include <QLatin1String>
-#include <algorithm>
+
 #include <maya/MPxCommand.h>
+
+#include <algorithm>
 
 namespace vellum::util {
 

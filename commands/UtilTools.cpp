@@ -10,6 +10,7 @@
 #include "plugin/session/PluginState.h"
 
 #include <QLatin1String>
+
 #include <algorithm>
 #include <cassert>
 #include <limits>

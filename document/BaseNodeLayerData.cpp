@@ -4,9 +4,10 @@
 #include "document/LayerManager.h"
 #include "plugin/base/Names.h"
 
-#include <istream>
 #include <maya/MArgList.h>
 #include <maya/MString.h>
+
+#include <istream>
 #include <ostream>
 
 namespace vellum {
@@ -22,9 +23,8 @@ void* BaseNodeLayerData::creator() {
 }
 
 void BaseNodeLayerData::createLayerManager() {
-    if (!manager_) {
+    if (!manager_)
         manager_ = std::make_shared<LayerManager>();
-    }
 }
 
 MStatus BaseNodeLayerData::readASCII(const MArgList& args, unsigned& endOfTheLastParsedElement) {
@@ -50,9 +50,8 @@ MStatus BaseNodeLayerData::writeBinary(std::ostream& out) {
 }
 
 void BaseNodeLayerData::copy(const MPxData& other) {
-    if (other.typeId() == id) {
+    if (other.typeId() == id)
         manager_ = static_cast<const BaseNodeLayerData&>(other).manager_;
-    }
 }
 
 MTypeId BaseNodeLayerData::typeId() const {

@@ -4,6 +4,7 @@
 
 #include <maya/MPxData.h>
 #include <maya/MTypeId.h>
+
 #include <memory>
 
 namespace vellum {

@@ -26,9 +26,8 @@ quint64 nextVersion() {
 void fetchAhead([[maybe_unused]] const std::uint8_t* piece) {
 #if defined(__GNUC__) || defined(__clang__)
     constexpr int kCacheLine = 64;
-    for (int i = 0; i < pixel::kPieceBytes; i += kCacheLine) {
+    for (int i = 0; i < pixel::kPieceBytes; i += kCacheLine)
         __builtin_prefetch(piece + i);
-    }
 #endif
 }
 
@@ -71,18 +70,16 @@ public:
             StrokeBackdrop& backdrop)
         : backdrop_(backdrop) {
         std::vector<quint64> recipe{ghosts.isEmpty() ? 0 : ghosts.version()};
-        if (!ghosts.isEmpty()) {
+        if (!ghosts.isEmpty())
             sources_.push_back({Pixels(ghosts.image()), Pixels(), nullptr});
-        }
         bool drawing = false;
         for (const CompositeLayer& layer : layers) {
             if (layer.drawnOn) {
                 drawing = true;
                 beneath_ = sources_.size();
             }
-            if (!drawing) {
+            if (!drawing)
                 recipe.push_back(layer.revision);
-            }
             sources_.push_back({Pixels(layer.image), Pixels(layer.overlay), layer.pieces.get()});
         }
         if (beneath_ > 1) { // one picture is as good as its copy
@@ -98,9 +95,8 @@ public:
         for (int column = first / kPiece * kPiece; column < last; column += kPiece) {
             rows::Stack stack;
             Piece merged;
-            if (const std::uint8_t* flat = beneath_ > 0 ? flattened(y, column) : nullptr) {
+            if (const std::uint8_t* flat = beneath_ > 0 ? flattened(y, column) : nullptr)
                 stack.over(flat);
-            }
             lay(stack, y, column, beneath_, sources_.size(), merged);
             if (first <= column && column + kPiece <= last) {
                 stack.store(row + 4 * column);
@@ -131,9 +127,8 @@ private:
             rows::Stack stack;
             Piece unused;
             lay(stack, y, column, 0, beneath_, unused);
-            if (!stack.isEmpty()) {
+            if (!stack.isEmpty())
                 stack.store(out);
-            }
             return !stack.isEmpty();
         });
     }
@@ -144,42 +139,35 @@ private:
 };
 
 void CameraComposite::paint(const QRect& rectangle, const std::vector<CompositeLayer>& layers) {
-    if (image_.isNull()) {
+    if (image_.isNull())
         image_ = blankCanvas();
-    }
     const QRect part = rectangle & image_.rect();
-    if (part.isEmpty()) {
+    if (part.isEmpty())
         return;
-    }
     const Painter painter(ghosts_, layers, backdrop_);
-    for (int y = part.top(); y <= part.bottom(); ++y) {
+    for (int y = part.top(); y <= part.bottom(); ++y)
         painter.paint(image_.scanLine(y), y, part.left(), part.right() + 1);
-    }
 
     const QRect changed = colorFringe(image_, part);
 
     version_ = nextVersion();
     history_.push_back({version_, changed});
-    if (history_.size() > kHistory) {
+    if (history_.size() > kHistory)
         history_.pop_front();
-    }
 }
 
 QRect CameraComposite::changedSince(quint64 version) const {
-    if (version == version_) {
+    if (version == version_)
         return {};
-    }
     // Versions are unique in the process: one that is not ours belongs to another picture.
     const bool known = std::any_of(history_.begin(), history_.end(),
                                    [version](const Change& one) { return one.version == version; });
-    if (!known) {
+    if (!known)
         return {0, 0, kCanvasSize, kCanvasSize};
-    }
     QRect changed;
     for (const Change& change : history_) {
-        if (change.version > version) {
+        if (change.version > version)
             changed |= change.rectangle;
-        }
     }
     return changed;
 }

@@ -8,6 +8,7 @@
 
 #include <QImage>
 #include <QRect>
+
 #include <deque>
 #include <memory>
 #include <utility>

@@ -37,9 +37,8 @@ const CameraComposite* CameraPictures::find(const QString& camera) const {
 
 void CameraPictures::endStroke(const QString& camera) {
     const auto found = pictures_.find(camera);
-    if (found != pictures_.end()) {
+    if (found != pictures_.end())
         found->second.endStroke();
-    }
 }
 
 void CameraPictures::discardStroke(const QString& camera) {
@@ -49,9 +48,8 @@ void CameraPictures::discardStroke(const QString& camera) {
 
 void CameraPictures::updateGhosts(const QString& camera, const LayerStack& layers,
                                   const GhostOptions& options) {
-    if (pictures_[camera].ghosts().update(activeOf(layers), options)) {
+    if (pictures_[camera].ghosts().update(activeOf(layers), options))
         markModified(camera);
-    }
 }
 
 bool CameraPictures::needsRedraw(const QString& camera, const LayerStack& layers,
@@ -68,22 +66,18 @@ QRect CameraPictures::takeChanges(const QString& camera, const LayerStack& layer
     QRect changed;
     const bool modified = modified_.erase(camera) > 0;
     const bool discarded = showDiscarded_.erase(camera) > 0;
-    if (modified || discarded || version(camera) == 0) {
+    if (modified || discarded || version(camera) == 0)
         changed = Layer::wholeCanvas();
-    }
-    if (stroke) {
+    if (stroke)
         followFrame(*stroke, activeOf(layers));
-    }
     for (const auto& layer : layers) {
         const QRect part = layer->takeUndisplayed();
         changed |= part;
-        if (stroke && layer->isActive() && !part.isEmpty() && !shows(*layer, stroke)) {
+        if (stroke && layer->isActive() && !part.isEmpty() && !shows(*layer, stroke))
             changed |= stroke->touched();
-        }
     }
-    if (stroke && stroke->isDirty()) {
+    if (stroke && stroke->isDirty())
         changed |= stroke->update();
-    }
     // Ghosts stand still during a stroke, but playback takes them away all the same.
     if ((!stroke || options.hiddenByPlayback) &&
         pictures_[camera].ghosts().update(activeOf(layers), options)) {
@@ -98,9 +92,8 @@ void CameraPictures::paint(CameraComposite& picture, const QRect& changed, const
     std::vector<Frame::Hold> holds;
     for (const auto& layer : layers) {
         const QImage image = layer->displayImage();
-        if (image.isNull()) {
+        if (image.isNull())
             continue;
-        }
         const Frame* frame = layer->currentFrame();
         holds.push_back(frame->hold());
         CompositeLayer part;
@@ -134,9 +127,8 @@ void CameraPictures::noteDisplayed(const QString& camera) {
     recent_.prepend(camera);
     while (recent_.size() > kCamerasOnDisplay) {
         const auto gone = pictures_.find(recent_.takeLast());
-        if (gone != pictures_.end()) {
+        if (gone != pictures_.end())
             gone->second.setHolds({});
-        }
     }
 }
 

@@ -15,9 +15,8 @@ std::vector<LayerManager*> collectedDrawings;
 void deliver() {
     const Changes changes = std::exchange(collected, Changes());
     const std::vector<LayerManager*> drawings = std::exchange(collectedDrawings, {});
-    if (connected && changes) {
+    if (connected && changes)
         connected->changed(changes, drawings);
-    }
 }
 
 } // namespace
@@ -28,9 +27,8 @@ void tell(Changes changes, LayerManager* drawing) {
     const ChangeGroup group;
     collected |= changes;
     auto& drawings = collectedDrawings;
-    if (drawing && std::find(drawings.begin(), drawings.end(), drawing) == drawings.end()) {
+    if (drawing && std::find(drawings.begin(), drawings.end(), drawing) == drawings.end())
         drawings.push_back(drawing);
-    }
 }
 
 ChangeGroup::ChangeGroup() {
@@ -38,9 +36,8 @@ ChangeGroup::ChangeGroup() {
 }
 
 ChangeGroup::~ChangeGroup() {
-    if (--openGroups == 0) {
+    if (--openGroups == 0)
         deliver();
-    }
 }
 
 void forgetChanges(const LayerManager& drawing) {

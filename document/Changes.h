@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFlags>
+
 #include <vector>
 
 namespace vellum {

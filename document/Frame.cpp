@@ -57,9 +57,8 @@ void Frame::setIntTime(int frame) {
 }
 
 QImage Frame::image() const {
-    if (image_.isNull()) {
+    if (image_.isNull())
         decode();
-    }
     // Packing another frame to make room can not touch what is returned.
     QImage result = image_;
     FrameCache::touch(*this);
@@ -82,13 +81,11 @@ void Frame::decode() const {
 }
 
 bool Frame::setImage(const QImage& image) {
-    if (image.width() != kCanvasSize || image.height() != kCanvasSize) {
+    if (image.width() != kCanvasSize || image.height() != kCanvasSize)
         return false;
-    }
     image_ = image.convertToFormat(QImage::Format_RGBA8888);
-    if (image_.isNull()) {
+    if (image_.isNull())
         return false;
-    }
     png_.clear();
     pngValid_ = false;
     changed();
@@ -97,9 +94,8 @@ bool Frame::setImage(const QImage& image) {
 }
 
 std::shared_ptr<const PieceMap> Frame::pieces() const {
-    if (!pieces_) {
+    if (!pieces_)
         pieces_ = std::make_shared<const PieceMap>(PieceMap::of(image()));
-    }
     return pieces_;
 }
 
@@ -122,15 +118,12 @@ void Frame::setPng(const QByteArray& png) {
 }
 
 void Frame::pack() const {
-    if (image_.isNull()) {
+    if (image_.isNull())
         return;
-    }
-    if (!pngValid_) {
+    if (!pngValid_)
         pngBytes();
-    }
-    if (!pngValid_) {
+    if (!pngValid_)
         return;
-    }
     image_ = QImage();
     pieces_.reset();
     FrameCache::forget(*this);

@@ -9,7 +9,9 @@
 
 #include <QByteArray>
 #include <QImage>
+
 #include <maya/MTime.h>
+
 #include <memory>
 
 namespace vellum {

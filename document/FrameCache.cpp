@@ -36,9 +36,8 @@ void FrameCache::packAll() {
 }
 
 void FrameCache::touch(const Frame& frame) {
-    if (order.newest == &frame) {
+    if (order.newest == &frame)
         return;
-    }
     forget(frame);
     frame.cached_ = true;
     frame.newer_ = nullptr;
@@ -54,9 +53,8 @@ void FrameCache::touch(const Frame& frame) {
 }
 
 void FrameCache::forget(const Frame& frame) {
-    if (!frame.cached_) {
+    if (!frame.cached_)
         return;
-    }
     (frame.newer_ ? frame.newer_->older_ : order.newest) = frame.older_;
     (frame.older_ ? frame.older_->newer_ : order.oldest) = frame.newer_;
     frame.newer_ = nullptr;
@@ -69,9 +67,8 @@ void FrameCache::trim(const Frame* keep) {
     const Frame* frame = order.oldest;
     while (frame && order.count > order.budget) {
         const Frame* newer = frame->newer_;
-        if (frame != keep && !frame->isHeld()) {
+        if (frame != keep && !frame->isHeld())
             frame->pack();
-        }
         frame = newer;
     }
 }

@@ -20,9 +20,8 @@ std::optional<FrameRange> refuse(const QString& why, double start, double end) {
 } // namespace
 
 bool FrameRange::canBeFilled() const {
-    if (length() <= kMostInserted) {
+    if (length() <= kMostInserted)
         return true;
-    }
     report::error(QStringLiteral("Cannot insert more than %1 frames at once").arg(kMostInserted));
     return false;
 }
@@ -33,12 +32,10 @@ std::optional<FrameRange> frameRange(double start, double end) {
     const double first = std::trunc(start);
     const double past = std::trunc(end);
     // Also true for what is no number.
-    if (!(start < end)) {
+    if (!(start < end))
         return refuse(QStringLiteral("Time range is empty: %1 to %2"), start, end);
-    }
-    if (first < lowest || first > highest || past > highest + 1.0) {
+    if (first < lowest || first > highest || past > highest + 1.0)
         return refuse(QStringLiteral("Time range is out of bounds: %1 to %2"), start, end);
-    }
     // Around zero, and within one frame, both ends may truncate to the same number.
     const double last = past > first ? past - 1.0 : first;
     return FrameRange{static_cast<int>(first), static_cast<int>(last)};

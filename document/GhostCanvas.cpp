@@ -32,13 +32,11 @@ struct Side {
     bool paint(int y, int column, Piece& out) const {
         rows::Stack stack;
         for (const Picture& picture : pictures) {
-            if (picture.pieces->holds(y, column)) {
+            if (picture.pieces->holds(y, column))
                 stack.overFaded(picture.image.constScanLine(y) + 4 * column, picture.opacity);
-            }
         }
-        if (stack.isEmpty()) {
+        if (stack.isEmpty())
             return false;
-        }
         stack.store(out.data());
         if (tint) {
             rows::tint(out.data(), kPiece, static_cast<std::uint8_t>(color.red()),
@@ -117,13 +115,11 @@ bool GhostCanvas::update(const Layer* layer, const GhostOptions& options) {
         recipe.options = options;
         recipe.previous = revisions(*layer, options.previous, -1);
         recipe.next = revisions(*layer, options.next, +1);
-        if (none(recipe.previous) && none(recipe.next)) {
+        if (none(recipe.previous) && none(recipe.next))
             recipe = Recipe();
-        }
     }
-    if (recipe == recipe_) {
+    if (recipe == recipe_)
         return false;
-    }
     if (recipe == Recipe()) {
         image_ = QImage();
     } else {
@@ -138,21 +134,18 @@ void GhostCanvas::paint(const Layer& layer, const Recipe& recipe) {
     const GhostOptions& options = recipe.options;
     const Side previous = side(layer, options.previous, -1, options.tint, options.previousColor);
     const Side next = side(layer, options.next, +1, options.tint, options.nextColor);
-    if (image_.isNull()) {
+    if (image_.isNull())
         image_ = QImage(kCanvasSize, kCanvasSize, QImage::Format_RGBA8888);
-    }
     for (int y = 0; y < kCanvasSize; ++y) {
         std::uint8_t* row = image_.scanLine(y);
         for (int column = 0; column < kCanvasSize; column += kPiece) {
             rows::Stack both;
             Piece lower;
-            if (previous.paint(y, column, lower)) {
+            if (previous.paint(y, column, lower))
                 both.over(lower.data());
-            }
             Piece upper;
-            if (next.paint(y, column, upper)) {
+            if (next.paint(y, column, upper))
                 both.over(upper.data());
-            }
             both.store(row + 4 * column);
         }
     }

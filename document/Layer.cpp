@@ -4,9 +4,10 @@
 #include "plugin/base/Settings.h"
 #include "tools/raster/Stroke.h"
 
+#include <maya/MAnimControl.h>
+
 #include <algorithm>
 #include <cmath>
-#include <maya/MAnimControl.h>
 #include <utility>
 
 namespace vellum {
@@ -61,9 +62,8 @@ void Layer::setVisible(bool visible) {
 }
 
 void Layer::setOpacity(float opacity) {
-    if (std::isnan(opacity)) {
+    if (std::isnan(opacity))
         return;
-    }
     opacity = std::clamp(opacity, 0.0F, 1.0F);
     if (opacity != opacity_) {
         opacity_ = opacity;
@@ -97,9 +97,8 @@ int Layer::addFrame(std::unique_ptr<Frame> frame) {
 
 int Layer::insert(std::unique_ptr<Frame> frame, int currentTime) {
     const int intTime = frame->intTime();
-    if (indexOf(intTime) >= 0) {
+    if (indexOf(intTime) >= 0)
         return -1;
-    }
     const int index = firstAfter(intTime);
     frames_.insert(frames_.begin() + index, std::move(frame));
     markDirty();
@@ -160,9 +159,8 @@ std::unique_ptr<Frame> Layer::takeFrameAt(const MTime& time) {
 
 std::unique_ptr<Frame> Layer::takeFrameAt(int intTime) {
     const int index = indexOf(intTime);
-    if (index < 0) {
+    if (index < 0)
         return nullptr;
-    }
     auto frame = std::move(frames_[static_cast<std::size_t>(index)]);
     frames_.erase(frames_.begin() + index);
     markDirty();
@@ -181,9 +179,8 @@ const Frame* Layer::nextFrame(bool wrap) const {
 
 const Frame* Layer::frameBefore(int intTime) const {
     int index = firstAfter(intTime) - 1;
-    while (index >= 0 && frames_[static_cast<std::size_t>(index)]->intTime() >= intTime) {
+    while (index >= 0 && frames_[static_cast<std::size_t>(index)]->intTime() >= intTime)
         --index;
-    }
     return frameAt(index);
 }
 
@@ -200,9 +197,8 @@ QImage Layer::displayImage(int offset) {
 
 void Layer::setCurrentImage(const QImage& image, const QRect& changed) {
     Frame* frame = shownFrame();
-    if (frame && frame->setImage(image)) {
+    if (frame && frame->setImage(image))
         markDirty(changed);
-    }
 }
 
 void Layer::setCurrentPng(const QByteArray& png) {
@@ -214,9 +210,8 @@ void Layer::setCurrentPng(const QByteArray& png) {
 
 void Layer::setFrameTimes(const QList<int>& times) {
     const int count = std::min(static_cast<int>(times.size()), frameCount());
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         frames_[static_cast<std::size_t>(i)]->setIntTime(times[i]);
-    }
     ascending_ = std::is_sorted(frames_.begin(), frames_.end(), [](const auto& a, const auto& b) {
         return a->intTime() < b->intTime();
     });
@@ -227,9 +222,8 @@ void Layer::setFrameTimes(const QList<int>& times) {
 QList<int> Layer::frameTimes() const {
     QList<int> times;
     times.reserve(frameCount());
-    for (const auto& frame : frames_) {
+    for (const auto& frame : frames_)
         times.append(frame->intTime());
-    }
     return times;
 }
 

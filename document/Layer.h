@@ -7,7 +7,9 @@
 #include <QList>
 #include <QRect>
 #include <QString>
+
 #include <maya/MTime.h>
+
 #include <memory>
 #include <optional>
 #include <vector>

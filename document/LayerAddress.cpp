@@ -25,14 +25,12 @@ void LayerAddress::bindToActive(const LayerManager& document) {
 }
 
 int LayerAddress::index(const LayerManager& document) const {
-    if (!bound_) {
+    if (!bound_)
         return document.activeLayerIndex(camera_);
-    }
     const int count = document.cameraLayerCount(camera_);
     for (int i = 0; i < count; ++i) {
-        if (document.layer(camera_, i)->id() == layer_) {
+        if (document.layer(camera_, i)->id() == layer_)
             return i;
-        }
     }
     return -1;
 }
@@ -46,9 +44,8 @@ bool LayerAddress::requireCamera() const {
 }
 
 const Layer* LayerAddress::resolve(const LayerManager& document) const {
-    if (!requireCamera()) {
+    if (!requireCamera())
         return nullptr;
-    }
     const Layer* layer = document.layer(camera_, index(document));
     if (!layer) {
         report::error(

@@ -8,11 +8,12 @@
 #include "plugin/base/Report.h"
 #include "tools/raster/PngCheck.h"
 
+#include <maya/MArgList.h>
+#include <maya/MTime.h>
+
 #include <cstring>
 #include <limits>
 #include <locale>
-#include <maya/MArgList.h>
-#include <maya/MTime.h>
 #include <ostream>
 
 namespace vellum::layer_data {
@@ -58,9 +59,8 @@ void writeLayer(std::ostream& out, const Layer& layer) {
     writeString(out, layer.name());
     out << ' ' << layer.frameCount() << ' ' << (layer.isVisible() ? 1 : 0) << ' ' << layer.opacity()
         << ' ' << numberOf(layer.state());
-    for (int i = 0; i < layer.frameCount(); ++i) {
+    for (int i = 0; i < layer.frameCount(); ++i)
         writeFrame(out, *layer.frameAt(i));
-    }
     out << kLineBreak;
 }
 
@@ -92,9 +92,8 @@ public:
     bool string(QString& value, const char* message) {
         return take(message, [&](MStatus& status) {
             const MString text = args_.asString(index_, &status);
-            if (status == MS::kSuccess) {
+            if (status == MS::kSuccess)
                 value = fromMaya(text);
-            }
         });
     }
 
@@ -118,20 +117,17 @@ public:
 
     /// After damage: goes on to the next place whose shape is known, or to the end.
     void findSense() {
-        while (!isAtEnd() && !isAtFrame() && !isAtLayer() && !isAtCamera()) {
+        while (!isAtEnd() && !isAtFrame() && !isAtLayer() && !isAtCamera())
             ++index_;
-        }
     }
 
 private:
     template <typename Get> bool take(const char* message, Get get) {
         MStatus status = MS::kFailure;
-        if (!isAtEnd()) {
+        if (!isAtEnd())
             get(status);
-        }
-        if (status != MS::kSuccess) {
+        if (status != MS::kSuccess)
             return fail(message, index_);
-        }
         ++index_;
         return true;
     }
@@ -144,9 +140,8 @@ private:
 
     bool isTime(unsigned at) const {
         MStatus status = MS::kFailure;
-        if (at < args_.length()) {
+        if (at < args_.length())
             args_.asTime(at, &status);
-        }
         return status == MS::kSuccess;
     }
     /// A picture in full is thousands of characters; its beginning is the same for all.
@@ -154,25 +149,22 @@ private:
         constexpr char beginning[] = "89504e470d0a1a0a";
         MStatus status = MS::kFailure;
         MString text;
-        if (at < args_.length()) {
+        if (at < args_.length())
             text = args_.asString(at, &status);
-        }
         return status == MS::kSuccess &&
                std::strncmp(text.asChar(), beginning, sizeof beginning - 1) == 0;
     }
     bool isInteger(unsigned at, int lowest, int highest = std::numeric_limits<int>::max()) const {
         MStatus status = MS::kFailure;
         int value = 0;
-        if (at < args_.length()) {
+        if (at < args_.length())
             value = args_.asInt(at, &status);
-        }
         return status == MS::kSuccess && value >= lowest && value <= highest;
     }
     bool isNumber(unsigned at) const {
         MStatus status = MS::kFailure;
-        if (at < args_.length()) {
+        if (at < args_.length())
             args_.asDouble(at, &status);
-        }
         return status == MS::kSuccess;
     }
     bool isMissingLayer(unsigned at) const {
@@ -201,9 +193,8 @@ bool readFrame(ArgumentReader& reader, Layer& layer, int ordinal) {
     const unsigned start = reader.index();
     MTime time;
     QString hex;
-    if (!reader.time(time, kInvalidFrameTime) || !reader.string(hex, kInvalidDrawData)) {
+    if (!reader.time(time, kInvalidFrameTime) || !reader.string(hex, kInvalidDrawData))
         return false;
-    }
     const QByteArray png = QByteArray::fromHex(hex.toUtf8());
     if (pngLoads(png)) {
         keepFrame(layer, Frame::fromPng(time, png));
@@ -228,16 +219,13 @@ bool readFrame(ArgumentReader& reader, Layer& layer, int ordinal) {
 void readFrames(ArgumentReader& reader, Layer& layer, int frameCount) {
     for (int i = 0;; ++i) {
         if (reader.inDoubt() || i >= frameCount) {
-            if (!reader.isAtFrame()) {
+            if (!reader.isAtFrame())
                 return;
-            }
-            if (!reader.inDoubt()) {
+            if (!reader.inDoubt())
                 reader.refuseNext("More frames than their count says (%1)");
-            }
         }
-        if (!readFrame(reader, layer, i)) {
+        if (!readFrame(reader, layer, i))
             reader.findSense();
-        }
     }
 }
 
@@ -268,9 +256,8 @@ bool readHead(ArgumentReader& reader, LayerHead& head) {
         return false;
     }
     const auto known = layerStateOf(state);
-    if (!known) {
+    if (!known)
         return reader.refuseLast(invalidState);
-    }
     head.state = *known;
     return true;
 }
@@ -280,9 +267,8 @@ void readLayer(ArgumentReader& reader, LayerManager& manager, const QString& cam
     LayerHead head;
     if (!readHead(reader, head)) {
         reader.findSense();
-        if (!reader.isAtFrame()) {
+        if (!reader.isAtFrame())
             return;
-        }
     }
     if (head.isMissing) {
         report::warning(QStringLiteral("Skipping invalid layer"));
@@ -325,9 +311,8 @@ QString readCamera(ArgumentReader& reader, LayerManager& manager) {
     }
     readLayers(reader, manager, camera, layerCount);
     const int count = manager.cameraLayerCount(camera);
-    if (activeIndex >= 0 && (reader.inDoubt() ? activeIndex < count : count > 0)) {
+    if (activeIndex >= 0 && (reader.inDoubt() ? activeIndex < count : count > 0))
         manager.setActiveLayer(camera, activeIndex, true);
-    }
     return camera;
 }
 
@@ -342,9 +327,8 @@ void readCameras(ArgumentReader& reader, LayerManager& manager, int count) {
         camera = readCamera(reader, manager);
     }
     while (!reader.isAtEnd()) {
-        if (!reader.inDoubt()) {
+        if (!reader.inDoubt())
             reader.refuseNext("Unexpected data behind the last layer (%1)");
-        }
         reader.findSense();
         if (reader.isAtCamera()) {
             camera = readCamera(reader, manager);
@@ -366,18 +350,16 @@ MStatus writeAscii(const LayerManager& manager, std::ostream& out) {
         const int count = manager.cameraLayerCount(camera);
         writeString(out, camera);
         out << ' ' << count << ' ' << manager.activeLayerIndex(camera) << kLineBreak;
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < count; ++i)
             writeLayer(out, *manager.layer(camera, i));
-        }
     }
     return MS::kSuccess;
 }
 
 MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index) {
     ArgumentReader reader(args, index);
-    if (reader.isAtEnd()) {
+    if (reader.isAtEnd())
         return MS::kFailure;
-    }
     const ChangeGroup oneChange;
     int version = 0;
     const bool hasVersion = reader.integer(version, kInvalidVersion);
@@ -392,13 +374,11 @@ MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index) 
         reader.string(currentCamera, "Invalid camera name (%1)")) {
         reader.count(cameraCount, kInvalidLayerCount);
     }
-    if (master) {
+    if (master)
         manager.setMaster(true);
-    }
     readCameras(reader, manager, cameraCount);
-    if (!currentCamera.isEmpty()) {
+    if (!currentCamera.isEmpty())
         manager.setCurrentCamera(currentCamera);
-    }
     return reader.inDoubt() ? MS::kFailure : MS::kSuccess;
 }
 

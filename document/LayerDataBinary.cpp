@@ -6,6 +6,7 @@
 #include "tools/raster/PngCheck.h"
 
 #include <QtEndian>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -82,9 +83,8 @@ public:
     /// What was read since the mark and all that is left of the part.
     QByteArray takeBack() {
         QByteArray all;
-        for (const QByteArray& piece : sinceMark_) {
+        for (const QByteArray& piece : sinceMark_)
             all += piece;
-        }
         mark();
         in_.clear();
         good_ = true;
@@ -125,9 +125,8 @@ public:
     /// A number of things that take at least so many bytes each.
     int count(unsigned smallest) {
         const std::int32_t value = integer();
-        if (value < 0 || static_cast<unsigned>(value) > left_ / smallest) {
+        if (value < 0 || static_cast<unsigned>(value) > left_ / smallest)
             fail();
-        }
         return good_ ? value : 0;
     }
 
@@ -152,9 +151,8 @@ public:
     QString string() {
         const QByteArray utf8 = bytes();
         const QString text = QString::fromUtf8(utf8);
-        if (text.toUtf8() != utf8) {
+        if (text.toUtf8() != utf8)
             fail();
-        }
         return text;
     }
 
@@ -172,9 +170,8 @@ private:
         }
         in_.read(to, size);
         left_ -= static_cast<unsigned>(in_.gcount());
-        if (!in_) {
+        if (!in_)
             good_ = false;
-        }
     }
 
     std::istream& in_;
@@ -188,14 +185,12 @@ int endOfPicture(const QByteArray& bytes, int at) {
     int part = at + kSignatureSize;
     while (bytes.size() - part >= 12) {
         const auto length = qFromBigEndian<quint32>(bytes.constData() + part);
-        if (length > static_cast<quint32>(bytes.size() - part - 12)) {
+        if (length > static_cast<quint32>(bytes.size() - part - 12))
             return -1;
-        }
         const bool isLast = std::memcmp(bytes.constData() + part + 4, "IEND", 4) == 0;
         part += 12 + static_cast<int>(length);
-        if (isLast) {
+        if (isLast)
             return part;
-        }
     }
     return -1;
 }
@@ -211,9 +206,8 @@ public:
     void run(bool atHead) {
         for (int at = find(0); at >= 0; at = find(behind_)) {
             const int start = at - kFrameHeadSize;
-            if (start > behind_ || !layer_) {
+            if (start > behind_ || !layer_)
                 chooseLayer(start, atHead);
-            }
             takeFrame(at, start);
             atHead = false;
         }
@@ -233,9 +227,8 @@ private:
         constexpr int longest = 4096;
         for (int length = 0; length <= longest; ++length) {
             start = end - tail - length - 4;
-            if (start < behind_) {
+            if (start < behind_)
                 return false;
-            }
             if (integer(start) == length) {
                 text = QString::fromUtf8(bytes_.mid(start + 4, length));
                 return !text.contains(QChar::ReplacementCharacter);
@@ -248,18 +241,16 @@ private:
     bool readHead(int end) {
         QString name;
         int start = 0;
-        if (!textBefore(end, kLayerTailSize, name, start)) {
+        if (!textBefore(end, kLayerTailSize, name, start))
             return false;
-        }
         const int tail = end - kLayerTailSize;
         const auto visible = static_cast<unsigned char>(bytes_.at(tail + 4));
         const std::int32_t bits = integer(tail + 5);
         float opacity;
         std::memcpy(&opacity, &bits, sizeof opacity);
         const auto state = layerStateOf(integer(tail + 9));
-        if (visible > 1 || !(opacity >= 0.0F && opacity <= 1.0F) || !state) {
+        if (visible > 1 || !(opacity >= 0.0F && opacity <= 1.0F) || !state)
             return false;
-        }
         QString camera;
         int cameraStart = 0;
         if (textBefore(start, 8, camera, cameraStart) && integer(start - 8) > 0 &&
@@ -274,9 +265,8 @@ private:
     }
 
     void chooseLayer(int start, bool atHead) {
-        if (!readHead(start) && (atHead || !layer_)) {
+        if (!readHead(start) && (atHead || !layer_))
             makeLayer(manager_.uniqueLayerName(recoveredLayerName()));
-        }
     }
 
     void makeLayer(const QString& name) {
@@ -311,20 +301,16 @@ public:
 
     void read() {
         reader_.integer(); // version: every one so far has this form
-        if (reader_.boolean()) {
+        if (reader_.boolean())
             manager_.setMaster(true);
-        }
         const QString currentCamera = reader_.string();
         const int cameraCount = reader_.count(12);
-        for (int i = 0; i < cameraCount && reader_.isGood(); ++i) {
+        for (int i = 0; i < cameraCount && reader_.isGood(); ++i)
             readCamera();
-        }
-        if (reader_.isGood()) {
+        if (reader_.isGood())
             reader_.mark();
-        }
-        if (!reader_.isGood() || reader_.left() > 0) {
+        if (!reader_.isGood() || reader_.left() > 0)
             salvage();
-        }
         if (reader_.isGood() ? !currentCamera.isEmpty()
                              : manager_.cameras().contains(currentCamera)) {
             manager_.setCurrentCamera(currentCamera);
@@ -338,12 +324,10 @@ private:
         camera_ = reader_.string();
         const int layerCount = reader_.count(8);
         const std::int32_t activeIndex = reader_.integer();
-        for (int i = 0; i < layerCount && reader_.isGood(); ++i) {
+        for (int i = 0; i < layerCount && reader_.isGood(); ++i)
             readLayer();
-        }
-        if (activeIndex >= 0 && activeIndex < manager_.cameraLayerCount(camera_)) {
+        if (activeIndex >= 0 && activeIndex < manager_.cameraLayerCount(camera_))
             manager_.setActiveLayer(camera_, activeIndex, true);
-        }
     }
 
     void readLayer() {
@@ -352,9 +336,8 @@ private:
         const std::int32_t frameCount = reader_.integer();
         if (frameCount < 0) {
             // The mark of a layer that could not be written; anything else is damage.
-            if (name != QStringLiteral("UNKNOWN")) {
+            if (name != QStringLiteral("UNKNOWN"))
                 reader_.fail();
-            }
             return;
         }
         const bool visible = reader_.boolean();
@@ -372,9 +355,8 @@ private:
         layer_->setState(layerStateOf(state).value_or(LayerState::Animated));
         manager_.insertLayer(camera_, -1, std::move(owned));
         amongFrames_ = true;
-        for (int i = 0; i < frameCount && reader_.isGood(); ++i) {
+        for (int i = 0; i < frameCount && reader_.isGood(); ++i)
             readFrame(i);
-        }
         amongFrames_ = !reader_.isGood();
     }
 
@@ -382,9 +364,8 @@ private:
         reader_.mark();
         const std::int32_t time = reader_.integer();
         const QByteArray png = reader_.bytes();
-        if (!reader_.isGood()) {
+        if (!reader_.isGood())
             return;
-        }
         const bool isOne =
             png.isEmpty() || (png.startsWith(kPngSignature) && endOfPicture(png, 0) == png.size());
         if (!isOne) { // its size is wrong, or this is no frame at all
@@ -423,9 +404,8 @@ MStatus writeBinary(const LayerManager& manager, std::ostream& out) {
         writeString(out, camera);
         writeInt(out, count);
         writeInt(out, manager.activeLayerIndex(camera));
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < count; ++i)
             writeLayer(out, *manager.layer(camera, i));
-        }
     }
     return out ? MS::kSuccess : MS::kFailure;
 }

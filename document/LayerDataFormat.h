@@ -16,8 +16,9 @@
 // (LayerDataLosses.h).
 #pragma once
 
-#include <iosfwd>
 #include <maya/MStatus.h>
+
+#include <iosfwd>
 
 class MArgList;
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QStringList>
+
 #include <memory>
 
 namespace vellum {

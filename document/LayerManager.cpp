@@ -43,9 +43,8 @@ Layer* LayerManager::findActive(const QString& camera) const {
 
 QStringList LayerManager::cameras() const {
     QStringList names;
-    for (const auto& [name, layers] : cameras_) {
+    for (const auto& [name, layers] : cameras_)
         names.append(name);
-    }
     return names;
 }
 
@@ -56,9 +55,8 @@ int LayerManager::cameraLayerCount(const QString& camera) const {
 
 int LayerManager::totalLayerCount() const {
     int count = 0;
-    for (const auto& [name, layers] : cameras_) {
+    for (const auto& [name, layers] : cameras_)
         count += static_cast<int>(layers.size());
-    }
     return count;
 }
 
@@ -73,9 +71,8 @@ const Layer* LayerManager::layer(const QString& camera, int index) const {
 int LayerManager::activeLayerIndex(const QString& camera) const {
     const int count = cameraLayerCount(camera);
     for (int index = 0; index < count; ++index) {
-        if (layer(camera, index)->isActive()) {
+        if (layer(camera, index)->isActive())
             return index;
-        }
     }
     return -1;
 }
@@ -88,9 +85,8 @@ QString LayerManager::uniqueLayerName(const QString& name) const {
     const auto isTaken = [this](const QString& candidate) {
         for (const auto& [camera, layers] : cameras_) {
             for (const auto& one : layers) {
-                if (one->name() == candidate) {
+                if (one->name() == candidate)
                     return true;
-                }
             }
         }
         return false;
@@ -98,24 +94,21 @@ QString LayerManager::uniqueLayerName(const QString& name) const {
     const QString base = QStringLiteral("Layer");
     QString candidate = name.isEmpty() ? base : name;
     // The number always goes behind "Layer", whatever name was asked for.
-    for (int number = 1; isTaken(candidate); ++number) {
+    for (int number = 1; isTaken(candidate); ++number)
         candidate = QStringLiteral("%1 %2").arg(base).arg(number);
-    }
     return candidate;
 }
 
 int LayerManager::addLayer(const QString& camera, int index, const QString& name) {
-    if (camera.isEmpty()) {
+    if (camera.isEmpty())
         return -1;
-    }
     auto added = std::make_unique<Layer>(uniqueLayerName(name));
     return insertLayer(camera, index, std::move(added));
 }
 
 int LayerManager::insertLayer(const QString& camera, int index, std::unique_ptr<Layer> layer) {
-    if (!layer) {
+    if (!layer)
         return -1;
-    }
     const ChangeGroup group;
     LayerStack& layers = cameras_[camera];
     const int count = static_cast<int>(layers.size());
@@ -139,9 +132,8 @@ int LayerManager::insertLayer(const QString& camera, int index, std::unique_ptr<
 }
 
 std::unique_ptr<Layer> LayerManager::takeLayer(const QString& camera, int index) {
-    if (!isValidLayer(camera, index)) {
+    if (!isValidLayer(camera, index))
         return nullptr;
-    }
     const ChangeGroup group;
     const int active = activeLayerIndex(camera);
     LayerStack& layers = *find(camera);
@@ -161,9 +153,8 @@ std::unique_ptr<Layer> LayerManager::takeLayer(const QString& camera, int index)
 void LayerManager::deleteAllLayers(const QString& camera,
                                    std::vector<std::unique_ptr<Layer>>& out) {
     LayerStack* layers = find(camera);
-    if (!layers) {
+    if (!layers)
         return;
-    }
     std::move(layers->begin(), layers->end(), std::back_inserter(out));
     markCameraModified(camera);
     cameras_.erase(camera);
@@ -172,17 +163,15 @@ void LayerManager::deleteAllLayers(const QString& camera,
 }
 
 bool LayerManager::reportInvalidLayer(const QString& camera, int index) const {
-    if (isValidLayer(camera, index)) {
+    if (isValidLayer(camera, index))
         return false;
-    }
     report::error(QStringLiteral("Invalid layer: %1 (%2)").arg(camera, QString::number(index)));
     return true;
 }
 
 int LayerManager::moveLayer(const QString& camera, int from, int to) {
-    if (reportInvalidLayer(camera, from)) {
+    if (reportInvalidLayer(camera, from))
         return -1;
-    }
     LayerStack& layers = *find(camera);
     const int target = std::clamp(to, 0, static_cast<int>(layers.size()) - 1);
     const auto begin = layers.begin();
@@ -198,9 +187,8 @@ int LayerManager::moveLayer(const QString& camera, int from, int to) {
 
 int LayerManager::moveLayerToCamera(const QString& camera, int index, const QString& newCamera,
                                     int newIndex) {
-    if (!requireSceneCamera(newCamera) || reportInvalidLayer(camera, index)) {
+    if (!requireSceneCamera(newCamera) || reportInvalidLayer(camera, index))
         return -1;
-    }
     const ChangeGroup group;
     auto moved = takeLayer(camera, index);
     moved->setActive(false);
@@ -224,9 +212,8 @@ void LayerManager::restoreLayerName(const QString& camera, int index, const QStr
 
 void LayerManager::setLayerOpacity(const QString& camera, int index, float opacity) {
     Layer* found = find(camera, index);
-    if (!found) {
+    if (!found)
         return;
-    }
     const float before = found->opacity();
     found->setOpacity(opacity);
     if (found->opacity() != before) {
@@ -279,29 +266,25 @@ bool LayerManager::setActiveLayer(const QString& camera, int index, bool makeCur
         if (activeLayerIndex(camera) != index) {
             markCameraModified(camera); // the ghosts are those of the active layer
         }
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < count; ++i)
             (*layers)[static_cast<std::size_t>(i)]->setActive(i == index);
-        }
     }
-    if (makeCurrentCamera) {
+    if (makeCurrentCamera)
         adoptCamera(camera);
-    }
     changeStep();
     return true;
 }
 
 bool LayerManager::adoptCamera(const QString& camera) {
-    if (camera == currentCamera_) {
+    if (camera == currentCamera_)
         return false;
-    }
     previousCamera_ = std::exchange(currentCamera_, camera);
     return true;
 }
 
 void LayerManager::setCurrentCamera(const QString& camera) {
-    if (adoptCamera(camera)) {
+    if (adoptCamera(camera))
         changeStep();
-    }
 }
 
 void LayerManager::restoreCurrentCamera(const QString& current, const QString& previous) {
@@ -312,9 +295,8 @@ void LayerManager::restoreCurrentCamera(const QString& current, const QString& p
 void LayerManager::RefreshActiveCamera() {
     const QString camera = documentEnvironment().currentCamera();
     // Without an active view (batch mode, all panels torn off) the last camera stays.
-    if (!camera.isEmpty()) {
+    if (!camera.isEmpty())
         setCurrentCamera(camera);
-    }
 }
 
 void LayerManager::tintImage(QImage& image, const QColor& color) {

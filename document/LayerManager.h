@@ -17,8 +17,10 @@
 #include <QRect>
 #include <QString>
 #include <QStringList>
-#include <map>
+
 #include <maya/MObjectHandle.h>
+
+#include <map>
 #include <memory>
 #include <vector>
 

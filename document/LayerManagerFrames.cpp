@@ -11,9 +11,8 @@
 namespace vellum {
 
 bool LayerManager::framesChanged(bool done) {
-    if (done) {
+    if (done)
         tell(Change::Frames, this);
-    }
     return done;
 }
 
@@ -104,9 +103,8 @@ const Frame* LayerManager::currentFrame(const QString& camera) const {
 bool LayerManager::replaceActiveImage(const QString& camera, QByteArray& png) {
     Layer* active = findActive(camera);
     const Frame* frame = active ? active->currentFrame() : nullptr;
-    if (!frame) {
+    if (!frame)
         return false;
-    }
     const QByteArray before = frame->pngBytes();
     if (pngLoads(png)) {
         active->setCurrentPng(png);
@@ -125,9 +123,8 @@ void LayerManager::timeChanged(int intTime, bool skipActive) {
     collectedLayer_ = nullptr;
     for (const auto& [camera, layers] : cameras_) {
         for (const auto& one : layers) {
-            if (one.get() != skipped) {
+            if (one.get() != skipped)
                 one->updateCurrentIndex(intTime);
-            }
         }
     }
     const bool playing = documentEnvironment().isPlaying();

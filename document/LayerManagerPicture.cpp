@@ -64,9 +64,8 @@ bool LayerManager::needsRedraw(const QString& camera) const {
 }
 
 const QImage* LayerManager::compositeCamera(const QString& camera) {
-    if (needsRedraw(camera)) {
+    if (needsRedraw(camera))
         pictures_.redraw(camera, *find(camera), stroke_, ghostOptions());
-    }
     return pictures_.image(camera);
 }
 

@@ -28,9 +28,8 @@ bool isStrictlyAscending(const std::vector<MTime>& moments) {
 std::vector<MTime> momentsOf(const Frames& frames) {
     std::vector<MTime> moments;
     moments.reserve(frames.size());
-    for (const auto& frame : frames) {
+    for (const auto& frame : frames)
         moments.push_back(frame->time());
-    }
     return moments;
 }
 
@@ -38,9 +37,8 @@ std::vector<MTime> momentsOf(const Frames& frames) {
 
 bool Layer::exchangeFrames(const std::vector<MTime>& leaving, Frames& frames) {
     const std::vector<MTime> entering = momentsOf(frames);
-    if (!isStrictlyAscending(leaving) || !isStrictlyAscending(entering)) {
+    if (!isStrictlyAscending(leaving) || !isStrictlyAscending(entering))
         return false;
-    }
     std::size_t found = 0;
     for (const auto& frame : frames_) {
         if (holds(leaving, frame->time())) {
@@ -49,9 +47,8 @@ bool Layer::exchangeFrames(const std::vector<MTime>& leaving, Frames& frames) {
             return false;
         }
     }
-    if (found != leaving.size()) {
+    if (found != leaving.size())
         return false;
-    }
     const auto kept =
         std::stable_partition(frames_.begin(), frames_.end(), [&leaving](const auto& frame) {
             return !holds(leaving, frame->time());
@@ -60,9 +57,8 @@ bool Layer::exchangeFrames(const std::vector<MTime>& leaving, Frames& frames) {
     frames_.erase(kept, frames_.end());
     std::move(frames.begin(), frames.end(), std::back_inserter(frames_));
     framesReplaced();
-    for (const auto& frame : taken) {
+    for (const auto& frame : taken)
         frame->pack();
-    }
     frames = std::move(taken);
     return true;
 }
@@ -84,12 +80,10 @@ bool Layer::shiftFrames(const std::vector<Shift>& shifts) {
     }
     std::vector<MTime> sorted = moments;
     std::sort(sorted.begin(), sorted.end());
-    if (found != shifts.size() || !isStrictlyAscending(sorted)) {
+    if (found != shifts.size() || !isStrictlyAscending(sorted))
         return false;
-    }
-    for (std::size_t i = 0; i < frames_.size(); ++i) {
+    for (std::size_t i = 0; i < frames_.size(); ++i)
         frames_[i]->setTime(moments[i]);
-    }
     framesReplaced();
     return true;
 }

@@ -5,6 +5,7 @@
 #include "document/FrameRange.h"
 
 #include <QList>
+
 #include <vector>
 
 namespace vellum {

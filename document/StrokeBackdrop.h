@@ -5,6 +5,7 @@
 #include "tools/raster/PixelKernels.h"
 
 #include <QtGlobal>
+
 #include <cstddef>
 #include <memory>
 #include <utility>
@@ -29,9 +30,8 @@ public:
     template <typename Make> const std::uint8_t* piece(int y, int column, Make make) {
         const std::size_t index = indexOf(y, column);
         std::uint8_t* pixels = pixels_.get() + index * pixel::kPieceBytes;
-        if (states_[index] == State::Unknown) {
+        if (states_[index] == State::Unknown)
             states_[index] = make(pixels) ? State::Made : State::Empty;
-        }
         return states_[index] == State::Made ? pixels : nullptr;
     }
 

@@ -20,9 +20,8 @@ Stroke& StrokeInProgress::beginTransform(const QString& camera, const Frame& fra
                                          const RegionTransform& state) {
     Stroke& stroke = begin(camera, frame, Tool::Transform, QColor());
     const QImage image = frame.image();
-    if (state.copy) {
+    if (state.copy)
         clipboard_ = image.copy(state.region);
-    }
     stroke.region = state;
     session_->lift(image, clipboard_);
     return stroke;
@@ -30,17 +29,14 @@ Stroke& StrokeInProgress::beginTransform(const QString& camera, const Frame& fra
 
 bool StrokeInProgress::mergeInto(const QString& camera, Layer& layer, QByteArray& undoBytes) {
     const Frame* frame = layer.currentFrame();
-    if (!on(camera) || !frame) {
+    if (!on(camera) || !frame)
         return false;
-    }
     // A region of one frame means nothing in another.
-    if (session_->stroke().tool == Tool::Transform && !session_->isFrom(*frame)) {
+    if (session_->stroke().tool == Tool::Transform && !session_->isFrom(*frame))
         return false;
-    }
     // The stroke's picture is the whole frame: as it is, it would overwrite another one.
-    if (session_->replacesFrame() && !session_->isOn(*frame)) {
+    if (session_->replacesFrame() && !session_->isOn(*frame))
         session_->moveTo(*frame);
-    }
     undoBytes = frame->pngBytes();
     const QImage merged = session_->merged(frame->image());
     layer.setCurrentImage(merged, session_->touched());

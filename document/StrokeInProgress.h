@@ -9,6 +9,7 @@
 #include <QColor>
 #include <QImage>
 #include <QString>
+
 #include <memory>
 
 namespace vellum {

@@ -48,9 +48,8 @@ QRect StrokeSession::updateTransform() {
                     base_.constScanLine(y) + 4 * changed.left(),
                     4 * static_cast<std::size_t>(changed.width()));
     }
-    if (covered.isEmpty()) {
+    if (covered.isEmpty())
         return changed;
-    }
     const QImage pixels = transformedSelection(stroke_.region, floating_, covered);
     for (int y = covered.top(); y <= covered.bottom(); ++y) {
         rows::over(image_.scanLine(y) + 4 * covered.left(), pixels.constScanLine(y - covered.top()),
@@ -66,9 +65,8 @@ QRect StrokeSession::update() {
         return changed;
     }
     QRect changed = updateStrokeImage(image_, stroke_);
-    if (!isFreehand(kindOf(stroke_.tool))) {
+    if (!isFreehand(kindOf(stroke_.tool)))
         changed |= std::exchange(lastShape_, changed);
-    }
     touched_ |= changed;
     return changed;
 }
@@ -79,15 +77,12 @@ bool StrokeSession::replacesFrame() const {
 
 QImage StrokeSession::merged(const QImage& frameImage) {
     // Points that no refresh has shown yet count as touched too.
-    if (stroke_.dirty) {
+    if (stroke_.dirty)
         update();
-    }
-    if (kindOf(stroke_.tool) == ToolKind::Text) {
+    if (kindOf(stroke_.tool) == ToolKind::Text)
         drawShape(image_, stroke_, false);
-    }
-    if (replacesFrame()) {
+    if (replacesFrame())
         return image_;
-    }
     // Only where the stroke is: painting with nothing would still round faint colours.
     QImage result = frameImage;
     for (int y = touched_.top(); y <= touched_.bottom(); ++y) {

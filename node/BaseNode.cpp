@@ -25,6 +25,7 @@
 #include <maya/MFnTypedAttribute.h>
 #include <maya/MObjectHandle.h>
 #include <maya/MPlug.h>
+
 #include <utility>
 
 namespace vellum {

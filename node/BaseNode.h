@@ -9,8 +9,10 @@
 
 #include <QImage>
 #include <QString>
+
 #include <maya/MPxLocatorNode.h>
 #include <maya/MTypeId.h>
+
 #include <memory>
 #include <optional>
 

@@ -8,7 +8,7 @@
 #include "node/NodeSearch.h"
 
 #include <QRect>
-#include <algorithm>
+
 #include <maya/MColor.h>
 #include <maya/MDagPath.h>
 #include <maya/MFrameContext.h>
@@ -16,6 +16,8 @@
 #include <maya/MUIDrawManager.h>
 #include <maya/MVector.h>
 #include <maya/MViewport2Renderer.h>
+
+#include <algorithm>
 
 namespace vellum {
 

@@ -5,11 +5,13 @@
 
 #include <QImage>
 #include <QString>
-#include <array>
+
 #include <maya/MPoint.h>
 #include <maya/MPxDrawOverride.h>
 #include <maya/MString.h>
 #include <maya/MTextureManager.h>
+
+#include <array>
 #include <memory>
 
 namespace vellum {

@@ -1,6 +1,7 @@
 #include "node/LegacyDraw.h"
 
 #include <QtGlobal>
+
 #include <maya/M3dView.h>
 
 #ifdef Q_OS_WIN

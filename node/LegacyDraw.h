@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QPoint>
+
 #include <array>
 
 class M3dView;

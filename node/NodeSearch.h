@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QString>
+
 #include <maya/MDagPath.h>
+
 #include <memory>
 #include <vector>
 

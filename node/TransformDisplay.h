@@ -6,6 +6,7 @@
 #include <QPoint>
 #include <QPointF>
 #include <QString>
+
 #include <array>
 #include <optional>
 

@@ -12,9 +12,8 @@ bool ActivateLayer::change(LayerManager& document) {
 
 bool ActivateLayer::changeLayer(LayerManager& document, int index) {
     before_.remember(document, {camera()});
-    if (!document.setActiveLayer(camera(), index, true)) {
+    if (!document.setActiveLayer(camera(), index, true))
         return false;
-    }
     setResult(index);
     return true;
 }

@@ -16,12 +16,10 @@ AddLayer::~AddLayer() = default;
 bool AddLayer::change(LayerManager& document) {
     before_.remember(document, {address_.camera()});
     setResult(document.addLayer(address_.camera(), index_, name_));
-    if (result() < 0) {
+    if (result() < 0)
         return false;
-    }
-    if (state_) {
+    if (state_)
         document.setLayerState(address_.camera(), result(), *state_);
-    }
     finish(document);
     return true;
 }
@@ -35,16 +33,14 @@ bool AddLayer::changeAgain(LayerManager& document) {
 
 void AddLayer::finish(LayerManager& document) {
     address_.bind(document, result());
-    if (then_ == Then::MakeItActive) {
+    if (then_ == Then::MakeItActive)
         document.setActiveLayer(address_.camera(), result(), true);
-    }
 }
 
 bool AddLayer::takeBack(LayerManager& document) {
     layer_ = document.takeLayer(address_.camera(), address_.index(document));
-    if (!layer_) {
+    if (!layer_)
         return false;
-    }
     before_.restore(document);
     return true;
 }

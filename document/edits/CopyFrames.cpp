@@ -17,9 +17,8 @@ CopyFrames::CopyFrames(const QString& camera, const FrameRange& range,
 bool CopyFrames::doExecute(LayerManager& document) {
     const Layer* layer = address_.resolve(document);
     auto copies = layer ? copyFrames(*layer, range_) : std::nullopt;
-    if (!copies) {
+    if (!copies)
         return false;
-    }
     clipboard_->replace(std::move(*copies));
     return true;
 }
@@ -36,9 +35,8 @@ std::optional<std::vector<std::unique_ptr<Frame>>> copyFrames(const Layer& layer
         auto copy = frame->copy();
         copy->setIntTime(static_cast<int>(time));
         // Of neighbours that fall together in a coarse time unit, the last is the one shown.
-        if (!copies.empty() && copies.back()->time() == copy->time()) {
+        if (!copies.empty() && copies.back()->time() == copy->time())
             copies.pop_back();
-        }
         copies.push_back(std::move(copy));
     }
     return copies;

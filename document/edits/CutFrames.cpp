@@ -18,25 +18,22 @@ QString CutFrames::lockedMessage() const {
 
 bool CutFrames::plan(const Layer& layer) {
     auto copies = copyFrames(layer, range());
-    if (!copies) {
+    if (!copies)
         return false;
-    }
     copies_ = std::move(*copies);
     return RemoveFrames::plan(layer);
 }
 
 bool CutFrames::doExecute(LayerManager& document) {
-    if (!RemoveFrames::doExecute(document)) {
+    if (!RemoveFrames::doExecute(document))
         return false;
-    }
     fillClipboard();
     return true;
 }
 
 bool CutFrames::doRedo(LayerManager& document) {
-    if (!RemoveFrames::doRedo(document)) {
+    if (!RemoveFrames::doRedo(document))
         return false;
-    }
     fillClipboard();
     return true;
 }
@@ -44,9 +41,8 @@ bool CutFrames::doRedo(LayerManager& document) {
 /// Redo finds the frames again by moment, so it copies what was copied first.
 void CutFrames::fillClipboard() {
     std::vector<std::unique_ptr<Frame>> copies;
-    for (const auto& copied : copies_) {
+    for (const auto& copied : copies_)
         copies.push_back(copied->copy());
-    }
     clipboard_->replace(std::move(copies));
 }
 

@@ -24,9 +24,8 @@ bool DuplicateFrame::plan(const Layer& layer) {
         return false;
     }
     const Frame* previous = layer.frameBefore(toIntTime(now));
-    if (!previous) {
+    if (!previous)
         return false;
-    }
     if (!fitsFrames(now.asUnits(MTime::uiUnit()))) {
         report::error(QStringLiteral("The current time is out of bounds"));
         return false;

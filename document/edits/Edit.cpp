@@ -11,9 +11,8 @@ Edit::~Edit() = default;
 bool Edit::execute(LayerManager& document) {
     assert(state_ == State::New);
     const ChangeGroup group;
-    if (!doExecute(document)) {
+    if (!doExecute(document))
         return false;
-    }
     state_ = State::Done;
     return true;
 }
@@ -21,9 +20,8 @@ bool Edit::execute(LayerManager& document) {
 bool Edit::undo(LayerManager& document) {
     assert(state_ == State::Done && isUndoable());
     const ChangeGroup group;
-    if (!doUndo(document)) {
+    if (!doUndo(document))
         return false;
-    }
     state_ = State::Undone;
     return true;
 }
@@ -31,9 +29,8 @@ bool Edit::undo(LayerManager& document) {
 bool Edit::redo(LayerManager& document) {
     assert(state_ == State::Undone);
     const ChangeGroup group;
-    if (!doRedo(document)) {
+    if (!doRedo(document))
         return false;
-    }
     state_ = State::Done;
     return true;
 }

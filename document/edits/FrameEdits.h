@@ -5,6 +5,7 @@
 #include "document/FrameRange.h"
 
 #include <QString>
+
 #include <memory>
 
 namespace vellum {

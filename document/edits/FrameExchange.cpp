@@ -29,9 +29,8 @@ QString FrameExchange::undoFailedMessage() const {
 }
 
 bool FrameExchange::refuseLocked(const Layer& layer) const {
-    if (layer.state() != LayerState::Locked) {
+    if (layer.state() != LayerState::Locked)
         return false;
-    }
     report::error(lockedMessage());
     return true;
 }
@@ -39,9 +38,8 @@ bool FrameExchange::refuseLocked(const Layer& layer) const {
 bool FrameExchange::exchange(LayerManager& document) {
     std::vector<MTime> back;
     back.reserve(entering_.size());
-    for (const auto& frame : entering_) {
+    for (const auto& frame : entering_)
         back.push_back(frame->time());
-    }
     if (!document.exchangeFrames(address_.camera(), address_.index(document), leaving_,
                                  entering_)) {
         return false;
@@ -51,23 +49,20 @@ bool FrameExchange::exchange(LayerManager& document) {
 }
 
 bool FrameExchange::exchangeOrReport(LayerManager& document) {
-    if (exchange(document)) {
+    if (exchange(document))
         return true;
-    }
     report::error(QStringLiteral("The frames of the layer have changed since."));
     return false;
 }
 
 bool FrameExchange::doExecute(LayerManager& document) {
     const Layer* layer = address_.resolve(document);
-    if (!layer || refuseLocked(*layer)) {
+    if (!layer || refuseLocked(*layer))
         return false;
-    }
     leaving_.clear();
     entering_.clear();
-    if (!plan(*layer) || !exchangeOrReport(document)) {
+    if (!plan(*layer) || !exchangeOrReport(document))
         return false;
-    }
     address_.bind(document, address_.index(document));
     return true;
 }
@@ -78,9 +73,8 @@ bool FrameExchange::doRedo(LayerManager& document) {
 }
 
 bool FrameExchange::doUndo(LayerManager& document) {
-    if (!address_.resolve(document)) {
+    if (!address_.resolve(document))
         return false;
-    }
     if (!exchange(document)) {
         report::error(undoFailedMessage());
         return false;

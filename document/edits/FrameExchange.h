@@ -8,6 +8,7 @@
 #include "document/edits/Edit.h"
 
 #include <maya/MTime.h>
+
 #include <memory>
 #include <vector>
 

@@ -27,9 +27,8 @@ const Layer* FrameShift::unlockedLayer(const LayerManager& document) const {
 bool FrameShift::doExecute(LayerManager& document) {
     const Layer* layer = unlockedLayer(document);
     auto shifts = layer ? plan(*layer) : std::nullopt;
-    if (!shifts || !shift(document, *shifts)) {
+    if (!shifts || !shift(document, *shifts))
         return false;
-    }
     shifts_ = std::move(*shifts);
     address_.bind(document, address_.index(document));
     return true;
@@ -43,9 +42,8 @@ bool FrameShift::doRedo(LayerManager& document) {
 bool FrameShift::doUndo(LayerManager& document) {
     const Layer* layer = address_.resolve(document);
     std::vector<Layer::Shift> back = shifts_;
-    for (Layer::Shift& one : back) {
+    for (Layer::Shift& one : back)
         std::swap(one.from, one.to);
-    }
     return layer && shift(document, back);
 }
 

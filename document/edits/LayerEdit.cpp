@@ -11,9 +11,8 @@ namespace vellum {
 namespace {
 
 bool found(bool done) {
-    if (!done) {
+    if (!done)
         report::error(QStringLiteral("The layers of the camera have changed since."));
-    }
     return done;
 }
 
@@ -48,21 +47,18 @@ void ActiveLayers::remember(const LayerManager& document, std::initializer_list<
     previousCamera_ = document.previousCamera();
     layers_.clear();
     layers_.push_back(activeLayerOf(document, currentCamera_));
-    for (const QString& camera : cameras) {
+    for (const QString& camera : cameras)
         layers_.push_back(activeLayerOf(document, camera));
-    }
 }
 
 void ActiveLayers::restore(LayerManager& document) const {
     for (const LayerAddress& layer : layers_) {
         const int index = layer.index(document);
-        if (index >= 0) {
+        if (index >= 0)
             document.setActiveLayer(layer.camera(), index, false);
-        }
     }
-    if (document.currentCamera() != currentCamera_) {
+    if (document.currentCamera() != currentCamera_)
         document.restoreCurrentCamera(currentCamera_, previousCamera_);
-    }
 }
 
 int putBack(LayerManager& document, const QString& camera, int index,

@@ -5,6 +5,7 @@
 #include "document/edits/Edit.h"
 
 #include <QString>
+
 #include <initializer_list>
 #include <memory>
 #include <vector>

@@ -6,6 +6,7 @@
 #include "document/edits/LayerProperty.h"
 
 #include <QString>
+
 #include <memory>
 
 namespace vellum {

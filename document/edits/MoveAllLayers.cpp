@@ -32,9 +32,8 @@ bool MoveAllLayers::change(LayerManager& document) {
         moved_.emplace_front(target_);
         moved_.front().bind(document, first);
     }
-    if (active >= 0) {
+    if (active >= 0)
         document.setActiveLayer(target_, first + active, true);
-    }
     return true;
 }
 
@@ -49,9 +48,8 @@ bool MoveAllLayers::takeBack(LayerManager& document) {
 
 /// On top of those that did not move: the top ones went first.
 void MoveAllLayers::putAllBack(LayerManager& document) {
-    for (const LayerAddress& layer : moved_) {
+    for (const LayerAddress& layer : moved_)
         putBack(document, camera_, -1, document.takeLayer(target_, layer.index(document)));
-    }
     before_.restore(document);
 }
 

@@ -21,9 +21,8 @@ QString MoveFrames::lockedMessage() const {
 }
 
 std::optional<std::vector<Layer::Shift>> MoveFrames::plan(const Layer& layer) {
-    if (offset_ == 0) {
+    if (offset_ == 0)
         return refuse(QStringLiteral("Move Failed. The offset is 0"));
-    }
     if (first_ > last_) {
         return refuse(
             QStringLiteral("Move Failed. The range is empty: %1 to %2").arg(first_).arg(last_));
@@ -32,9 +31,8 @@ std::optional<std::vector<Layer::Shift>> MoveFrames::plan(const Layer& layer) {
     std::optional<qint64> latest;
     for (const Frame* frame : framesIn(layer, {first_, last_})) {
         const qint64 target = static_cast<qint64>(frame->intTime()) + offset_;
-        if (!fitsFrames(target)) {
+        if (!fitsFrames(target))
             return refuse(QStringLiteral("Move Failed. Time %1 is out of bounds").arg(target));
-        }
         // Frames that fell together in a coarse time unit would meet at their new time.
         if (layer.hasFrameAtIntTime(static_cast<int>(target)) || latest == target) {
             return refuse(

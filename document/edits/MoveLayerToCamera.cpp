@@ -9,9 +9,8 @@ namespace vellum {
 bool MoveLayerToCamera::changeLayer(LayerManager& document, int index) {
     before_.remember(document, {camera(), moved_.camera()});
     setResult(document.moveLayerToCamera(camera(), index, moved_.camera(), to_));
-    if (result() < 0) {
+    if (result() < 0)
         return false;
-    }
     moved_.bind(document, result());
     from_ = index;
     return true;
@@ -19,9 +18,8 @@ bool MoveLayerToCamera::changeLayer(LayerManager& document, int index) {
 
 bool MoveLayerToCamera::takeBack(LayerManager& document) {
     auto layer = document.takeLayer(moved_.camera(), moved_.index(document));
-    if (!layer) {
+    if (!layer)
         return false;
-    }
     putBack(document, camera(), from_, std::move(layer));
     before_.restore(document);
     return true;

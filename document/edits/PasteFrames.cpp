@@ -31,9 +31,8 @@ bool PasteFrames::plan(const Layer& layer) {
         pasted[static_cast<int>(time)] = frame.get();
     }
     for (const auto& [time, frame] : pasted) {
-        for (const Frame* displaced : framesIn(layer, {time, time})) {
+        for (const Frame* displaced : framesIn(layer, {time, time}))
             take(*displaced);
-        }
         auto copy = frame->copy();
         copy->setIntTime(time);
         put(std::move(copy));

@@ -18,9 +18,8 @@ bool RemoveAllLayers::change(LayerManager& document) {
 }
 
 bool RemoveAllLayers::takeBack(LayerManager& document) {
-    for (auto& layer : layers_) {
+    for (auto& layer : layers_)
         putBack(document, camera_, -1, std::move(layer));
-    }
     layers_.clear();
     before_.restore(document);
     return true;

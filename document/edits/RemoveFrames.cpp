@@ -7,9 +7,8 @@ QString RemoveFrames::lockedMessage() const {
 }
 
 bool RemoveFrames::plan(const Layer& layer) {
-    for (const Frame* frame : framesIn(layer, range_)) {
+    for (const Frame* frame : framesIn(layer, range_))
         take(*frame);
-    }
     return true;
 }
 

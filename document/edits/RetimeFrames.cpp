@@ -29,9 +29,8 @@ std::optional<std::vector<Layer::Shift>> RetimeFrames::plan(const Layer& layer) 
             return std::nullopt;
         }
         // Frames that stay keep their exact moment, which need not be a whole frame now.
-        if (time != times[i]) {
+        if (time != times[i])
             shifts.push_back({layer.frameAt(i)->time(), fromIntTime(static_cast<int>(time))});
-        }
     }
     const int shown = frameToShow(times, span, moveToNext_);
     target_ = result[static_cast<std::size_t>(shown)] == times[shown]
@@ -47,25 +46,22 @@ void RetimeFrames::showTarget(LayerManager& document) {
 
 bool RetimeFrames::doExecute(LayerManager& document) {
     address_ = LayerAddress(document.currentCamera());
-    if (!FrameShift::doExecute(document)) {
+    if (!FrameShift::doExecute(document))
         return false;
-    }
     showTarget(document);
     return true;
 }
 
 bool RetimeFrames::doRedo(LayerManager& document) {
-    if (!FrameShift::doRedo(document)) {
+    if (!FrameShift::doRedo(document))
         return false;
-    }
     showTarget(document);
     return true;
 }
 
 bool RetimeFrames::doUndo(LayerManager& document) {
-    if (!FrameShift::doUndo(document)) {
+    if (!FrameShift::doUndo(document))
         return false;
-    }
     goTo(document, before_);
     return true;
 }

@@ -14,9 +14,8 @@ SetLayerProperty::SetLayerProperty(const QString& camera, int index, const Layer
 
 bool SetLayerProperty::changeLayer(LayerManager& document, int index) {
     const Layer* layer = document.layer(camera(), index);
-    if (!layer) {
+    if (!layer)
         return false;
-    }
     before_ = property_.get(*layer);
     property_.set(document, camera(), index, value_);
     value_ = property_.get(*layer);
@@ -25,9 +24,8 @@ bool SetLayerProperty::changeLayer(LayerManager& document, int index) {
 
 bool SetLayerProperty::changeAgain(LayerManager& document) {
     const int index = indexNow(document);
-    if (index < 0) {
+    if (index < 0)
         return false;
-    }
     before_ = property_.get(*document.layer(camera(), index));
     property_.restore(document, camera(), index, value_);
     return true;
@@ -35,9 +33,8 @@ bool SetLayerProperty::changeAgain(LayerManager& document) {
 
 bool SetLayerProperty::takeBack(LayerManager& document) {
     const int index = indexNow(document);
-    if (index < 0) {
+    if (index < 0)
         return false;
-    }
     property_.restore(document, camera(), index, before_);
     return true;
 }

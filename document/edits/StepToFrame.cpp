@@ -13,9 +13,8 @@ bool StepToFrame::doExecute(LayerManager& document) {
     const QString& camera = document.currentCamera();
     const Frame* frame =
         forward ? document.nextFrame(camera, true) : document.previousFrame(camera, true);
-    if (frame && frame->intTime() != currentIntTime()) {
+    if (frame && frame->intTime() != currentIntTime())
         target_ = frame->time();
-    }
     return (target_ || !forward) && doRedo(document);
 }
 
@@ -28,9 +27,8 @@ bool StepToFrame::doRedo(LayerManager& document) {
 }
 
 bool StepToFrame::doUndo(LayerManager& document) {
-    if (target_) {
+    if (target_)
         goTo(document, before_);
-    }
     return true;
 }
 

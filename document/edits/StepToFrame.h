@@ -4,6 +4,7 @@
 #include "document/edits/Edit.h"
 
 #include <maya/MTime.h>
+
 #include <optional>
 
 namespace vellum {

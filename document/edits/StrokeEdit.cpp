@@ -12,9 +12,8 @@ namespace {
 /// Where the frame made for a stroke lies: the one now drawn on, which also holds when the scene's
 /// time has moved since the press.
 MTime addedFrameTime(const Layer& layer) {
-    if (layer.state() == LayerState::Static) {
+    if (layer.state() == LayerState::Static)
         return {static_cast<double>(settings().defaultStaticFrameTime), MTime::uiUnit()};
-    }
     const Frame* frame = layer.currentFrame();
     return frame ? frame->time() : MAnimControl::currentTime();
 }
@@ -37,36 +36,31 @@ bool StrokeEdit::doExecute(LayerManager& document) {
     }
     if (frameAdded_) {
         const Layer* layer = document.activeLayer(camera_);
-        if (!layer) {
+        if (!layer)
             return false;
-        }
         added_.adoptFrame(addedFrameTime(*layer));
     }
     return document.commitStroke(camera_, png_);
 }
 
 bool StrokeEdit::doUndo(LayerManager& document) {
-    if (!document.replaceActiveImage(camera_, png_)) {
+    if (!document.replaceActiveImage(camera_, png_))
         return false;
-    }
     takeAdditionsBack(document);
     return true;
 }
 
 void StrokeEdit::takeAdditionsBack(LayerManager& document) {
     added_.takeBack(document);
-    if (added_.hasLayer() && previousLayerIndex_ >= 0) {
+    if (added_.hasLayer() && previousLayerIndex_ >= 0)
         document.setActiveLayer(previousCamera_, previousLayerIndex_, true);
-    }
 }
 
 bool StrokeEdit::doRedo(LayerManager& document) {
-    if (!added_.putAgain(document)) {
+    if (!added_.putAgain(document))
         return false;
-    }
-    if (added_.hasLayer()) {
+    if (added_.hasLayer())
         document.setCurrentCamera(camera_);
-    }
     if (!document.replaceActiveImage(camera_, png_)) {
         takeAdditionsBack(document); // else a second redo would find them in its way
         return false;

@@ -20,9 +20,8 @@ void TargetAdditions::rememberCamera(const LayerManager& document) {
 bool TargetAdditions::addLayer(LayerManager& document, int index) {
     rememberCamera(document);
     index_ = document.addLayer(layer_.camera(), index, QString());
-    if (index_ < 0) {
+    if (index_ < 0)
         return false;
-    }
     layer_.bind(document, index_);
     layerAdded_ = true;
     return true;
@@ -30,9 +29,8 @@ bool TargetAdditions::addLayer(LayerManager& document, int index) {
 
 bool TargetAdditions::addFrame(LayerManager& document, const MTime& time) {
     const int index = document.addFrameAt(layer_.camera(), time);
-    if (index < 0) {
+    if (index < 0)
         return false;
-    }
     layer_.bindToActive(document);
     const Frame& frame = *document.activeLayer(layer_.camera())->frameAt(index);
     frame_ = {frame.time(), frame.revision()};
@@ -50,30 +48,25 @@ int TargetAdditions::layerIndex(const LayerManager& document) const {
 }
 
 void TargetAdditions::takeBack(LayerManager& document) {
-    if (frame_) {
+    if (frame_)
         document.takeFrameAt(layer_.camera(), frame_->time);
-    }
-    if (layerAdded_) {
+    if (layerAdded_)
         takeLayer(document);
-    }
 }
 
 void TargetAdditions::takeLayer(LayerManager& document) {
     const QString& camera = layer_.camera();
     kept_ = document.takeLayer(camera, layer_.index(document));
-    if (before_ && before_->current != camera && document.currentCamera() == camera) {
+    if (before_ && before_->current != camera && document.currentCamera() == camera)
         document.restoreCurrentCamera(before_->current, before_->previous);
-    }
 }
 
 bool TargetAdditions::putAgain(LayerManager& document) {
-    if (layerAdded_ && !putLayer(document)) {
+    if (layerAdded_ && !putLayer(document))
         return false;
-    }
     if (frame_ && document.addFrameAt(layer_.camera(), frame_->time) < 0) {
-        if (layerAdded_) {
+        if (layerAdded_)
             takeLayer(document);
-        }
         return false;
     }
     return true;
@@ -81,12 +74,10 @@ bool TargetAdditions::putAgain(LayerManager& document) {
 
 /// The very layer that was taken: later steps of the undo queue look for it.
 bool TargetAdditions::putLayer(LayerManager& document) {
-    if (!kept_) {
+    if (!kept_)
         return false;
-    }
-    if (before_) {
+    if (before_)
         rememberCamera(document);
-    }
     const QString& camera = layer_.camera();
     kept_->setName(document.uniqueLayerName(kept_->name()));
     document.setActiveLayer(camera, document.insertLayer(camera, index_, std::move(kept_)), false);
@@ -96,13 +87,11 @@ bool TargetAdditions::putLayer(LayerManager& document) {
 void TargetAdditions::takeBackUntouched(LayerManager& document) {
     const QString& camera = layer_.camera();
     const int index = isEmpty() ? -1 : layer_.index(document);
-    if (index < 0) {
+    if (index < 0)
         return;
-    }
     // Frames are taken from the active layer.
-    if (document.activeLayerIndex(camera) != index) {
+    if (document.activeLayerIndex(camera) != index)
         document.setActiveLayer(camera, index, false);
-    }
     const Layer& layer = *document.layer(camera, index);
     for (int i = 0; frame_ && i < layer.frameCount(); ++i) {
         const Frame* frame = layer.frameAt(i);
@@ -111,9 +100,8 @@ void TargetAdditions::takeBackUntouched(LayerManager& document) {
             break;
         }
     }
-    if (layerAdded_ && layer.frameCount() == 0) {
+    if (layerAdded_ && layer.frameCount() == 0)
         document.takeLayer(camera, index);
-    }
 }
 
 } // namespace vellum

@@ -6,7 +6,9 @@
 #include "document/LayerAddress.h"
 
 #include <QString>
+
 #include <maya/MTime.h>
+
 #include <memory>
 #include <optional>
 

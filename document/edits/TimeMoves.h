@@ -1,8 +1,9 @@
 // What the edits that move frames or the scene in time share.
 #pragma once
 
-#include <limits>
 #include <maya/MTime.h>
+
+#include <limits>
 
 namespace vellum {
 

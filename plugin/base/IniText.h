@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QByteArray>
+
 #include <vector>
 
 namespace vellum::ini {

@@ -16,6 +16,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QVariant>
+
 #include <algorithm>
 #include <limits>
 #include <optional>

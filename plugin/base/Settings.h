@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QColor>
 #include <QString>
+
 #include <array>
 #include <cstddef>
 

@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QStringList>
+
 #include <utility>
 #include <vector>
 

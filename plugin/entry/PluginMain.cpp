@@ -15,22 +15,23 @@
 #include "plugin/base/Settings.h"
 #include "plugin/entry/MenuScript.h"
 #include "plugin/entry/SceneEvents.h"
-#include "plugin/session/TimeSlider.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 #include "plugin/session/SceneEnvironment.h"
 #include "plugin/session/Surfaces.h"
+#include "plugin/session/TimeSlider.h"
 #include "plugin/session/Timeline.h"
 #include "tools/interaction/DrawContextCommand.h"
 #include "tools/interaction/StrokeCommand.h"
 #include "tools/interaction/TimeControlOverlay.h"
 #include "tools/interaction/TransformContextCommand.h"
 
+#include <maya/MDrawRegistry.h>
+#include <maya/MFnPlugin.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <functional>
-#include <maya/MDrawRegistry.h>
-#include <maya/MFnPlugin.h>
 #include <memory>
 #include <vector>
 

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QInputDialog>
 #include <QMessageBox>
+
 #include <maya/MQtUtil.h>
 
 namespace vellum {

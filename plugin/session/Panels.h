@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QString>
 #include <QStringList>
+
 #include <optional>
 
 namespace vellum {

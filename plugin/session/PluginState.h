@@ -5,9 +5,11 @@
 #include <QPointer>
 #include <QString>
 #include <QWidget>
+
+#include <maya/MCallbackIdArray.h>
+
 #include <atomic>
 #include <cstddef>
-#include <maya/MCallbackIdArray.h>
 
 namespace vellum {
 

@@ -8,10 +8,11 @@
 #include "plugin/session/Panels.h"
 #include "plugin/session/Timeline.h"
 
-#include <algorithm>
 #include <maya/M3dView.h>
 #include <maya/MFileIO.h>
 #include <maya/MGlobal.h>
+
+#include <algorithm>
 #include <memory>
 
 namespace vellum {

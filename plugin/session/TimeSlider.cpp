@@ -7,6 +7,7 @@
 #include "plugin/session/PluginState.h"
 
 #include <QWidget>
+
 #include <maya/MQtUtil.h>
 
 namespace vellum {

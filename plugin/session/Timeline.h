@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QList>
+
 #include <optional>
 #include <utility>
 

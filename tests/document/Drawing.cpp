@@ -6,10 +6,11 @@
 #include "plugin/base/Settings.h"
 #include "tools/raster/StrokeImage.h"
 
+#include <maya/MAnimControl.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <maya/MAnimControl.h>
 #include <utility>
 
 namespace drawing {

@@ -5,6 +5,7 @@
 #include "raster/Pictures.h"
 
 #include <QImage>
+
 #include <memory>
 #include <string>
 #include <vector>

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+
 #include <map>
 #include <optional>
 #include <set>

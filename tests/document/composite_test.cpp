@@ -13,6 +13,7 @@
 #include "tools/raster/StrokeImage.h"
 
 #include <QPainter>
+
 #include <array>
 #include <gtest/gtest.h>
 #include <random>

@@ -9,11 +9,12 @@
 #include "plugin/base/Settings.h"
 #include "support/FrameChanges.h"
 
+#include <maya/MAnimControl.h>
+
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
-#include <maya/MAnimControl.h>
 
 using namespace vellum;
 using testing::ElementsAre;

@@ -6,13 +6,14 @@
 #include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
 
+#include <maya/MArgList.h>
+#include <maya/MString.h>
+
 #include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <locale>
 #include <map>
-#include <maya/MArgList.h>
-#include <maya/MString.h>
 #include <random>
 #include <sstream>
 

@@ -9,11 +9,12 @@
 #include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
 
+#include <maya/MAnimControl.h>
+
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
-#include <maya/MAnimControl.h>
 #include <random>
 
 using namespace vellum;

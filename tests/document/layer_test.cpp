@@ -3,10 +3,11 @@
 #include "document/Drawing.h"
 #include "document/IntTime.h"
 
+#include <maya/MAnimControl.h>
+
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
-#include <maya/MAnimControl.h>
 
 using namespace vellum;
 using drawing::CleanScene;

@@ -11,10 +11,12 @@
 #include "tools/raster/PngCodec.h"
 
 #include <QHash>
+
+#include <maya/MAnimControl.h>
+
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
-#include <maya/MAnimControl.h>
 #include <random>
 
 using namespace vellum;

@@ -3,6 +3,7 @@
 #include "tools/gestures/HeldKey.h"
 
 #include <Qt>
+
 #include <gtest/gtest.h>
 
 namespace vellum {

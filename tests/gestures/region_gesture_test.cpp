@@ -1,8 +1,7 @@
 // The hand of the transform tool: what a drag selects, where what floats goes, and what happens
 // when buttons come and go as they should not.
-#include "tools/gestures/RegionGesture.h"
-
 #include "support/Seed.h"
+#include "tools/gestures/RegionGesture.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

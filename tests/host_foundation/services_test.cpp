@@ -3,7 +3,6 @@
 #include "foundation/Report.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 

@@ -13,9 +13,8 @@
 #include <maya/MTransformationMatrix.h>
 #include <maya/MVector.h>
 
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 #include <random>
 #include <sstream>
 

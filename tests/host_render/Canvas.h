@@ -10,6 +10,7 @@
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
+
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>

@@ -4,10 +4,11 @@
 #define MNoVersionString
 #include "scene/api/PluginTypes.h"
 
+#include <QOpenGLFunctions>
+
 #include <maya/MDrawRegistry.h>
 #include <maya/MFnDependencyNode.h>
 
-#include <QOpenGLFunctions>
 #include <gtest/gtest.h>
 
 namespace render_test {

@@ -6,12 +6,13 @@
 #include "script/Interpreter.h"
 #include "ui/StartUp.h"
 
+#include <QCoreApplication>
+
 #include <maya/MGlobal.h>
 #include <maya/MObjectHandle.h>
 #include <maya/MRenderUtil.h>
 #include <maya/MSelectionList.h>
 
-#include <QCoreApplication>
 #include <cmath>
 #include <memory>
 

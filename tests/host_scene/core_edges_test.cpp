@@ -20,7 +20,6 @@
 #include <maya/MSelectionList.h>
 
 #include <gtest/gtest.h>
-
 #include <memory>
 #include <stdexcept>
 

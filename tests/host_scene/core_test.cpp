@@ -26,9 +26,8 @@
 #include <maya/MStringArray.h>
 #include <maya/MVector.h>
 
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
 #include <memory>
 #include <random>

@@ -1,5 +1,4 @@
 #include "FileFixture.h"
-
 #include "plugins/PluginServices.h"
 #include "script/Commands.h"
 

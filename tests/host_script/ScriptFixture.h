@@ -9,7 +9,6 @@
 #include "script/Interpreter.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 

@@ -1,5 +1,4 @@
 #include "ScriptFixture.h"
-
 #include "commands/Conditions.h"
 #include "foundation/Events.h"
 #include "script/Flags.h"

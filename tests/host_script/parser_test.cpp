@@ -1,5 +1,4 @@
 #include "ScriptFixture.h"
-
 #include "script/Syntax.h"
 
 #include <random>

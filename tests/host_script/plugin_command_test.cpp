@@ -1,5 +1,4 @@
 #include "ScriptFixture.h"
-
 #include "foundation/UndoQueue.h"
 #include "script/PluginCommands.h"
 

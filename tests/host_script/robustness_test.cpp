@@ -1,5 +1,4 @@
 #include "ScriptFixture.h"
-
 #include "script/Value.h"
 
 #include <random>

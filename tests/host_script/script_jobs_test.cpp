@@ -1,9 +1,8 @@
 // Script jobs that follow the scene, and what jobs do to themselves and to each other.
-#include "host_script/ScriptFixture.h"
-
 #include "commands/Conditions.h"
 #include "commands/SceneCommands.h"
 #include "foundation/Events.h"
+#include "host_script/ScriptFixture.h"
 #include "scene/files/FileIO.h"
 
 #include <gmock/gmock.h>

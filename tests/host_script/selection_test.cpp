@@ -1,6 +1,5 @@
 // The parts of MGlobal and of argument parsing that reach into the scene.
 #include "ScriptFixture.h"
-
 #include "foundation/Events.h"
 #include "scene/core/SceneState.h"
 #include "script/PluginCommands.h"

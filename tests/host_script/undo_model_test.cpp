@@ -1,5 +1,4 @@
 #include "ScriptFixture.h"
-
 #include "script/PluginCommands.h"
 
 #include <maya/MArgList.h>

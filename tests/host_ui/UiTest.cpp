@@ -5,10 +5,10 @@
 #include "plugins/PluginServices.h"
 #include "scene/files/FileIO.h"
 
-#include <maya/MUIDrawManager.h>
-
 #include <QApplication>
 #include <QWindow>
+
+#include <maya/MUIDrawManager.h>
 
 namespace uitest {
 

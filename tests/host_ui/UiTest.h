@@ -9,15 +9,15 @@
 #include "ui/StartUp.h"
 #include "ui/Tools.h"
 
+#include <QCoreApplication>
+#include <QTest>
+
 #include <maya/MEvent.h>
 #include <maya/MGlobal.h>
 #include <maya/MPxContext.h>
 #include <maya/MPxContextCommand.h>
 
-#include <QCoreApplication>
-#include <QTest>
 #include <gtest/gtest.h>
-
 #include <memory>
 #include <string>
 #include <vector>

@@ -1,17 +1,17 @@
 // Controls as scripts make them, and the jobs that hang on windows.
 #include "host_ui/UiTest.h"
-
 #include "ui/ColorSliderGroup.h"
 #include "ui/Elements.h"
 #include "ui/OptionMenu.h"
-
-#include <maya/MQtUtil.h>
 
 #include <QColorDialog>
 #include <QComboBox>
 #include <QMenu>
 #include <QSlider>
 #include <QTimer>
+
+#include <maya/MQtUtil.h>
+
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;

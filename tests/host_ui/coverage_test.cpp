@@ -1,13 +1,13 @@
 // host/coverage.md lists what the host has: nothing more, nothing less.
 #include "host_ui/UiTest.h"
-#include "support/Paths.h"
-
 #include "script/Commands.h"
+#include "support/Paths.h"
 
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSet>
+
 #include <gmock/gmock.h>
 
 using testing::IsEmpty;

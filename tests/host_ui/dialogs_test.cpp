@@ -1,6 +1,5 @@
 // Dialogs, the Edit menu, and the contact sheet.
 #include "host_ui/UiTest.h"
-
 #include "scene/files/FileIO.h"
 #include "ui/ContactSheet.h"
 #include "ui/MenuSets.h"
@@ -15,6 +14,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
+
 #include <gmock/gmock.h>
 
 using testing::HasSubstr;

@@ -1,17 +1,17 @@
 // The finer points of input: hovering, pens, several views, the wheel, the camera's arithmetic.
 #include "host_ui/UiTest.h"
-
 #include "render/Frame.h"
 #include "render/View.h"
 #include "render/Views.h"
 #include "ui/CameraNavigation.h"
 #include "ui/InputInjector.h"
 
+#include <QTabletEvent>
+
 #include <maya/M3dView.h>
 #include <maya/MDagPath.h>
 #include <maya/MMatrix.h>
 
-#include <QTabletEvent>
 #include <cmath>
 #include <gmock/gmock.h>
 

@@ -1,21 +1,21 @@
 // Smaller parts of the interface: names of elements, events and cursors of the API, deferred work,
 // the bars around the view.
-#include "host_ui/UiTest.h"
-
 #include "foundation/Events.h"
 #include "foundation/Idle.h"
+#include "host_ui/UiTest.h"
 #include "render/Views.h"
 #include "ui/ContextState.h"
 #include "ui/Elements.h"
 #include "ui/TimeBar.h"
 #include "ui/TimeSlider.h"
 
-#include <maya/MCursor.h>
-#include <maya/MQtUtil.h>
-
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QToolButton>
+
+#include <maya/MCursor.h>
+#include <maya/MQtUtil.h>
+
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;

@@ -1,11 +1,11 @@
 // Keys: the window's hotkeys, the current tool, and an event filter that comes before both.
-#include "host_ui/UiTest.h"
-
 #include "foundation/UndoQueue.h"
+#include "host_ui/UiTest.h"
 #include "ui/ScriptLine.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
+
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;

@@ -1,13 +1,13 @@
 // Menus and their items as scripts make them.
 #include "host_ui/UiTest.h"
-
 #include "ui/Elements.h"
-
-#include <maya/MQtUtil.h>
 
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+
+#include <maya/MQtUtil.h>
+
 #include <gmock/gmock.h>
 
 using testing::HasSubstr;

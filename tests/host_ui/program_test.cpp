@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QSet>
 #include <QTemporaryDir>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

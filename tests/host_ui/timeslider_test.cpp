@@ -1,17 +1,17 @@
 // The time slider and playback.
-#include "host_ui/UiTest.h"
-
 #include "commands/Conditions.h"
 #include "foundation/Events.h"
+#include "host_ui/UiTest.h"
 #include "ui/Playback.h"
 #include "ui/TimeSlider.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
 
 #include <maya/MAnimControl.h>
 #include <maya/MQtUtil.h>
 #include <maya/MTime.h>
 
-#include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using testing::Each;

@@ -1,6 +1,5 @@
 // Tools: names, which is current, and who tells them so.
 #include "host_ui/UiTest.h"
-
 #include "plugins/PluginServices.h"
 #include "scene/files/FileIO.h"
 

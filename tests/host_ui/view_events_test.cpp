@@ -1,15 +1,15 @@
 // What of the mouse reaches a tool, and with which coordinates: driven through the X server.
 #include "host_ui/UiTest.h"
-
 #include "render/Renderer.h"
 #include "render/View.h"
 #include "render/Views.h"
+
+#include <QProcess>
 
 #include <maya/M3dView.h>
 #include <maya/MDagPath.h>
 #include <maya/MMatrix.h>
 
-#include <QProcess>
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;

@@ -1,16 +1,16 @@
 // Windows, panels, and the main window's questions about unsaved changes.
 #include "host_ui/UiTest.h"
-
 #include "render/Views.h"
 #include "scene/files/FileIO.h"
-
-#include <maya/M3dView.h>
-#include <maya/MQtUtil.h>
 
 #include <QAbstractButton>
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTimer>
+
+#include <maya/M3dView.h>
+#include <maya/MQtUtil.h>
+
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;

@@ -1,7 +1,6 @@
 #include "journey/Desk.h"
 
 #include "support/Paths.h"
-
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
 #include "ui/TimeSlider.h"

@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QPoint>
 #include <QTemporaryDir>
+
 #include <map>
 #include <vector>
 

@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <QString>
 #include <QStringList>
+
 #include <gtest/gtest.h>
 
 namespace vellum::test {

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QTemporaryDir>
+
 #include <gmock/gmock.h>
 
 using support::HostProgram;

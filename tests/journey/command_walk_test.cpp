@@ -1,15 +1,15 @@
 // Long sessions of commands without a plan, right and wrong ones, with strokes by the pointer in
 // between. Undo to the start and redo to the end, step by step: the saved scene is the same each
 // time, byte for byte. What is refused changes nothing and leaves nothing to undo.
+#include "foundation/UndoQueue.h"
 #include "journey/Desk.h"
 #include "support/Seed.h"
-
-#include "foundation/UndoQueue.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 #include "ui/ViewWidget.h"
 
 #include <QFile>
+
 #include <random>
 
 namespace vellum::test {

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+
 #include <functional>
 #include <gmock/gmock.h>
 

@@ -1,10 +1,8 @@
 // A session of drawing from the first stroke to the closed window.
 #include "journey/Desk.h"
 #include "journey/LayerData.h"
-
 #include "plugin/base/ToolTable.h"
 #include "support/Paths.h"
-
 #include "ui/MainWindow.h"
 #include "ui/ViewWidget.h"
 

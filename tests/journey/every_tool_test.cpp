@@ -1,9 +1,7 @@
 // Each tool of the table, from its flag to its ink: a tool with a place that somebody forgot fails
 // here under its name.
 #include "journey/Desk.h"
-
 #include "plugin/base/ToolTable.h"
-
 #include "ui/MainWindow.h"
 #include "ui/ViewWidget.h"
 

@@ -1,6 +1,5 @@
 // The right button over the view and the time slider, the main menu, and the tools they lead to.
 #include "journey/Desk.h"
-
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 #include "ui/ViewWidget.h"

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QImage>
 #include <QTemporaryDir>
+
 #include <cmath>
 #include <gmock/gmock.h>
 

@@ -1,10 +1,9 @@
 // The frame markers on the time slider, and drawings dragged along it with a highlighted range:
 // judged by the slider's picture, done with the pointer.
-#include "support/Hand.h"
-#include "support/Session.h"
-
 #include "foundation/Idle.h"
 #include "plugin/base/Settings.h"
+#include "support/Hand.h"
+#include "support/Session.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 
@@ -12,6 +11,7 @@
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
+
 #include <gmock/gmock.h>
 #include <vector>
 

@@ -3,7 +3,6 @@
 #include "journey/Desk.h"
 #include "journey/LayerData.h"
 #include "support/Paths.h"
-
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 #include "ui/ViewWidget.h"
@@ -11,6 +10,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+
 #include <algorithm>
 
 namespace vellum::test {

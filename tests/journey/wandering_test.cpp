@@ -2,7 +2,6 @@
 // random order. Whatever state the drawings come back to, they look as they did when it was left.
 #include "journey/Desk.h"
 #include "support/Seed.h"
-
 #include "ui/ViewWidget.h"
 
 #include <optional>

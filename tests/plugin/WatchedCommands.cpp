@@ -6,6 +6,8 @@
 #include "commands/UtilCommand.h"
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
+#include "foundation/Idle.h"
+#include "foundation/UndoQueue.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/Settings.h"
@@ -13,15 +15,13 @@
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 #include "plugin/session/Timeline.h"
-
-#include "foundation/Idle.h"
-#include "foundation/UndoQueue.h"
 #include "script/Commands.h"
 #include "script/Interpreter.h"
 #include "script/PluginCommands.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
+
 #include <map>
 
 namespace vellum::test {

@@ -2,11 +2,11 @@
 // returns, what it shows and asks of the interface, and everything it could change.
 #pragma once
 
+#include "document/DocumentEnvironment.h"
 #include "plugin/LinkedClasses.h"
 
-#include "document/DocumentEnvironment.h"
-
 #include <QByteArray>
+
 #include <maya/MStatus.h>
 
 namespace vellum::test {

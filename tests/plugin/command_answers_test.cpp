@@ -1,19 +1,17 @@
 // What every flag of the four script commands answers, asks of the interface and says, whether undo
 // knows it, and that refusals leave nothing behind.
-#include "plugin/FlagTables.h"
-#include "plugin/WatchedCommands.h"
-
 #include "document/LayerManager.h"
+#include "foundation/Events.h"
+#include "foundation/Idle.h"
+#include "foundation/UndoQueue.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
+#include "plugin/FlagTables.h"
+#include "plugin/WatchedCommands.h"
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolTable.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
-
-#include "foundation/Events.h"
-#include "foundation/Idle.h"
-#include "foundation/UndoQueue.h"
 #include "scene/api/PluginTypes.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
@@ -22,6 +20,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+
 #include <algorithm>
 
 namespace vellum::test {

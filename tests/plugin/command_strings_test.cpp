@@ -1,13 +1,14 @@
-#include "support/Session.h"
-
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
+#include "support/Session.h"
 
 #include <QStringList>
-#include <gtest/gtest.h>
+
 #include <maya/MGlobal.h>
+
+#include <gtest/gtest.h>
 
 namespace vellum {
 namespace {

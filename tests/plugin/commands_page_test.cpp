@@ -1,8 +1,5 @@
 // docs/commands.md says what the commands do: its examples are run, its tables compared with what
 // the commands register.
-#include "support/Paths.h"
-#include "support/Session.h"
-
 #include "commands/FrameCommand.h"
 #include "commands/LayerCommand.h"
 #include "commands/NodeCommand.h"
@@ -10,10 +7,13 @@
 #include "script/Interpreter.h"
 #include "script/Syntax.h"
 #include "script/Value.h"
+#include "support/Paths.h"
+#include "support/Session.h"
 #include "tools/interaction/StrokeCommand.h"
 
 #include <QFile>
 #include <QRegularExpression>
+
 #include <algorithm>
 #include <map>
 #include <set>

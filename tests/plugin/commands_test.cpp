@@ -1,7 +1,6 @@
 // The util and layer commands, through the script line of a host with the real plug-in.
-#include "support/Session.h"
-
 #include "foundation/UndoQueue.h"
+#include "support/Session.h"
 
 #include <maya/MFnDependencyNode.h>
 #include <maya/MSelectionList.h>

@@ -1,17 +1,17 @@
 // What the override puts into a view, by pixels.
-#include "plugin/LinkedClasses.h"
-#include "support/FrameChanges.h"
-
 #include "document/Frame.h"
 #include "document/Layer.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/BaseNodeDrawOverride.h"
+#include "plugin/LinkedClasses.h"
 #include "render/Frame.h"
 #include "render/View.h"
+#include "support/FrameChanges.h"
 
 #include <QImage>
 #include <QPainter>
+
 #include <maya/MDagPath.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MSelectionList.h>

@@ -1,10 +1,9 @@
 // The check before a stroke, and how node, camera and time are found.
-#include "plugin/LinkedClasses.h"
-
 #include "document/Frame.h"
 #include "document/Layer.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
+#include "plugin/LinkedClasses.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/Cameras.h"
 #include "plugin/session/DrawingTarget.h"

@@ -1,12 +1,10 @@
 // Every flag of the four script commands, row by row: names and arguments, and which flag of
 // several decides.
+#include "foundation/UndoQueue.h"
 #include "plugin/FlagTables.h"
 #include "plugin/WatchedCommands.h"
-
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
-
-#include "foundation/UndoQueue.h"
 
 namespace vellum::test {
 namespace {

@@ -1,25 +1,24 @@
 // rvVellumFrame: from the script line to the frames of the drawing and back through the undo queue.
-#include "plugin/LinkedClasses.h"
-
 #include "commands/FrameCommand.h"
 #include "document/DocumentEnvironment.h"
 #include "document/IntTime.h"
 #include "document/LayerManager.h"
+#include "foundation/UndoQueue.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
+#include "plugin/LinkedClasses.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/session/Cameras.h"
 #include "plugin/session/PluginState.h"
 #include "plugin/session/SceneTime.h"
-
-#include "foundation/UndoQueue.h"
 #include "script/PluginCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 
-#include <limits>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MSelectionList.h>
+
+#include <limits>
 
 namespace vellum::test {
 namespace {

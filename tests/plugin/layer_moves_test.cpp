@@ -1,8 +1,7 @@
 // Layers moved within a camera, to another and onto their own, and back through the undo queue.
-#include "plugin/WatchedCommands.h"
-
 #include "document/LayerManager.h"
 #include "foundation/UndoQueue.h"
+#include "plugin/WatchedCommands.h"
 
 #include <iterator>
 

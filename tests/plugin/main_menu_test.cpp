@@ -1,10 +1,8 @@
 // The main menu as it stands in the menu bar: every entry, in order, chosen one after the other.
+#include "foundation/Idle.h"
+#include "plugin/base/CommandStrings.h"
 #include "support/Hand.h"
 #include "support/Session.h"
-
-#include "plugin/base/CommandStrings.h"
-
-#include "foundation/Idle.h"
 #include "ui/MainWindow.h"
 
 #include <QAction>
@@ -14,6 +12,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
+
 #include <vector>
 
 namespace vellum::test {

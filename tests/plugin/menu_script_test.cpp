@@ -1,8 +1,7 @@
 // The menu script where people and other scripts have been at its menu, windows and nodes.
-#include "support/Session.h"
-
 #include "foundation/Idle.h"
 #include "foundation/UndoQueue.h"
+#include "support/Session.h"
 #include "ui/MainWindow.h"
 
 #include <QMenuBar>

@@ -1,13 +1,13 @@
 // The node and its command, through the script line of a host with the real plug-in.
+#include "foundation/Faults.h"
 #include "support/Hand.h"
 #include "support/Session.h"
-
-#include "foundation/Faults.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 
 #include <QFile>
 #include <QTemporaryDir>
+
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnNumericAttribute.h>
 #include <maya/MSelectionList.h>

@@ -1,11 +1,9 @@
 // Loading and unloading in one process leaves things as they were.
-#include "support/Paths.h"
-#include "support/Session.h"
-
+#include "foundation/Idle.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Settings.h"
-
-#include "foundation/Idle.h"
+#include "support/Paths.h"
+#include "support/Session.h"
 #define MNoPluginEntry
 #define MNoVersionString
 #include "foundation/Events.h"
@@ -17,6 +15,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QWidget>
+
 #include <map>
 
 namespace vellum::test {

@@ -1,5 +1,6 @@
 // Questions the script commands ask the user, answered as a user would.
 #include "support/Session.h"
+#include "ui/MainWindow.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -7,9 +8,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
-#include <functional>
 
-#include "ui/MainWindow.h"
+#include <functional>
 
 namespace vellum::test {
 namespace {

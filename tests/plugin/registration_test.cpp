@@ -1,18 +1,18 @@
 // Loading and unloading when a step fails: its message, and a program that goes on working.
+#include "foundation/Events.h"
+#include "foundation/Faults.h"
+#include "foundation/Idle.h"
 #include "journey/LayerData.h"
 #include "support/Hand.h"
 #include "support/HostProgram.h"
 #include "support/Paths.h"
 #include "support/Session.h"
-
-#include "foundation/Events.h"
-#include "foundation/Faults.h"
-#include "foundation/Idle.h"
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 
 #include <QFile>
 #include <QTemporaryDir>
+
 #include <vector>
 
 namespace vellum::test {

@@ -1,11 +1,9 @@
+#include "foundation/Faults.h"
 #include "plugin/base/Settings.h"
 #include "plugin/base/Tool.h"
 #include "plugin/base/ToolOptions.h"
-
 #include "support/Seed.h"
 #include "support/Session.h"
-
-#include "foundation/Faults.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,6 +11,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTextStream>
+
 #include <csignal>
 #include <gtest/gtest.h>
 #include <random>

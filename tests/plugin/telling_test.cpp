@@ -1,19 +1,17 @@
 // How much a command costs those who show the drawing: itself, its undo and its redo each draw anew
 // once, refresh no surface twice and look for the drawing once, with all that Maya tells of them.
-#include "plugin/WatchedCommands.h"
-
 #include "document/LayerManager.h"
+#include "foundation/Counters.h"
+#include "foundation/Events.h"
+#include "foundation/UndoQueue.h"
+#include "plugin/WatchedCommands.h"
 #include "plugin/base/Names.h"
 #include "plugin/base/Settings.h"
 #include "plugin/entry/SceneEvents.h"
 #include "plugin/session/PluginState.h"
+#include "script/PluginCommands.h"
 #include "tools/interaction/StrokeCommand.h"
 #include "tools/raster/Stroke.h"
-
-#include "foundation/Counters.h"
-#include "foundation/Events.h"
-#include "foundation/UndoQueue.h"
-#include "script/PluginCommands.h"
 
 #include <algorithm>
 #include <map>

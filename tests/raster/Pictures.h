@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QRadialGradient>
+
 #include <random>
 
 namespace drawing {

@@ -6,6 +6,7 @@
 #include "tools/raster/StrokePoint.h"
 
 #include <QImage>
+
 #include <vector>
 
 namespace plain {

@@ -7,6 +7,7 @@
 #include "tools/raster/Stroke.h"
 
 #include <QImage>
+
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>

@@ -3,6 +3,7 @@
 #include "tools/raster/ViewToImage.h"
 
 #include <QRect>
+
 #include <gtest/gtest.h>
 
 using namespace vellum;

@@ -5,6 +5,7 @@
 #include "tools/raster/Stroke.h"
 
 #include <QImage>
+
 #include <algorithm>
 #include <gtest/gtest.h>
 

@@ -7,6 +7,7 @@
 
 #include <QBuffer>
 #include <QImage>
+
 #include <gtest/gtest.h>
 #include <random>
 #include <zlib.h>

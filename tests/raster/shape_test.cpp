@@ -8,6 +8,7 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPainter>
+
 #include <cmath>
 #include <gtest/gtest.h>
 

@@ -5,6 +5,7 @@
 #include "tools/raster/PngCodec.h"
 
 #include <QImage>
+
 #include <memory>
 #include <utility>
 #include <vector>

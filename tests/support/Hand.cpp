@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QWidget>
+
 #include <algorithm>
 #include <gtest/gtest.h>
 

@@ -3,6 +3,7 @@
 
 #include <QPointF>
 #include <Qt>
+
 #include <functional>
 #include <memory>
 #include <vector>

@@ -3,6 +3,7 @@
 #include "support/Paths.h"
 
 #include <QElapsedTimer>
+
 #include <gtest/gtest.h>
 
 namespace support {

@@ -3,6 +3,7 @@
 
 #include <QProcess>
 #include <QStringList>
+
 #include <string>
 
 namespace support {

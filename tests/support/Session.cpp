@@ -1,9 +1,8 @@
 #include "support/Session.h"
 
-#include "support/Paths.h"
-
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
+#include "support/Paths.h"
 #include "ui/MainWindow.h"
 #include "ui/StartUp.h"
 

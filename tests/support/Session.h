@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 #include <memory>
 

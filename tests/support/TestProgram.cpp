@@ -2,11 +2,11 @@
 
 #include "support/PrivateDisplay.h"
 #include "support/PrivateFolders.h"
-
 #include "ui/StartUp.h"
 
 #include <QApplication>
 #include <QStringList>
+
 #include <gtest/gtest.h>
 #include <memory>
 

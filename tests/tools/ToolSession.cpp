@@ -15,6 +15,7 @@
 
 #include <QScreen>
 #include <QTest>
+
 #include <maya/M3dView.h>
 
 namespace vellum::test {

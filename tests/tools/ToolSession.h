@@ -5,11 +5,11 @@
 #include "plugin/LinkedClasses.h"
 #include "support/Hand.h"
 #include "tools/raster/Stroke.h"
-
 #include "ui/InputInjector.h"
 
 #include <QImage>
 #include <QPoint>
+
 #include <functional>
 #include <initializer_list>
 #include <memory>

@@ -1,9 +1,6 @@
 // A region transform as a user does it, over a rectangle of ink: half red, half blue.
 #pragma once
 
-#include "support/FrameChanges.h"
-#include "tools/ToolSession.h"
-
 #include "commands/UtilCommand.h"
 #include "document/Frame.h"
 #include "document/Layer.h"
@@ -12,6 +9,8 @@
 #include "plugin/base/Names.h"
 #include "plugins/PluginServices.h"
 #include "script/PluginCommands.h"
+#include "support/FrameChanges.h"
+#include "tools/ToolSession.h"
 #include "tools/interaction/TransformContext.h"
 #include "tools/interaction/TransformContextCommand.h"
 #include "tools/interaction/ViewMeasure.h"
@@ -21,6 +20,7 @@
 
 #include <QMenu>
 #include <QPainter>
+
 #include <cmath>
 
 namespace vellum::test {

@@ -1,12 +1,11 @@
 // Drawing as a user does it: the window system's pointer over the view, the real tool, filter,
 // sampling thread and command.
-#include "tools/ToolSession.h"
-
 #include "document/Frame.h"
 #include "document/Layer.h"
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
 #include "plugin/session/PluginState.h"
+#include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 #include "ui/Tools.h"
 #include "ui/ViewWidget.h"

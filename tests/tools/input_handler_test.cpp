@@ -1,9 +1,8 @@
 // What the event filter makes of keys, pen and right button.
-#include "tools/ToolSession.h"
-
 #include "plugin/base/QtCompat.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
+#include "tools/ToolSession.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 #include "ui/InputInjector.h"
 #include "ui/MainWindow.h"

@@ -1,17 +1,17 @@
 // What happens to the scene while the pointer is down or while strokes wait in the undo queue:
 // nothing may be stuck or lost, and the next stroke must work.
-#include "support/FrameChanges.h"
-#include "tools/ToolSession.h"
-
 #include "document/Frame.h"
 #include "document/Layer.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/SceneTime.h"
+#include "support/FrameChanges.h"
+#include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 
 #include <QTemporaryDir>
+
 #include <functional>
 
 namespace vellum::test {

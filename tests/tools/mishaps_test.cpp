@@ -1,10 +1,9 @@
 // What goes wrong between hand and tool: buttons that come in the middle of a stroke, releases that
 // never come, pens that say less than they should. No stroke may be stuck, none lost.
-#include "tools/ToolSession.h"
-
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
 #include "plugin/session/PluginState.h"
+#include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"

@@ -1,9 +1,8 @@
 // Every option of every tool reaches the pixels of the frame, drawn by hand.
-#include "tools/ToolSession.h"
-
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
 #include "plugin/session/PluginState.h"
+#include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 
 #include <QCoreApplication>

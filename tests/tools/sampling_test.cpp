@@ -11,6 +11,7 @@
 #include <QMutex>
 #include <QSemaphore>
 #include <QThread>
+
 #include <deque>
 #include <gtest/gtest.h>
 

@@ -1,15 +1,13 @@
 // rvVellumStroke: the merge as an undoable step.
-#include "support/FrameChanges.h"
-#include "tools/ToolSession.h"
-
 #include "document/Frame.h"
 #include "document/Layer.h"
+#include "foundation/UndoQueue.h"
 #include "node/BaseNode.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/DrawingTarget.h"
-
-#include "foundation/UndoQueue.h"
+#include "support/FrameChanges.h"
+#include "tools/ToolSession.h"
 
 #include <maya/MFnDependencyNode.h>
 #include <maya/MSelectionList.h>

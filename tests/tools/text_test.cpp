@@ -1,15 +1,15 @@
 // Texts, from the press to the commit: where they stand, what is typed, what ends them.
-#include "tools/ToolSession.h"
-
 #include "document/Frame.h"
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
+#include "tools/ToolSession.h"
 #include "ui/ViewWidget.h"
 
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QProcess>
+
 #include <functional>
 
 namespace vellum::test {

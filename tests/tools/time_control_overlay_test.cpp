@@ -1,7 +1,6 @@
 // Where the markers stand and how they are painted, on a slider of any size.
-#include "plugin/LinkedClasses.h"
-
 #include "document/Changes.h"
+#include "plugin/LinkedClasses.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
 #include "tools/interaction/TimeControlOverlay.h"
@@ -10,6 +9,7 @@
 #include <QImage>
 #include <QMouseEvent>
 #include <QWidget>
+
 #include <limits>
 
 namespace vellum::test {

@@ -1,9 +1,8 @@
 // What happens around a region transform: views that change, menus, other tools, nodes and layers
 // that come and go.
+#include "plugin/session/Cameras.h"
 #include "support/FrameChanges.h"
 #include "tools/TransformSession.h"
-
-#include "plugin/session/Cameras.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
 

@@ -1,9 +1,8 @@
 // The region transform as a user does it: a rectangle dragged over the view, Enter, drags, keys and
 // the context menu.
-#include "tools/TransformSession.h"
-
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
+#include "tools/TransformSession.h"
 
 #include <QApplication>
 

@@ -1,11 +1,10 @@
 // Several views, views that go or change beneath the pointer, the size cursor, and the menus of
 // the right button.
-#include "tools/ToolSession.h"
-
 #include "node/BaseNode.h"
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
 #include "plugin/session/PluginState.h"
+#include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"

@@ -3,6 +3,7 @@
 #include "tools/raster/Stroke.h"
 
 #include <QTransform>
+
 #include <algorithm>
 #include <utility>
 

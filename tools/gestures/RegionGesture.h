@@ -11,6 +11,7 @@
 #include <QRect>
 #include <QSize>
 #include <Qt>
+
 #include <array>
 
 namespace vellum {

@@ -4,6 +4,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+
 #include <cmath>
 #include <cstdlib>
 

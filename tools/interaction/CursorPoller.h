@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QPoint>
+
 #include <memory>
 #include <optional>
 

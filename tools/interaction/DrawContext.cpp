@@ -19,8 +19,10 @@
 #include "tools/interaction/ViewMeasure.h"
 
 #include <QKeyEvent>
+
 #include <maya/M3dView.h>
 #include <maya/MCursor.h>
+
 #include <utility>
 
 namespace vellum {

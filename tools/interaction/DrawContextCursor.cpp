@@ -9,8 +9,9 @@
 #include "tools/interaction/ViewMeasure.h"
 #include "tools/raster/Stroke.h"
 
-#include <cmath>
 #include <maya/M3dView.h>
+
+#include <cmath>
 
 namespace vellum {
 

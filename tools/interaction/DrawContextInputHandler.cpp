@@ -8,8 +8,10 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTabletEvent>
-#include <algorithm>
+
 #include <maya/M3dView.h>
+
+#include <algorithm>
 
 namespace vellum {
 

@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QMetaMethod>
 #include <QWidget>
+
 #include <cassert>
 #include <initializer_list>
 

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QThread>
+
 #include <limits>
 #include <utility>
 

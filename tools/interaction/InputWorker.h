@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPoint>
 #include <QSemaphore>
+
 #include <atomic>
 #include <memory>
 #include <vector>

@@ -4,6 +4,7 @@
 #include "plugin/base/ToolTable.h"
 
 #include <QCoreApplication>
+
 #include <algorithm>
 #include <cmath>
 

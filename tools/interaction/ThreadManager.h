@@ -11,6 +11,7 @@
 #include <QPoint>
 #include <QPointer>
 #include <QThread>
+
 #include <functional>
 #include <memory>
 #include <optional>

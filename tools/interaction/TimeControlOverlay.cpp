@@ -9,10 +9,12 @@
 #include <QHash>
 #include <QMouseEvent>
 #include <QPainter>
-#include <algorithm>
-#include <cmath>
+
 #include <maya/MAnimControl.h>
 #include <maya/MTime.h>
+
+#include <algorithm>
+#include <cmath>
 
 namespace vellum {
 

@@ -9,6 +9,7 @@
 #include <QList>
 #include <QRect>
 #include <QWidget>
+
 #include <optional>
 
 namespace vellum {

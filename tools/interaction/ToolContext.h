@@ -8,8 +8,10 @@
 #include <QPointer>
 #include <QString>
 #include <QWidget>
+
 #include <maya/MObjectHandle.h>
 #include <maya/MPxContext.h>
+
 #include <memory>
 
 namespace vellum {

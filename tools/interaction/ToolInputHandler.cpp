@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
+
 #include <maya/MQtUtil.h>
 
 namespace vellum {

@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QThread>
+
 #include <cmath>
 
 namespace vellum {

@@ -3,6 +3,7 @@
 
 #include <QPointF>
 #include <QWidget>
+
 #include <memory>
 #include <mutex>
 

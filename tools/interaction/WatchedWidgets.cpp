@@ -4,8 +4,9 @@
 #include "plugin/base/Script.h"
 #include "tools/interaction/ViewMeasure.h"
 
-#include <algorithm>
 #include <maya/M3dView.h>
+
+#include <algorithm>
 
 namespace vellum {
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QImage>
+
 #include <cstddef>
 #include <cstdint>
 

@@ -7,6 +7,7 @@
 
 #include <QImage>
 #include <QRect>
+
 #include <vector>
 
 namespace vellum {

@@ -4,6 +4,7 @@
 #include "tools/raster/PixelKernels.h"
 
 #include <QImage>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>

@@ -26,18 +26,16 @@ void setPixel(std::uint8_t* row, int index, std::uint32_t pixel) {
 void overPiece(std::uint8_t* destination, const std::uint8_t* source) {
     Stack stack;
     stack.over(destination);
-    if (stack.over(source)) {
+    if (stack.over(source))
         stack.store(destination);
-    }
 }
 
 } // namespace
 
 void over(std::uint8_t* destination, const std::uint8_t* source, int pixels) {
     int first = 0;
-    for (; first + kPiece <= pixels; first += kPiece) {
+    for (; first + kPiece <= pixels; first += kPiece)
         overPiece(destination + 4 * first, source + 4 * first);
-    }
     if (first < pixels) {
         const auto bytes = static_cast<std::size_t>(4 * (pixels - first));
         Piece to{};
@@ -60,9 +58,8 @@ void tint(std::uint8_t* row, int pixels, std::uint8_t red, std::uint8_t green, s
 
 bool Stack::over(const std::uint8_t* piece) {
     const Coverage coverage = pixel::kernels().look(piece);
-    if (coverage == Coverage::None) {
+    if (coverage == Coverage::None)
         return false;
-    }
     if (coverage == Coverage::Full || isEmpty()) {
         plain_ = piece;
         state_ = State::Plain;
@@ -73,9 +70,8 @@ bool Stack::over(const std::uint8_t* piece) {
 }
 
 bool Stack::overFaded(const std::uint8_t* piece, int opacity) {
-    if (pixel::kernels().look(piece) == Coverage::None) {
+    if (pixel::kernels().look(piece) == Coverage::None)
         return false;
-    }
     blend(piece, static_cast<float>(opacity) / 255.0F);
     return true;
 }

@@ -4,6 +4,7 @@
 #include "tools/raster/Stroke.h"
 
 #include <QImage>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -39,14 +40,12 @@ struct Chunk {
 /// Reads the chunk at `position` and moves on behind it; false when it is broken.
 bool nextChunk(const QByteArray& png, std::int64_t& position, Chunk& chunk) {
     const std::int64_t left = png.size() - position;
-    if (left < kChunkFrame) {
+    if (left < kChunkFrame)
         return false;
-    }
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(png.constData()) + position;
     chunk.size = bigEndian(bytes);
-    if (chunk.size > left - kChunkFrame) {
+    if (chunk.size > left - kChunkFrame)
         return false;
-    }
     chunk.type = bytes + 4;
     chunk.data = bytes + 8;
     const auto sum = crc32(crc32(0, nullptr, 0), chunk.type, chunk.size + 4);
@@ -59,23 +58,20 @@ class PixelStream {
 public:
     PixelStream() { ready_ = inflateInit(&stream_) == Z_OK; }
     ~PixelStream() {
-        if (ready_) {
+        if (ready_)
             inflateEnd(&stream_);
-        }
     }
     PixelStream(const PixelStream&) = delete;
     PixelStream& operator=(const PixelStream&) = delete;
 
     bool feed(const Chunk& chunk) {
-        if (!ready_ || ended_) {
+        if (!ready_ || ended_)
             return false;
-        }
         stream_.next_in = const_cast<Bytef*>(chunk.data);
         stream_.avail_in = chunk.size;
         while (stream_.avail_in > 0 && !ended_) {
-            if (!inflateSome()) {
+            if (!inflateSome())
                 return false;
-            }
         }
         return stream_.avail_in == 0;
     }
@@ -87,20 +83,17 @@ private:
         stream_.next_out = window_.data();
         stream_.avail_out = static_cast<uInt>(window_.size());
         const int status = inflate(&stream_, Z_NO_FLUSH);
-        if (status != Z_OK && status != Z_STREAM_END) {
+        if (status != Z_OK && status != Z_STREAM_END)
             return false;
-        }
         ended_ = status == Z_STREAM_END;
         const auto count = static_cast<std::int64_t>(window_.size() - stream_.avail_out);
-        if (inflated_ + count > kPixelBytes) {
+        if (inflated_ + count > kPixelBytes)
             return false;
-        }
         // Every row begins with the number of its filter.
         for (std::int64_t row = (inflated_ + kRowBytes - 1) / kRowBytes * kRowBytes;
              row < inflated_ + count; row += kRowBytes) {
-            if (window_[static_cast<std::size_t>(row - inflated_)] > kLastFilter) {
+            if (window_[static_cast<std::size_t>(row - inflated_)] > kLastFilter)
                 return false;
-            }
         }
         inflated_ += count;
         return true;
@@ -124,22 +117,19 @@ bool isCanvasHeader(const Chunk& chunk) {
 
 bool pngProvenGood(const QByteArray& png) {
     static constexpr std::uint8_t signature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-    if (png.size() < kSignatureSize || std::memcmp(png.constData(), signature, 8) != 0) {
+    if (png.size() < kSignatureSize || std::memcmp(png.constData(), signature, 8) != 0)
         return false;
-    }
     std::int64_t position = kSignatureSize;
     Chunk chunk;
-    if (!nextChunk(png, position, chunk) || !isCanvasHeader(chunk)) {
+    if (!nextChunk(png, position, chunk) || !isCanvasHeader(chunk))
         return false;
-    }
     PixelStream pixels;
     enum { BeforePixels, InPixels } stage = BeforePixels;
     while (nextChunk(png, position, chunk)) {
         if (chunk.is("IDAT")) {
             stage = InPixels;
-            if (!pixels.feed(chunk)) {
+            if (!pixels.feed(chunk))
                 return false;
-            }
         } else if (chunk.is("IEND")) {
             return chunk.size == 0 && pixels.isComplete();
         } else if (!(chunk.is("pHYs") && chunk.size == 9 && stage == BeforePixels)) {
@@ -150,12 +140,10 @@ bool pngProvenGood(const QByteArray& png) {
 }
 
 bool pngLoads(const QByteArray& png) {
-    if (pngHeaderSize(png) != QSize(kCanvasSize, kCanvasSize)) {
+    if (pngHeaderSize(png) != QSize(kCanvasSize, kCanvasSize))
         return false;
-    }
-    if (pngProvenGood(png)) {
+    if (pngProvenGood(png))
         return true;
-    }
     QImage image;
     return pngToImage(png, image);
 }

@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QtEndian>
+
 #include <cstring>
 
 namespace vellum {

@@ -1,6 +1,7 @@
 #include "tools/raster/RegionTransform.h"
 
 #include <QPainter>
+
 #include <cmath>
 
 namespace vellum {

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QPainter>
 #include <QPen>
+
 #include <algorithm>
 #include <cmath>
 

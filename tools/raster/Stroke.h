@@ -8,6 +8,7 @@
 
 #include <QColor>
 #include <QString>
+
 #include <vector>
 
 namespace vellum {

@@ -1,6 +1,6 @@
+// Settings of a rendering that all renderers share; filled by MRenderUtil.
 #pragma once
 
-/// Settings of a rendering that all renderers share; filled by MRenderUtil.
 class MCommonRenderSettingsData {
 public:
     MCommonRenderSettingsData();

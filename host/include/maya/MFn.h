@@ -1,7 +1,7 @@
+// Types of objects and of the function sets that fit them. The names are the platform's; the
+// numbers are only valid inside this host.
 #pragma once
 
-/// Types of objects and of the function sets that fit them. The names are the platform's; the
-/// numbers are only valid inside this host.
 class MFn {
 public:
     enum Type {

@@ -1,6 +1,7 @@
 #include "app/Options.h"
 
 #include <QRegularExpression>
+
 #include <functional>
 #include <map>
 

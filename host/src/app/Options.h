@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSize>
+
 #include <optional>
 #include <string>
 #include <vector>

@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
+
 #include <algorithm>
 #include <cmath>
 

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPoint>
 #include <QTimer>
+
 #include <functional>
 #include <memory>
 #include <string>

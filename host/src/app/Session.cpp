@@ -6,6 +6,7 @@
 #include <QKeySequence>
 #include <QString>
 #include <QStringList>
+
 #include <cmath>
 #include <optional>
 #include <stdexcept>

@@ -3,6 +3,7 @@
 #include <QPointF>
 #include <QSizeF>
 #include <Qt>
+
 #include <string>
 #include <vector>
 

@@ -1,21 +1,20 @@
-#include <maya/MGlobal.h>
-
-#include <maya/MAnimControl.h>
-#include <maya/MCommandResult.h>
-#include <maya/MDGModifier.h>
-#include <maya/MDoubleArray.h>
-#include <maya/MIntArray.h>
-#include <maya/MObject.h>
-#include <maya/MSelectionList.h>
-#include <maya/MStringArray.h>
-#include <maya/MTime.h>
-
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
 #include "foundation/UndoQueue.h"
 #include "scene/core/Selection.h"
 #include "script/Interpreter.h"
 #include "script/MayaValues.h"
+
+#include <maya/MAnimControl.h>
+#include <maya/MCommandResult.h>
+#include <maya/MDGModifier.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MGlobal.h>
+#include <maya/MIntArray.h>
+#include <maya/MObject.h>
+#include <maya/MSelectionList.h>
+#include <maya/MStringArray.h>
+#include <maya/MTime.h>
 
 using host::script::RunOptions;
 using host::script::Value;

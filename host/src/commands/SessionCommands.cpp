@@ -3,11 +3,11 @@
 #include "script/Flags.h"
 #include "script/Interpreter.h"
 
-#include <maya/MTypes.h>
-
 #include <QDate>
 #include <QSysInfo>
 #include <QTime>
+
+#include <maya/MTypes.h>
 
 #include <cstdlib>
 #include <filesystem>

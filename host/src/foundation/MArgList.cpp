@@ -1,6 +1,5 @@
-#include <maya/MArgList.h>
-
 #include <maya/MAngle.h>
+#include <maya/MArgList.h>
 #include <maya/MDistance.h>
 #include <maya/MTime.h>
 

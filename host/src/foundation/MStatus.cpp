@@ -1,5 +1,4 @@
 #include <maya/MStatus.h>
-
 #include <maya/MString.h>
 
 #include <iostream>

@@ -1,5 +1,4 @@
 #include <maya/MString.h>
-
 #include <maya/MStringArray.h>
 
 #include <cerrno>

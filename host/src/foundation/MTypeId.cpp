@@ -1,6 +1,5 @@
-#include <maya/MTypeId.h>
-
 #include <maya/MString.h>
+#include <maya/MTypeId.h>
 
 #include <cstdio>
 #include <ostream>

@@ -1,7 +1,5 @@
 #define MNoPluginEntry
 #define MNoVersionString
-#include <maya/MFnPlugin.h>
-
 #include "foundation/Faults.h"
 #include "foundation/UndoQueue.h"
 #include "plugins/PluginObject.h"
@@ -10,6 +8,8 @@
 #include "script/PluginCommands.h"
 
 #include <QFileInfo>
+
+#include <maya/MFnPlugin.h>
 
 #include <algorithm>
 

@@ -8,11 +8,11 @@
 #include "scene/files/FileIO.h"
 #include "script/PluginCommands.h"
 
-#include <maya/MTypes.h>
-
 #include <QDir>
 #include <QFileInfo>
 #include <QLibrary>
+
+#include <maya/MTypes.h>
 
 #include <algorithm>
 #include <cstdlib>

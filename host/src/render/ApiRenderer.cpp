@@ -5,13 +5,13 @@
 #include "render/GlOffscreen.h"
 #include "render/TextureStore.h"
 
+#include <QCoreApplication>
+#include <QGuiApplication>
+
 #include <maya/MFnDependencyNode.h>
 #include <maya/MPlug.h>
 #include <maya/MRenderUtil.h>
 #include <maya/MSelectionList.h>
-
-#include <QCoreApplication>
-#include <QGuiApplication>
 
 MUserData::~MUserData() = default;
 const char* MUserData::className() {

@@ -4,11 +4,12 @@
 #include "render/View.h"
 #include "render/Views.h"
 
-#include <maya/M3dView.h>
-
 #include <QOpenGLFunctions>
 #include <QPoint>
 #include <QWidget>
+
+#include <maya/M3dView.h>
+
 #include <cmath>
 #include <limits>
 

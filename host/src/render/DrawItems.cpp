@@ -1,5 +1,4 @@
 #include "render/DrawManager.h"
-
 #include "render/Frame.h"
 #include "render/GlState.h"
 #include "render/TextureStore.h"
@@ -8,6 +7,7 @@
 #include <QImage>
 #include <QOpenGLFunctions>
 #include <QPainter>
+
 #include <algorithm>
 #include <cmath>
 

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <maya/MUIDrawManager.h>
-
 #include <QColor>
 #include <QFont>
 #include <QPointF>
 #include <QString>
+
+#include <maya/MUIDrawManager.h>
+
 #include <memory>
 #include <string>
 #include <vector>

@@ -5,12 +5,13 @@
 #include "render/GlState.h"
 #include "render/View.h"
 
+#include <QFileInfo>
+#include <QOpenGLFunctions>
+
 #include <maya/MBoundingBox.h>
 #include <maya/MDrawContext.h>
 #include <maya/MFnDagNode.h>
 
-#include <QFileInfo>
-#include <QOpenGLFunctions>
 #include <algorithm>
 #include <dlfcn.h>
 #include <sstream>

@@ -6,6 +6,8 @@
 #include "render/GlState.h"
 #include "render/PrimitiveMesh.h"
 
+#include <QOpenGLFunctions>
+
 #include <maya/MBoundingBox.h>
 #include <maya/MFn.h>
 #include <maya/MFnDagNode.h>
@@ -14,7 +16,6 @@
 #include <maya/MPlug.h>
 #include <maya/MPxLocatorNode.h>
 
-#include <QOpenGLFunctions>
 #include <algorithm>
 #include <cmath>
 

@@ -2,6 +2,7 @@
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
+
 #include <algorithm>
 #include <cstring>
 

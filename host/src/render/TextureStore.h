@@ -1,9 +1,10 @@
 #pragma once
 
-#include <maya/MTextureManager.h>
-
 #include <QPointer>
 #include <QRect>
+
+#include <maya/MTextureManager.h>
+
 #include <map>
 #include <memory>
 #include <string>

@@ -7,13 +7,14 @@
 #include "render/TextureStore.h"
 #include "render/Views.h"
 
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
+
 #include <maya/MFn.h>
 #include <maya/MItDag.h>
 #include <maya/MObjectHandle.h>
 
-#include <QOpenGLContext>
-#include <QOpenGLFramebufferObject>
-#include <QOpenGLFunctions>
 #include <algorithm>
 
 namespace host {

@@ -5,11 +5,12 @@
 #include "render/Renderer.h"
 #include "render/ViewDisplay.h"
 
+#include <QImage>
+#include <QSize>
+
 #include <maya/M3dView.h>
 #include <maya/MDagPath.h>
 
-#include <QImage>
-#include <QSize>
 #include <functional>
 #include <memory>
 #include <string>

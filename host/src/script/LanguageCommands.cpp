@@ -1,4 +1,5 @@
 #include "script/LanguageCommands.h"
+
 #include "foundation/Idle.h"
 #include "foundation/Report.h"
 #include "script/CallHelpers.h"

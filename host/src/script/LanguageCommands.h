@@ -1,7 +1,7 @@
+// The commands of the language itself by topic, one source each. They work on values and on the
+// interpreter and know no scene.
 #pragma once
 
-/// The commands of the language itself by topic, one source each. They work on values and on the
-/// interpreter and know no scene.
 namespace host::script {
 
 void registerLanguageCommands(); ///< print, error, eval, source, exists, size, …

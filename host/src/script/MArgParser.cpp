@@ -1,15 +1,14 @@
-#include <maya/MArgDatabase.h>
+#include "foundation/Report.h"
+#include "script/CommandLine.h"
 
 #include <maya/MAngle.h>
+#include <maya/MArgDatabase.h>
 #include <maya/MDistance.h>
 #include <maya/MGlobal.h>
 #include <maya/MSelectionList.h>
 #include <maya/MStringArray.h>
 #include <maya/MSyntax.h>
 #include <maya/MTime.h>
-
-#include "foundation/Report.h"
-#include "script/CommandLine.h"
 
 using host::script::ArgKind;
 using host::script::FlagUse;

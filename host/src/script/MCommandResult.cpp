@@ -1,11 +1,10 @@
-#include <maya/MCommandResult.h>
+#include "script/MayaValues.h"
 
+#include <maya/MCommandResult.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MIntArray.h>
 #include <maya/MStringArray.h>
 #include <maya/MVector.h>
-
-#include "script/MayaValues.h"
 
 using host::script::MatrixValue;
 using host::script::Value;

@@ -1,14 +1,13 @@
-#include <maya/MPxCommand.h>
-
-#include <maya/MArgList.h>
-#include <maya/MDoubleArray.h>
-#include <maya/MIntArray.h>
-#include <maya/MStringArray.h>
-
 #include "foundation/Report.h"
 #include "script/CommandState.h"
 #include "script/Interpreter.h"
 #include "script/MayaValues.h"
+
+#include <maya/MArgList.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MIntArray.h>
+#include <maya/MPxCommand.h>
+#include <maya/MStringArray.h>
 
 using host::script::CommandExecution;
 using host::script::CommandState;

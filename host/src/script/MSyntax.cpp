@@ -1,6 +1,6 @@
-#include <maya/MSyntax.h>
-
 #include "script/Syntax.h"
+
+#include <maya/MSyntax.h>
 
 using host::script::ArgKind;
 using host::script::FlagSyntax;

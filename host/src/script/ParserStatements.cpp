@@ -1,6 +1,5 @@
-#include "script/Parser.h"
-
 #include "foundation/Report.h"
+#include "script/Parser.h"
 
 namespace host::script {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <maya/MDagPath.h>
-#include <maya/MPoint.h>
-
 #include <QPointF>
 #include <QSize>
+
+#include <maya/MDagPath.h>
+#include <maya/MPoint.h>
 
 namespace host {
 

@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QSlider>
+
 #include <algorithm>
 #include <cmath>
 

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QString>
 #include <QWidget>
+
 #include <array>
 
 class QColorDialog;

@@ -4,6 +4,7 @@
 #include "ui/Elements.h"
 
 #include <QString>
+
 #include <string>
 
 namespace host {

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "script/Value.h"
+
+#include <QCursor>
+
 #include <maya/MCursor.h>
 #include <maya/MPxContext.h>
 #include <maya/MPxContextCommand.h>
 
-#include "script/Value.h"
-
-#include <QCursor>
 #include <string>
 
 class MArgList;

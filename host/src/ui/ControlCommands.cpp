@@ -9,6 +9,7 @@
 
 #include <QComboBox>
 #include <QMenu>
+
 #include <memory>
 
 namespace host {

@@ -5,6 +5,7 @@
 #include "ui/Elements.h"
 
 #include <QString>
+
 #include <optional>
 
 class QWidget;

@@ -1,6 +1,7 @@
 #include "ui/Elements.h"
 
 #include <QWidget>
+
 #include <algorithm>
 
 namespace host {

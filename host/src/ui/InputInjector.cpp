@@ -7,9 +7,10 @@
 #include <QTabletEvent>
 #include <QWidget>
 #include <QWindow>
-#include <cmath>
 #include <qpa/qplatformwindow.h>
 #include <qpa/qwindowsysteminterface.h>
+
+#include <cmath>
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
 #include <QPointingDevice>

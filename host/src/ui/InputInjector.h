@@ -3,6 +3,7 @@
 #include <QPoint>
 #include <QPointF>
 #include <Qt>
+
 #include <memory>
 
 class QWidget;

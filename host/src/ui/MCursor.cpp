@@ -1,9 +1,9 @@
-#include <maya/MCursor.h>
-
 #include "ui/ContextState.h"
 
 #include <QBitmap>
 #include <QPainter>
+
+#include <maya/MCursor.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include <maya/MEvent.h>
-
 #include "ui/ContextState.h"
+
+#include <maya/MEvent.h>
 
 namespace {
 

@@ -1,10 +1,9 @@
-#include <maya/MPxContext.h>
+#include "ui/ContextState.h"
+#include "ui/Tools.h"
 
 #include <maya/MCursor.h>
 #include <maya/MGlobal.h>
-
-#include "ui/ContextState.h"
-#include "ui/Tools.h"
+#include <maya/MPxContext.h>
 
 MPxContext::MPxContext() : state_(std::make_unique<host::ContextState>()) {
 }

@@ -1,6 +1,6 @@
-#include <maya/MPxContextCommand.h>
-
 #include "ui/ContextState.h"
+
+#include <maya/MPxContextCommand.h>
 
 namespace {
 

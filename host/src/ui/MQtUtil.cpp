@@ -1,5 +1,3 @@
-#include <maya/MQtUtil.h>
-
 #include "ui/Elements.h"
 #include "ui/MainWindow.h"
 
@@ -7,6 +5,8 @@
 #include <QApplication>
 #include <QMenu>
 #include <QScreen>
+
+#include <maya/MQtUtil.h>
 
 using host::ElementKind;
 using host::Elements;

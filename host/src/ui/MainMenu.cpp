@@ -1,12 +1,11 @@
 // The menus of the main window and what they do with scene files.
-#include "ui/MainWindow.h"
-
 #include "foundation/Report.h"
 #include "foundation/UndoQueue.h"
 #include "scene/core/SceneState.h"
 #include "scene/files/FileIO.h"
 #include "script/Interpreter.h"
 #include "ui/Elements.h"
+#include "ui/MainWindow.h"
 #include "ui/MenuSets.h"
 #include "ui/ModelPanel.h"
 #include "ui/Playback.h"

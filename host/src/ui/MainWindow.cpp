@@ -13,8 +13,6 @@
 #include "ui/TimeSlider.h"
 #include "ui/Tools.h"
 
-#include <maya/MQtUtil.h>
-
 #include <QAbstractSpinBox>
 #include <QAction>
 #include <QCloseEvent>
@@ -28,6 +26,8 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <maya/MQtUtil.h>
 
 namespace host {
 

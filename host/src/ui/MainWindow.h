@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QString>
 #include <QTimer>
+
 #include <string>
 #include <vector>
 

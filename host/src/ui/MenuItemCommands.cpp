@@ -11,6 +11,7 @@
 #include <QFont>
 #include <QIcon>
 #include <QMenu>
+
 #include <memory>
 
 namespace host {

@@ -6,6 +6,7 @@
 #include "ui/UiCommands.h"
 
 #include <QMenu>
+
 #include <climits>
 
 namespace host {

@@ -4,6 +4,7 @@
 #include "ui/Elements.h"
 
 #include <QMenu>
+
 #include <string>
 
 /// What the commands for menus and their items share.

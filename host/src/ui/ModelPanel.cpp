@@ -4,18 +4,18 @@
 #include "render/Views.h"
 #include "ui/Elements.h"
 
-#include <maya/MDagPath.h>
-#include <maya/MFnDagNode.h>
-#include <maya/MItDag.h>
-#include <maya/MQtUtil.h>
-#include <maya/MSelectionList.h>
-
 #include <QActionGroup>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStyle>
 #include <QVBoxLayout>
+
+#include <maya/MDagPath.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MItDag.h>
+#include <maya/MQtUtil.h>
+#include <maya/MSelectionList.h>
 
 namespace host {
 

@@ -3,6 +3,7 @@
 #include "ui/ViewWidget.h"
 
 #include <QWidget>
+
 #include <vector>
 
 class QLabel;

@@ -10,6 +10,7 @@
 #include "ui/UiCommands.h"
 
 #include <QMenuBar>
+
 #include <memory>
 
 namespace host {

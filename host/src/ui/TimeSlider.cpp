@@ -8,6 +8,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+
 #include <algorithm>
 #include <cmath>
 

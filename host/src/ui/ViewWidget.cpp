@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QSurfaceFormat>
 #include <QWheelEvent>
+
 #include <cmath>
 
 namespace host {

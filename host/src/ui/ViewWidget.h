@@ -5,6 +5,7 @@
 
 #include <QOpenGLWidget>
 #include <QPoint>
+
 #include <optional>
 
 namespace host {

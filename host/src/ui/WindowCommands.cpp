@@ -14,6 +14,7 @@
 #include <QMenuBar>
 #include <QSplitter>
 #include <QVBoxLayout>
+
 #include <memory>
 
 namespace host {

@@ -1,6 +1,7 @@
 #include "ui/XTestInput.h"
 
 #include <Qt>
+
 #include <map>
 
 // After Qt: X's header defines words such as None and Bool.

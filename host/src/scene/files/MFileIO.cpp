@@ -1,10 +1,10 @@
-#include <maya/MFileIO.h>
-
 #include "foundation/Report.h"
 #include "scene/core/SceneState.h"
 #include "scene/files/FileIO.h"
 
 #include <QDir>
+
+#include <maya/MFileIO.h>
 
 namespace {
 

@@ -2,9 +2,9 @@
 #include "scene/files/FileIO.h"
 #include "scene/text/SceneRecords.h"
 
-#include <maya/MPlug.h>
-
 #include <QIODevice>
+
+#include <maya/MPlug.h>
 
 #include <memory>
 #include <string>

@@ -1,6 +1,5 @@
-#include "scene/files/BuilderState.h"
-
 #include "scene/api/PluginTypes.h"
+#include "scene/files/BuilderState.h"
 #include "scene/files/DeviceStream.h"
 #include "scene/files/PluginSource.h"
 #include "scene/text/PlugText.h"

@@ -1,7 +1,6 @@
-#include "scene/files/BuilderState.h"
-
 #include "foundation/Report.h"
 #include "scene/core/TimeState.h"
+#include "scene/files/BuilderState.h"
 #include "scene/text/CurveText.h"
 #include "scene/text/PlugText.h"
 #include "scene/text/StatementText.h"

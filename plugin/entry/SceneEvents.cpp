@@ -3,6 +3,7 @@
 #include "document/Changes.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/Settings.h"
+#include "plugin/entry/SaveGuard.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 #include "plugin/session/SceneTime.h"
@@ -76,6 +77,7 @@ void installSceneEvents() {
         if (status == MS::kSuccess)
             pluginState().callbackIds.append(id);
     }
+    installSaveGuard(pluginState().callbackIds);
 }
 
 MStatus removeSceneEvents() {

@@ -138,5 +138,25 @@ TEST_F(DamagedFilm, BinaryGivesEveryWholeDrawingBack) {
     }
 }
 
+TEST_F(DamagedFilm, IsSavedOverOnlyByWhoInsists) {
+    const QByteArray damaged = bytes("film.ma").left(bytes("film.ma").size() - 3000);
+    write("damaged.ma", damaged);
+    const QByteArray open = "catch(`file -f -o \"damaged.ma\"`);";
+    const QByteArray save = "print (\"refused \" + catch(`file -f -save`) + \"\\n\");";
+    Outcome outcome = run(open + save);
+    EXPECT_THAT(outcome.out, HasSubstr("refused 1"));
+    EXPECT_THAT(outcome.err, HasSubstr("[Vellum2] Not every drawing of this file could be read"));
+    EXPECT_EQ(bytes("damaged.ma"), damaged);
+    outcome = run(open + "file -rename \"other.ma\";" + save);
+    EXPECT_THAT(outcome.out, HasSubstr("refused 0"));
+    outcome =
+        run(open + "file -f -new; file -f -o \"film.ma\"; file -rename \"damaged.ma\";" + save);
+    EXPECT_THAT(outcome.out, HasSubstr("refused 0")) << "another scene was opened since";
+    write("damaged.ma", damaged);
+    outcome = run(open + save + save);
+    EXPECT_THAT(outcome.out, HasSubstr("refused 1\nrefused 0"));
+    EXPECT_EQ(bytes("damaged.ma").count(kHexPicture), kDrawings - 1);
+}
+
 } // namespace
 } // namespace vellum::test

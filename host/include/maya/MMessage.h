@@ -7,6 +7,7 @@
 class MMessage {
 public:
     typedef void (*MBasicFunction)(void* clientData);
+    typedef void (*MCheckFunction)(bool* retCode, void* clientData);
 
     static MStatus removeCallback(MCallbackId id);
     static MStatus removeCallbacks(const MCallbackIdArray& ids);

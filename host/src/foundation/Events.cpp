@@ -9,6 +9,8 @@ namespace {
 // Listeners by id. One may add or remove others, or itself, while it is called.
 template <class Function> class Listeners {
 public:
+    explicit Listeners(int firstId = 1) : last_(firstId - 1) {}
+
     int add(Function listener) {
         all_.emplace(++last_, std::move(listener));
         return last_;
@@ -16,7 +18,7 @@ public:
     void remove(int id) { all_.erase(id); }
     std::size_t size() const { return all_.size(); }
 
-    template <class... Arguments> void call(const Arguments&... arguments) {
+    template <class... Arguments> void call(Arguments&&... arguments) {
         std::vector<int> ids;
         for (const auto& [id, listener] : all_)
             ids.push_back(id);
@@ -31,11 +33,19 @@ public:
 
 private:
     std::map<int, Function> all_;
-    int last_ = 0;
+    int last_;
 };
+
+constexpr int firstMessageId = 1 << 24; // above all ids of events
 
 Listeners<std::function<void(const std::string&)>>& eventListeners() {
     static Listeners<std::function<void(const std::string&)>> listeners;
+    return listeners;
+}
+
+// Called with the number of the message and the verdict so far.
+Listeners<std::function<void(int, bool&)>>& messageListeners() {
+    static Listeners<std::function<void(int, bool&)>> listeners(firstMessageId);
     return listeners;
 }
 
@@ -141,13 +151,44 @@ int listen(const std::string& name, std::function<void()> listener) {
 }
 
 void removeListener(int id) {
-    eventListeners().remove(id);
+    if (id >= firstMessageId)
+        messageListeners().remove(id);
+    else
+        eventListeners().remove(id);
 }
 std::size_t listenerCount() {
-    return eventListeners().size();
+    return eventListeners().size() + messageListeners().size();
 }
 
 } // namespace events
+
+namespace messages {
+
+int listen(int message, std::function<void()> listener) {
+    return messageListeners().add([message, listener = std::move(listener)](int told, bool&) {
+        if (told == message)
+            listener();
+    });
+}
+
+int listenCheck(int message, std::function<bool()> listener) {
+    return messageListeners().add([message, listener = std::move(listener)](int asked, bool& ok) {
+        if (asked == message)
+            ok = listener() && ok;
+    });
+}
+
+bool ask(int message) {
+    bool allowed = true;
+    messageListeners().call(message, allowed);
+    return allowed;
+}
+
+void tell(int message) {
+    ask(message);
+}
+
+} // namespace messages
 
 namespace changes {
 

@@ -21,6 +21,18 @@ std::size_t listenerCount();
 
 } // namespace host::events
 
+// Scene messages by number: MSceneMessage listens to them. Ids are of the same kind as those of
+// events.
+namespace host::messages {
+
+int listen(int message, std::function<void()> listener);
+int listenCheck(int message, std::function<bool()> listener); ///< false refuses
+void tell(int message);
+/// False when a listener refuses; all are asked.
+bool ask(int message);
+
+} // namespace host::messages
+
 // Anything that may change what a view shows: attributes, hierarchy, time, selection.
 namespace host::changes {
 

@@ -206,6 +206,24 @@ bool MainWindow::askToSave() {
     }
 }
 
+// What could not be read of a file is gone for good once it is written over.
+bool MainWindow::askToSaveOverDamage() {
+    if (!fileIO().savesOverDamage())
+        return true;
+    const QString name = QFileInfo(QString::fromStdString(fileIO().sceneName())).fileName();
+    QMessageBox box(QMessageBox::Warning, tr("Save Over Damaged File"),
+                    tr("Not everything in %1 could be read. Saving over it loses the rest for "
+                       "good.\n\nSave over it all the same?")
+                        .arg(name),
+                    QMessageBox::Yes | QMessageBox::No, this);
+    box.setObjectName(QStringLiteral("saveOverDamageBox"));
+    box.setDefaultButton(QMessageBox::No);
+    if (box.exec() != QMessageBox::Yes)
+        return false;
+    fileIO().acceptDamage();
+    return true;
+}
+
 bool MainWindow::newScene() {
     return askToSave() && reported([] { fileIO().newScene(); });
 }
@@ -226,6 +244,8 @@ bool MainWindow::openScene(const QString& path) {
 bool MainWindow::save() {
     if (fileIO().sceneName().empty())
         return saveAs();
+    if (!askToSaveOverDamage())
+        return false;
     const bool saved = reported([] { fileIO().save(); });
     updateTitle();
     return saved;
@@ -244,13 +264,11 @@ bool MainWindow::saveAs() {
     const QString path = dialog.selectedFiles().constFirst();
     const std::string oldName = fileIO().sceneName();
     const FileFormat oldFormat = fileIO().format();
-    const bool saved = reported([&] {
-        fileIO().setSceneName(path.toStdString());
-        fileIO().setFormat(path.endsWith(QLatin1String(".mb"), Qt::CaseInsensitive)
-                               ? FileFormat::mayaBinary
-                               : FileFormat::mayaAscii);
-        fileIO().save();
-    });
+    fileIO().setSceneName(path.toStdString());
+    fileIO().setFormat(path.endsWith(QLatin1String(".mb"), Qt::CaseInsensitive)
+                           ? FileFormat::mayaBinary
+                           : FileFormat::mayaAscii);
+    const bool saved = askToSaveOverDamage() && reported([] { fileIO().save(); });
     if (!saved) {
         fileIO().setSceneName(oldName);
         fileIO().setFormat(oldFormat);

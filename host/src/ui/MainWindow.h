@@ -36,6 +36,7 @@ public:
     /// Asks what to do with unsaved changes: true when the scene may be replaced or left, at once
     /// when there are none.
     bool askToSave();
+    bool askToSaveOverDamage();
 
     // The actions of the File menu; false when the user cancelled or it failed (reported).
     bool newScene();

@@ -14,6 +14,8 @@
 #include "ui/Tools.h"
 #include "ui/UiCommands.h"
 
+#include <maya/MSceneMessage.h>
+
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QMetaObject>
@@ -77,6 +79,7 @@ void shutDown() {
     if (!started)
         return;
     events::emit("quitApplication");
+    messages::tell(MSceneMessage::kMayaExiting);
     timeline::play(0);
     script::killAllScriptJobs();
     Tools::instance().clear();

@@ -1,4 +1,4 @@
-// MMessage, MEventMessage and MAnimControl.
+// MMessage, MEventMessage, MSceneMessage and MAnimControl.
 #include "foundation/Events.h"
 #include "foundation/Faults.h"
 #include "scene/api/ApiStatus.h"
@@ -6,6 +6,7 @@
 
 #include <maya/MAnimControl.h>
 #include <maya/MEventMessage.h>
+#include <maya/MSceneMessage.h>
 #include <maya/MString.h>
 #include <maya/MStringArray.h>
 
@@ -23,6 +24,39 @@ std::set<int>& installed() {
 }
 
 int running = 0;
+
+// Calls a callback of a plug-in, whose id is known only after it is installed.
+class Call {
+public:
+    explicit Call(const std::shared_ptr<int>& id) : before_(running) { running = *id; }
+    ~Call() { running = before_; }
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
+
+private:
+    const int before_;
+};
+
+bool isCheck(MSceneMessage::Message message) {
+    switch (message) {
+    case MSceneMessage::kBeforeNewCheck:
+    case MSceneMessage::kBeforeOpenCheck:
+    case MSceneMessage::kBeforeSaveCheck:
+    case MSceneMessage::kBeforeImportCheck:
+    case MSceneMessage::kBeforeExportCheck:
+    case MSceneMessage::kBeforeLoadReferenceCheck:
+    case MSceneMessage::kBeforeReferenceCheck:
+        return true;
+    default:
+        return false;
+    }
+}
+
+MCallbackId install(int id, MStatus* status) {
+    installed().insert(id);
+    setStatus(status, MS::kSuccess);
+    return static_cast<MCallbackId>(id);
+}
 
 } // namespace
 
@@ -56,15 +90,37 @@ MCallbackId MEventMessage::addEventCallback(const MString& event, MBasicFunction
     }
     const auto id = std::make_shared<int>(0);
     *id = host::events::listen(std::string(event.asChar()), [func, clientData, id] {
-        const int before = running;
-        running = *id;
+        const Call call(id);
         func(clientData);
-        running = before;
     });
-    installed().insert(*id);
-    setStatus(status, MS::kSuccess);
-    return static_cast<MCallbackId>(*id);
+    return install(*id, status);
 }
+
+MCallbackId MSceneMessage::addCallback(Message message, MBasicFunction func, void* clientData,
+                                       MStatus* status) {
+    if (!setStatus(status, func && message < kLast && !isCheck(message)))
+        return 0;
+    const auto id = std::make_shared<int>(0);
+    *id = host::messages::listen(message, [func, clientData, id] {
+        const Call call(id);
+        func(clientData);
+    });
+    return install(*id, status);
+}
+MCallbackId MSceneMessage::addCheckCallback(Message message, MCheckFunction func, void* clientData,
+                                            MStatus* status) {
+    if (!setStatus(status, func && isCheck(message)))
+        return 0;
+    const auto id = std::make_shared<int>(0);
+    *id = host::messages::listenCheck(message, [func, clientData, id] {
+        const Call call(id);
+        bool allowed = true;
+        func(&allowed, clientData);
+        return allowed;
+    });
+    return install(*id, status);
+}
+
 MStatus MEventMessage::getEventNames(MStringArray& names) {
     names.clear();
     for (const std::string& name : host::events::names())

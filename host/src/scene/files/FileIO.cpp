@@ -12,6 +12,8 @@
 #include "scene/files/SceneReaders.h"
 #include "scene/files/SceneWalk.h"
 
+#include <maya/MSceneMessage.h>
+
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
@@ -41,6 +43,31 @@ private:
 std::string absolutePath(const std::string& path) {
     return QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString();
 }
+
+// The same for every way to name one file.
+std::string canonicalPath(const std::string& path) {
+    const QFileInfo file(QString::fromStdString(path));
+    const QString canonical = file.canonicalFilePath();
+    return (canonical.isEmpty() ? file.absoluteFilePath() : canonical).toStdString();
+}
+
+// Tells before and after something that no plug-in refuses.
+class Announced {
+public:
+    Announced(MSceneMessage::Message check, MSceneMessage::Message before,
+              MSceneMessage::Message after)
+        : after_(after) {
+        if (!messages::ask(check))
+            throw FileError("File operation cancelled by user supplied callback.");
+        messages::tell(before);
+    }
+    ~Announced() { messages::tell(after_); }
+    Announced(const Announced&) = delete;
+    Announced& operator=(const Announced&) = delete;
+
+private:
+    const MSceneMessage::Message after_;
+};
 
 std::string fileNameOf(const std::string& path) {
     return QFileInfo(QString::fromStdString(path)).fileName().toStdString();
@@ -121,6 +148,10 @@ void FileIO::setSceneName(const std::string& path) {
     readErrors_ = 0;
 }
 
+bool FileIO::savesOverDamage() const {
+    return !damagedFile_.empty() && canonicalPath(sceneName_) == canonicalPath(damagedFile_);
+}
+
 void FileIO::clearScene() {
     const auto callbacks = beforeReplaced_; // a callback may remove itself
     for (const auto& [id, callback] : callbacks)
@@ -130,10 +161,13 @@ void FileIO::clearScene() {
     keptStatements().clear();
     sceneName_.clear();
     readErrors_ = 0;
+    damagedFile_.clear();
 }
 
 void FileIO::newScene() {
     {
+        const Announced announced(MSceneMessage::kBeforeNewCheck, MSceneMessage::kBeforeNew,
+                                  MSceneMessage::kAfterNew);
         const Flag flag(newing_);
         clearScene();
     }
@@ -145,11 +179,14 @@ void FileIO::newScene() {
 ReadResult FileIO::read(const std::string& path, QIODevice& device, bool binary) {
     const UndoSuspender noUndo;
     SceneBuilder builder(path, importing_, memory_);
+    messages::tell(MSceneMessage::kBeforeFileRead);
     if (binary)
         readBinaryScene(device, builder);
     else
         readAsciiScene(device, builder);
-    return builder.finish();
+    const ReadResult result = builder.finish();
+    messages::tell(MSceneMessage::kAfterFileRead);
+    return result;
 }
 
 ReadResult FileIO::open(const std::string& path) {
@@ -162,16 +199,23 @@ ReadResult FileIO::open(const std::string& path) {
     const Kind kind = kindOf(file);
     if (kind == Kind::other)
         throw FileError("File is of an unknown type: " + full);
-    clearScene();
     ReadResult result;
     {
-        const Flag flag(opening_);
-        result = read(full, file, kind == Kind::binary);
+        const Announced announced(MSceneMessage::kBeforeOpenCheck, MSceneMessage::kBeforeOpen,
+                                  MSceneMessage::kAfterOpen);
+        clearScene();
+        {
+            const Flag flag(opening_);
+            result = read(full, file, kind == Kind::binary);
+        }
+        setSceneName(full);
+        format_ = kind == Kind::binary ? FileFormat::mayaBinary : FileFormat::mayaAscii;
+        readErrors_ = result.errors;
+        if (result.errors > 0)
+            damagedFile_ = full;
+        setSceneModified(false);
     }
-    setSceneName(full);
-    format_ = kind == Kind::binary ? FileFormat::mayaBinary : FileFormat::mayaAscii;
-    readErrors_ = result.errors;
-    setSceneModified(false);
+    messages::tell(MSceneMessage::kSceneUpdate);
     events::emit("SceneOpened");
     giveMemoryBack();
     return result;
@@ -189,9 +233,12 @@ ReadResult FileIO::import(const std::string& path) {
         throw FileError("File is of an unknown type: " + full);
     ReadResult result;
     {
+        const Announced announced(MSceneMessage::kBeforeImportCheck, MSceneMessage::kBeforeImport,
+                                  MSceneMessage::kAfterImport);
         const Flag flag(importing_);
         result = read(full, file, kind == Kind::binary);
     }
+    messages::tell(MSceneMessage::kSceneUpdate);
     undoQueue().flush(); // steps before the import may speak of names that mean something else now
     setSceneModified(true);
     events::emit("SceneImported");
@@ -226,17 +273,26 @@ void FileIO::putBack(QByteArray nodes) {
 void FileIO::save(bool force) {
     if (sceneName_.empty())
         throw FileError("The scene has no name. Use file -rename first.");
-    if (readErrors_ > 0 && !force)
+    if (savesOverDamage() && !force)
         throw FileError(
             "Errors occurred while reading \"" + sceneName_ +
             "\"; saving over it may lose data. Save under another name or with -force.");
-    write(sceneName_, format_, force);
-    readErrors_ = 0;
-    setSceneModified(false);
+    {
+        const Announced announced(MSceneMessage::kBeforeSaveCheck, MSceneMessage::kBeforeSave,
+                                  MSceneMessage::kAfterSave);
+        const bool overDamage = savesOverDamage();
+        write(sceneName_, format_, force);
+        if (overDamage)
+            damagedFile_.clear();
+        readErrors_ = 0;
+        setSceneModified(false);
+    }
     events::emit("SceneSaved");
 }
 
 void FileIO::exportAll(const std::string& path, FileFormat format, bool force) {
+    const Announced announced(MSceneMessage::kBeforeExportCheck, MSceneMessage::kBeforeExport,
+                              MSceneMessage::kAfterExport);
     write(absolutePath(path), format, force);
 }
 

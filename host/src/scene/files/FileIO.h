@@ -43,7 +43,8 @@ public:
     ReadResult open(const std::string& path);
     ReadResult import(const std::string& path);
     // To sceneName(), in format(). `force` saves over a file that was read with errors, and
-    // without plug-in data that fail to write themselves (each is named in a warning).
+    // without plug-in data that fail to write themselves (each is named in a warning). A plug-in
+    // may refuse this and the other ways of a scene.
     void save(bool force = false);
     void exportAll(const std::string& path, FileFormat format, bool force = false);
 
@@ -66,6 +67,10 @@ public:
     bool isWriting() const { return writing_; }
     // Errors of the last open().
     int readErrors() const { return readErrors_; }
+    // Whether save() would write over the file that was read with errors: something of it may not
+    // be in the scene. Whoever was asked and wants that accepts it; it holds until the next file.
+    bool savesOverDamage() const;
+    void acceptDamage() { damagedFile_.clear(); }
 
     // Called before the scene is replaced (new, open), while its nodes are still there. Returns
     // an id for the removal.
@@ -91,6 +96,7 @@ private:
     bool importing_ = false;
     bool writing_ = false;
     int readErrors_ = 0;
+    std::string damagedFile_; // read with errors, and not written since
     SceneMemory memory_;
     SaveTargetFactory targetFactory_;
     std::map<int, std::function<void()>> beforeReplaced_;

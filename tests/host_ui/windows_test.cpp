@@ -128,6 +128,28 @@ TEST_F(Windows, ClosingAsksAboutChanges) {
     EXPECT_TRUE(window->close());
 }
 
+TEST_F(Windows, SavingOverADamagedFileIsAsked) {
+    QTemporaryDir directory;
+    const QString path = directory.filePath("damaged.ma");
+    const QByteArray damaged = "//Maya ASCII 2024 scene\ncreateNode transform -n \"left\";\n";
+    const auto content = [&path] {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(damaged) > 0);
+    file.close();
+    ASSERT_TRUE(window->openScene(path));
+    EXPECT_EQ(runInt("objExists left"), 1);
+    answer(QMessageBox::No);
+    type({Qt::Key_Control, Qt::Key_S});
+    EXPECT_THAT(question, HasSubstr("damaged.ma"));
+    EXPECT_EQ(content(), damaged);
+    answer(QMessageBox::Yes);
+    type({Qt::Key_Control, Qt::Key_S});
+    EXPECT_TRUE(content().contains("// End of"));
+}
+
 TEST_F(Windows, YesSavesFirst) {
     QTemporaryDir directory;
     const QString path = directory.filePath("shot \"1\".ma");

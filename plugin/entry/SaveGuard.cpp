@@ -1,11 +1,12 @@
 #include "plugin/entry/SaveGuard.h"
 
 #include "document/LayerDataLosses.h"
-#include "plugin/leaves/MayaStrings.h"
-#include "plugin/leaves/Report.h"
-#include "plugin/middle/PluginState.h"
+#include "plugin/base/MayaStrings.h"
+#include "plugin/base/Report.h"
+#include "plugin/session/PluginState.h"
 
 #include <QMessageBox>
+
 #include <maya/MFileIO.h>
 #include <maya/MQtUtil.h>
 #include <maya/MSceneMessage.h>

@@ -1,5 +1,6 @@
 // A film whose file is damaged: every drawing that is whole comes back, whatever the damage hit.
 #include "support/HostProgram.h"
+#include "support/Paths.h"
 
 #include <QDir>
 #include <QFile>
@@ -46,7 +47,7 @@ protected:
     static Outcome run(const QByteArray& script) {
         write("script.mel", script);
         return HostProgram(
-                   {"--batch", "--plugin", VELLUM_PLUGIN_PATH, "--script", path("script.mel")},
+                   {"--batch", "--plugin", support::pluginPath(), "--script", path("script.mel")},
                    folder_->path(),
                    {"DISPLAY", "", "WAYLAND_DISPLAY", "", "MAYA_APP_DIR", path("prefs")})
             .outcome();

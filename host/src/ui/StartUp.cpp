@@ -14,12 +14,12 @@
 #include "ui/Tools.h"
 #include "ui/UiCommands.h"
 
-#include <maya/MSceneMessage.h>
-
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QMetaObject>
 #include <QTimer>
+
+#include <maya/MSceneMessage.h>
 
 #include <clocale>
 

@@ -12,11 +12,11 @@
 #include "scene/files/SceneReaders.h"
 #include "scene/files/SceneWalk.h"
 
-#include <maya/MSceneMessage.h>
-
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
+
+#include <maya/MSceneMessage.h>
 
 #include <algorithm>
 

@@ -90,6 +90,28 @@ TEST_F(TimeSliderTest, ScrubsToTheFrameUnderThePointer) {
     EXPECT_THAT(range(), ElementsAre(30, 31));
 }
 
+TEST_F(TimeSliderTest, APointerWithoutAButtonDragsNothing) {
+    slider().setMouseTracking(true);
+    moveTo(slider(), onFrame(7));
+    press();
+    // The release goes elsewhere: what the slider gets next is a pointer that only hovers.
+    const auto hover = [this](int frame) {
+        const QPointF place = onFrame(frame) / slider().devicePixelRatioF();
+        QMouseEvent event(QEvent::MouseMove, place, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&slider(), &event);
+    };
+    hover(20);
+    EXPECT_EQ(now(), 7);
+    EXPECT_FALSE(MAnimControl::isScrubbing());
+    release();
+    shiftDrag(10, 12);
+    moveTo(slider(), onFrame(11));
+    press();
+    hover(30);
+    EXPECT_THAT(range(), ElementsAre(10, 13));
+    release();
+}
+
 TEST_F(TimeSliderTest, ShiftDragHighlightsAndAPlainPressClears) {
     shiftDrag(10, 20);
     EXPECT_TRUE(rangeVisible());

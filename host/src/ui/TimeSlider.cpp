@@ -159,6 +159,8 @@ void TimeSlider::mousePressEvent(QMouseEvent* event) {
 }
 
 void TimeSlider::mouseMoveEvent(QMouseEvent* event) {
+    if (!(event->buttons() & (Qt::LeftButton | Qt::MiddleButton)))
+        endDrag(); // the release went elsewhere, e.g. to a menu
     const double x = qt::localPosition(*event).x();
     if (drag_ == Drag::scrub)
         scrubTo(x);
@@ -169,7 +171,12 @@ void TimeSlider::mouseMoveEvent(QMouseEvent* event) {
 void TimeSlider::mouseReleaseEvent(QMouseEvent* event) {
     if (event->buttons() != Qt::NoButton)
         return;
-    timeline::setScrubbing(false);
+    endDrag();
+}
+
+void TimeSlider::endDrag() {
+    if (drag_ == Drag::scrub)
+        timeline::setScrubbing(false);
     drag_ = Drag::none;
 }
 

@@ -51,6 +51,7 @@ protected:
 private:
     enum class Drag { none, scrub, select, moveRange, rangeStart, rangeEnd };
 
+    void endDrag();
     void scrubTo(double x);
     void dragRange(double x);
     Drag dragAt(double x, bool shift) const;

@@ -9,6 +9,8 @@
 #include <maya/M3dView.h>
 #include <maya/MDagPath.h>
 #include <maya/MMatrix.h>
+#include <maya/MPoint.h>
+#include <maya/MQtUtil.h>
 
 #include <gmock/gmock.h>
 
@@ -191,4 +193,56 @@ TEST_F(ViewEvents, AltMovesTheCamera) {
                     tracked(3, i) - tracked(2, i) * distance, 1e-6);
     drag(Qt::RightButton, {140, 100});
     EXPECT_LT(run("getAttr perspShape.centerOfInterest").toFloat(), distance);
+}
+
+TEST_F(ViewEvents, BackslashPansAndZoomsThePicture) {
+    const MDagPath camera = view().view().camera();
+    const MMatrix still = camera.inclusiveMatrix();
+    const MPoint point(0.5, 0.25, -0.5);
+    const auto seen = [&] { return view().view().frame()->project(point); };
+    const auto drag = [this](Qt::MouseButton button, QPointF to) {
+        moveTo(view(), {100, 100});
+        key(Qt::Key_Backslash, true);
+        press(button);
+        moveTo(view(), to);
+        release(button);
+        key(Qt::Key_Backslash, false);
+    };
+    for (const char* name : {"persp", "top"}) {
+        SCOPED_TRACE(name);
+        ASSERT_TRUE(window->mainPanel().lookThrough(name));
+        const std::string shape = std::string(name) + "Shape.";
+        const auto whole = seen();
+        drag(Qt::MiddleButton, {137, 79});
+        EXPECT_NEAR(seen().x - whole.x, 37, 0.01);
+        EXPECT_NEAR(seen().y - whole.y, 21, 0.01);
+        EXPECT_EQ(runInt("getAttr " + shape + "panZoomEnabled"), 1);
+        drag(Qt::RightButton, {150, 100});
+        EXPECT_LT(run("getAttr " + shape + "zoom").toFloat(), 0.9);
+        // A pan follows the pointer in the enlarged picture too.
+        const auto large = seen();
+        drag(Qt::LeftButton, {90, 105});
+        EXPECT_NEAR(seen().x - large.x, -10, 0.01);
+        EXPECT_NEAR(seen().y - large.y, -5, 0.01);
+        type({Qt::Key_Backslash});
+        EXPECT_EQ(runInt("getAttr " + shape + "panZoomEnabled"), 0);
+        EXPECT_NEAR(seen().x, whole.x, 1e-6);
+        type({Qt::Key_Backslash});
+        EXPECT_NEAR(seen().x, large.x - 10, 0.01);
+    }
+    EXPECT_TRUE(camera.inclusiveMatrix().isEquivalent(still, 1e-12)) << "the camera stays";
+    EXPECT_THAT(calls(), IsEmpty());
+
+    // A release that another window got.
+    key(Qt::Key_Backslash, true);
+    run("window other; showWindow other");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(MQtUtil::findWindow("other")));
+    key(Qt::Key_Backslash, false);
+    run("deleteUI other");
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    moveTo(view(), {60, 60});
+    press();
+    release();
+    EXPECT_EQ(calls().size(), 2U) << "the tool has its press again";
 }

@@ -74,6 +74,12 @@ CameraLens readLens(const MDagPath& camera) {
     return lens;
 }
 
+double unitsPerFilmInch(const CameraLens& lens) {
+    return (lens.orthographic ? lens.orthographicWidth / (lens.apertureWidth * lens.squeeze)
+                              : lens.nearClip * millimetresPerInch / lens.focalLength) *
+           lens.scale;
+}
+
 Frustum viewFrustum(const CameraLens& lens, double aspect) {
     const double filmAspect = lens.apertureWidth * lens.squeeze / lens.apertureHeight;
     // Whether the film's width or its height fills the view.
@@ -93,11 +99,7 @@ Frustum viewFrustum(const CameraLens& lens, double aspect) {
     }
 
     const double filmWidth = lens.apertureWidth * lens.squeeze;
-    // Scene units for an inch of film.
-    const double unit =
-        (lens.orthographic ? lens.orthographicWidth / filmWidth
-                           : lens.nearClip * millimetresPerInch / lens.focalLength) *
-        lens.scale;
+    const double unit = unitsPerFilmInch(lens);
     double halfWidth = filmWidth / 2 * lens.overscan;
     double halfHeight = lens.apertureHeight / 2 * lens.overscan;
     if (widthFills)

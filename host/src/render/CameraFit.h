@@ -27,6 +27,10 @@ struct CameraLens {
 /// The camera of a path to a camera shape or its transform; defaults for anything else.
 CameraLens readLens(const MDagPath& camera);
 
+/// Scene units at the near plane (perspective) or anywhere (orthographic) that one inch of film
+/// takes.
+double unitsPerFilmInch(const CameraLens& lens);
+
 /// Sides of the view at the near plane (perspective) or anywhere (orthographic), scene units.
 struct Frustum {
     double left = -1, right = 1, bottom = -1, top = 1;

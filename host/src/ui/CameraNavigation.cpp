@@ -16,6 +16,8 @@ namespace {
 constexpr double radiansPerPixel = 0.006;
 constexpr double dollyPerPixel = 0.005;
 constexpr double dollyPerStep = 0.12;
+constexpr double zoomPerPixel = 0.005;
+constexpr double strongestZoom = 0.001;
 constexpr double closest = 0.01;
 
 /// A camera's attributes as numbers: lengths in scene units, angles in radians.
@@ -29,6 +31,12 @@ public:
         MPlug target = plug(name);
         if (!target.isNull() && !target.isLocked() && !target.isConnected())
             target.setDouble(value);
+    }
+
+    void set(const char* name, bool value) const {
+        MPlug target = plug(name);
+        if (!target.isNull() && !target.isLocked() && !target.isConnected())
+            target.setBool(value);
     }
 
     MVector position() const { return {get("translateX"), get("translateY"), get("translateZ")}; }
@@ -95,6 +103,12 @@ void CameraNavigation::drag(QPointF delta, QSize port) {
     case Mode::dolly:
         dollyBy(camera_, std::exp(-(delta.x() + delta.y()) * dollyPerPixel));
         break;
+    case Mode::pan:
+        pan(delta, port);
+        break;
+    case Mode::zoom:
+        zoom(std::exp(-(delta.x() + delta.y()) * zoomPerPixel));
+        break;
     }
     Views::instance().refreshAll();
 }
@@ -119,6 +133,30 @@ void CameraNavigation::track(QPointF delta, QSize port) {
         unitsPerPixel *= rig.distance() / lens.nearClip;
     rig.setPosition(rig.position() - rig.turned({1, 0, 0}) * (delta.x() * unitsPerPixel) -
                     rig.turned({0, 1, 0}) * (delta.y() * unitsPerPixel));
+}
+
+void CameraNavigation::pan(QPointF delta, QSize port) {
+    const Rig rig(camera_);
+    rig.set("panZoomEnabled", true);
+    const CameraLens lens = readLens(camera_);
+    const Frustum frustum = viewFrustum(lens, double(port.width()) / port.height());
+    const double filmPerPixel =
+        (frustum.right - frustum.left) / unitsPerFilmInch(lens) / port.width();
+    rig.set("horizontalPan", lens.panX - delta.x() * filmPerPixel);
+    rig.set("verticalPan", lens.panY - delta.y() * filmPerPixel);
+}
+
+void CameraNavigation::zoom(double factor) {
+    const Rig rig(camera_);
+    rig.set("panZoomEnabled", true);
+    rig.set("zoom", std::max(strongestZoom, readLens(camera_).zoom * factor));
+}
+
+void CameraNavigation::switchPanZoom(MDagPath camera) {
+    if (!camera.isValid())
+        return;
+    Rig(camera).set("panZoomEnabled", !readLens(camera).panZoom);
+    Views::instance().refreshAll();
 }
 
 void CameraNavigation::dollyStep(MDagPath camera, double steps) {

@@ -9,11 +9,12 @@
 namespace host {
 
 /// Moving a view's camera with the mouse: tumbling about its centre of interest, tracking across
-/// the picture, dollying towards the centre. Locked or driven attributes stay as they are, and
+/// the picture, dollying towards the centre. Or its picture, the camera staying where it is:
+/// panning and zooming. Locked or driven attributes stay as they are, and
 /// nothing of it can be undone.
 class CameraNavigation {
 public:
-    enum class Mode { tumble, track, dolly };
+    enum class Mode { tumble, track, dolly, pan, zoom };
 
     /// `camera` is the path of the camera shape.
     CameraNavigation(MDagPath camera, Mode mode);
@@ -24,9 +25,14 @@ public:
     /// One step of the wheel; positive goes closer.
     static void dollyStep(MDagPath camera, double steps);
 
+    /// Between the panned and zoomed picture and the whole one.
+    static void switchPanZoom(MDagPath camera);
+
 private:
     void tumble(QPointF delta);
     void track(QPointF delta, QSize port);
+    void pan(QPointF delta, QSize port);
+    void zoom(double factor);
 
     MDagPath camera_;
     Mode mode_;

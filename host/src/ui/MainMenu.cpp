@@ -47,6 +47,12 @@ void runScript(const char* text) {
     script::run(text, nullptr, options);
 }
 
+/// Hotkeys that work in every window of the program, floating views and torn-off menus included.
+void setHotkeys(QAction& action, const QList<QKeySequence>& keys) {
+    action.setShortcuts(keys);
+    action.setShortcutContext(Qt::ApplicationShortcut);
+}
+
 } // namespace
 
 QMenu* MainWindow::addMenu(const QString& name, const QString& label) {
@@ -71,13 +77,13 @@ void MainWindow::buildMenus() {
         Playback& player = Playback::instance();
         player.isPlaying() ? player.stop() : player.start(Playback::Direction::forward);
     });
-    play->setShortcut(QKeySequence(Qt::ALT | Qt::Key_V));
+    setHotkeys(*play, {QKeySequence(Qt::ALT | Qt::Key_V)});
     QAction* next = playback->addAction(tr("Step Forward"), this,
                                         [] { sceneTime::setCurrent(sceneTime::current() + 1); });
-    next->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Period));
+    setHotkeys(*next, {QKeySequence(Qt::ALT | Qt::Key_Period)});
     QAction* previous = playback->addAction(
         tr("Step Back"), this, [] { sceneTime::setCurrent(sceneTime::current() - 1); });
-    previous->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Comma));
+    setHotkeys(*previous, {QKeySequence(Qt::ALT | Qt::Key_Comma)});
     QAction* every = playback->addAction(tr("Play Every Frame"));
     every->setCheckable(true);
     connect(every, &QAction::toggled, this,
@@ -87,6 +93,11 @@ void MainWindow::buildMenus() {
     QAction* scriptEntry =
         windows->addAction(tr("Script Line"), this, [this] { scriptLine().input().setFocus(); });
     scriptEntry->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_QuoteLeft));
+    auto* openMenus = new QAction(this); // Alt is Qt's own
+    openMenus->setShortcut(QKeySequence(Qt::Key_F10));
+    connect(openMenus, &QAction::triggered, this,
+            [this] { menuBar()->setActiveAction(menuBar()->actions().constFirst()); });
+    addAction(openMenus);
     QMenu* help = addMenu(QStringLiteral("mainHelpMenu"), tr("Help"));
     help->addAction(tr("About"), this, &MainWindow::showAbout);
 }
@@ -142,10 +153,10 @@ void MainWindow::buildFileMenu() {
 void MainWindow::buildEditMenu() {
     QMenu* edit = addMenu(QStringLiteral("mainEditMenu"), tr("Edit"));
     undo_ = edit->addAction(tr("Undo"), this, [] { runScript("undo"); });
-    undo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Z), QKeySequence(Qt::Key_Z)});
+    setHotkeys(*undo_, {QKeySequence(Qt::CTRL | Qt::Key_Z), QKeySequence(Qt::Key_Z)});
     redo_ = edit->addAction(tr("Redo"), this, [] { runScript("redo"); });
-    redo_->setShortcuts({QKeySequence(Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y),
-                         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    setHotkeys(*redo_, {QKeySequence(Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y),
+                        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
     edit->addSeparator();
     QAction* remove = edit->addAction(tr("Delete"), this, [] {
         if (MPxContext* tool = Tools::instance().current())

@@ -12,14 +12,13 @@
 #include "ui/TimeBar.h"
 #include "ui/TimeSlider.h"
 #include "ui/Tools.h"
+#include "ui/WindowKeys.h"
 
-#include <QAbstractSpinBox>
 #include <QAction>
 #include <QCloseEvent>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSplitter>
@@ -184,30 +183,13 @@ void MainWindow::sceneChanged() {
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-    // Fields let Enter and Escape go on to their window.
-    const QWidget* focus = focusWidget();
-    MPxContext* tool = Tools::instance().current();
-    if (qobject_cast<const QLineEdit*>(focus) || qobject_cast<const QAbstractSpinBox*>(focus))
-        tool = nullptr;
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (tool)
-            tool->completeAction();
-        return;
-    case Qt::Key_Escape:
-        if (Playback::instance().isPlaying())
-            Playback::instance().stop();
-        else if (tool)
-            tool->abortAction();
-        return;
-    case Qt::Key_Backspace: // Delete itself is a hotkey of the Edit menu
-        if (tool)
-            tool->deleteAction();
-        return;
-    default:
+    if (!windowKeyPressed(*this, *event))
         QMainWindow::keyPressEvent(event);
-    }
+}
+
+void MainWindow::keyReleaseEvent(QKeyEvent* event) {
+    if (!windowKeyReleased(*event))
+        QMainWindow::keyReleaseEvent(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

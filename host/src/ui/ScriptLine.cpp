@@ -28,7 +28,8 @@ ScriptLine::ScriptLine(QWidget* parent)
         const bool error = level == report::Level::Error;
         const bool warning = level == report::Level::Warning;
         const QString prefix = error ? tr("Error: ") : warning ? tr("Warning: ") : QString();
-        output_->setText(prefix + QString::fromStdString(text).simplified());
+        const QString line = prefix + QString::fromStdString(text).simplified();
+        output_->setText(level == report::Level::Result ? tr("// Result: %1 //").arg(line) : line);
         output_->setCursorPosition(0);
         output_->setStyleSheet(error     ? QStringLiteral("background: #7a2b2b; color: #ffffff;")
                                : warning ? QStringLiteral("background: #6b5a26; color: #ffffff;")
@@ -47,7 +48,7 @@ void ScriptLine::run() {
     if (history_.isEmpty() || history_.last() != text)
         history_.append(text);
     recalled_ = history_.size();
-    input_->clear();
+    input_->setText({}); // which, unlike clear(), the line does not undo
     script::RunOptions options;
     options.echo = true;
     script::run(text.toStdString(), nullptr, options);
@@ -64,7 +65,15 @@ void ScriptLine::recall(int step) {
 }
 
 bool ScriptLine::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        // With nothing typed to take back, undo and redo are the scene's.
+        if ((key.matches(QKeySequence::Undo) && !input_->isUndoAvailable()) ||
+            (key.matches(QKeySequence::Redo) && !input_->isRedoAvailable())) {
+            event->ignore();
+            return true;
+        }
+    } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Up || key == Qt::Key_Down) {
             recall(key == Qt::Key_Up ? -1 : 1);

@@ -6,6 +6,7 @@
 #include "ui/ContextState.h"
 #include "ui/QtCompat.h"
 #include "ui/Tools.h"
+#include "ui/WindowKeys.h"
 
 #include <QMouseEvent>
 #include <QPointer>
@@ -28,7 +29,10 @@ int modifierBits(Qt::KeyboardModifiers modifiers) {
            (modifiers & Qt::ControlModifier ? MEvent::controlKey : 0);
 }
 
-CameraNavigation::Mode navigationMode(Qt::MouseButton button) {
+CameraNavigation::Mode navigationMode(Qt::MouseButton button, bool panZoom) {
+    if (panZoom)
+        return button == Qt::RightButton ? CameraNavigation::Mode::zoom
+                                         : CameraNavigation::Mode::pan;
     switch (button) {
     case Qt::MiddleButton:
         return CameraNavigation::Mode::track;
@@ -184,8 +188,10 @@ void ViewWidget::mousePressEvent(QMouseEvent* event) {
         navigation_.reset();
     if (toolButton_ != Qt::NoButton || navigation_)
         return; // a second button changes nothing while one is in use
-    if (event->modifiers() & Qt::AltModifier) {
-        navigation_.emplace(view_.camera(), navigationMode(event->button()));
+    PanZoomKey& panZoom = PanZoomKey::instance();
+    if (panZoom.isHeld() || event->modifiers() & Qt::AltModifier) {
+        panZoom.use();
+        navigation_.emplace(view_.camera(), navigationMode(event->button(), panZoom.isHeld()));
         return;
     }
     if (event->button() != Qt::LeftButton && event->button() != Qt::MiddleButton)

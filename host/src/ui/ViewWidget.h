@@ -11,7 +11,8 @@
 namespace host {
 
 /// A 3D view on the screen: shows one host::View, brings mouse events to the current tool and
-/// moves the camera when Alt is held. The wheel dollies.
+/// moves the camera when Alt is held, or its picture while the backslash key is (left or middle
+/// button pan, the right one zooms). The wheel dollies.
 class ViewWidget : public QOpenGLWidget {
     Q_OBJECT
 public:

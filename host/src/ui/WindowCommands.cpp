@@ -7,9 +7,11 @@
 #include "ui/MainWindow.h"
 #include "ui/Tools.h"
 #include "ui/UiCommands.h"
+#include "ui/WindowKeys.h"
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSplitter>
@@ -33,11 +35,10 @@ Elements& elements() {
 }
 
 /// A window that a script made. Closing deletes it unless it is retained. Shown in the middle of
-/// the main window the first time, unless a script placed it.
+/// the main window the first time, unless a script placed it, and above it always.
 class ScriptWindow : public QWidget {
 public:
-    explicit ScriptWindow(bool retain)
-        : QWidget(MainWindow::instance(), Qt::Window), retain_(retain) {
+    explicit ScriptWindow(bool retain) : QWidget(MainWindow::instance(), frame), retain_(retain) {
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->setSpacing(0);
@@ -49,7 +50,18 @@ public:
     }
     QString closeCommand;
 
+    /// A dialog, as X11's window managers keep no plain window above another.
+    static constexpr Qt::WindowType kind = Qt::Dialog;
+
 protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (!windowKeyPressed(*this, *event))
+            QWidget::keyPressEvent(event);
+    }
+    void keyReleaseEvent(QKeyEvent* event) override {
+        if (!windowKeyReleased(*event))
+            QWidget::keyReleaseEvent(event);
+    }
     void showEvent(QShowEvent* event) override {
         if (!placed_ && !event->spontaneous())
             place(MainWindow::instance()->geometry().center() - rect().center());
@@ -66,6 +78,9 @@ protected:
     }
 
 private:
+    static constexpr Qt::WindowFlags frame = kind | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                             Qt::WindowMinMaxButtonsHint |
+                                             Qt::WindowCloseButtonHint;
     bool retain_;
     bool placed_ = false;
 };
@@ -77,12 +92,15 @@ void setFrameFlags(QWidget& window, const ParsedFlags& flags) {
         Qt::WindowType type;
     } parts[] = {{"-minimizeButton", Qt::WindowMinimizeButtonHint},
                  {"-maximizeButton", Qt::WindowMaximizeButtonHint},
-                 {"-titleBar", Qt::WindowTitleHint},
-                 {"-toolbox", Qt::Tool}};
+                 {"-titleBar", Qt::WindowTitleHint}};
     Qt::WindowFlags wanted = window.windowFlags();
     for (const auto& part : parts) {
         if (flags.isSet(part.flag))
             wanted.setFlag(part.type, flags.getBool(part.flag));
+    }
+    if (flags.isSet("-toolbox")) {
+        wanted &= ~Qt::WindowFlags(Qt::WindowType_Mask);
+        wanted |= flags.getBool("-toolbox") ? Qt::Tool : ScriptWindow::kind;
     }
     if (wanted == window.windowFlags())
         return;
@@ -234,8 +252,12 @@ Value showWindowCommand(const CommandCall& call) {
     QWidget* window = name.empty() && elements().currentLayout
                           ? elements().currentLayout->window()
                           : command::findAs<QWidget>(name, ElementKind::window);
+    const bool shown = window->isVisible();
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->show();
     window->raise();
+    if (shown) // a window that is new gets the focus, or not, from the window manager
+        window->activateWindow();
     return {};
 }
 

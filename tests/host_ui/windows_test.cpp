@@ -4,10 +4,11 @@
 #include "scene/files/FileIO.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTimer>
-
+#include <QWindow>
 #include <maya/M3dView.h>
 #include <maya/MQtUtil.h>
 
@@ -63,6 +64,74 @@ TEST_F(Windows, AFloatingViewOfItsOwn) {
     EXPECT_FALSE(view.portWidth() > 0 && M3dView::getM3dViewFromModelPanel("floatPanel", view));
     EXPECT_EQ(runInt("modelPanel -exists floatPanel"), 0);
     EXPECT_EQ(runString("getPanel -withFocus"), "modelPanel4");
+}
+
+TEST_F(Windows, FloatingWindowsStayAboveAndComeToTheFront) {
+    run("window -widthHeight 200 150 lower; showWindow lower;"
+        "window -widthHeight 200 150 upper; showWindow upper");
+    QWidget* lower = MQtUtil::findWindow("lower");
+    QWidget* upper = MQtUtil::findWindow("upper");
+    for (QWidget* floating : {lower, upper}) {
+        floating->move(300, 300);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(floating));
+    }
+    const auto inFront = [](const QWidget* expected) {
+        return uitest::waitFor([&] { return QApplication::topLevelAt(360, 360) == expected; });
+    };
+    EXPECT_TRUE(inFront(upper));
+    run("showWindow lower");
+    EXPECT_TRUE(inFront(lower));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(lower));
+    // The window manager keeps what is a dialog of the main window above it.
+    for (const char* edit : {"", "window -e -toolbox true lower", "window -e -toolbox false lower",
+                             "window -e -titleBar false lower"}) {
+        SCOPED_TRACE(edit);
+        run(edit);
+        ASSERT_TRUE(lower->isWindow() && lower->isVisible());
+        EXPECT_EQ(lower->windowHandle()->transientParent(), window->windowHandle());
+        EXPECT_NE(lower->windowType(), Qt::Window);
+    }
+    run("deleteUI lower upper");
+}
+
+TEST_F(Windows, AReopenedSceneShowsTheCamerasItWasSavedWith) {
+    const QTemporaryDir directory;
+    const auto shown = [this] { return runString("modelPanel -q -camera modelPanel4"); };
+    for (const char* name : {"shot.ma", "shot.mb"}) {
+        SCOPED_TRACE(name);
+        const std::string path = directory.filePath(name).toStdString();
+        run("file -force -new; createNode transform -n rig; string $shot[] = `camera`;"
+            "rename $shot[0] shotCam; parent shotCam rig; flushUndo;"
+            "lookThroughModelPanel shotCam modelPanel4");
+        run("file -rename \"" + path + "\"; file -save");
+        EXPECT_EQ(runInt("undoInfo -q -undoQueueEmpty"), 1) << "saving is no step to undo";
+        EXPECT_EQ(runInt("file -q -modified"), 0);
+        run("file -force -new");
+        EXPECT_EQ(shown(), "persp");
+        run("file -open \"" + path + "\"");
+        EXPECT_EQ(shown(), "shotCam");
+        EXPECT_EQ(runInt("file -q -modified"), 0);
+        // The panel is not there everywhere, and a camera can go.
+        run("modelPanel -parent $gMainPane second; lookThroughModelPanel side second;"
+            "lookThroughModelPanel persp modelPanel4; file -save;"
+            "deleteUI second; file -open \"" +
+            path + "\"");
+        EXPECT_EQ(shown(), "persp");
+        EXPECT_EQ(runInt("file -q -modified"), 0);
+    }
+    // What another program keeps in the same script stays, and nothing of it is run.
+    const std::string path = directory.filePath("other.ma").toStdString();
+    run("file -force -new; createNode script -n uiConfigurationScriptNode;"
+        "setAttr -type \"string\" uiConfigurationScriptNode.b \"createNode transform -n ran\";"
+        "lookThroughModelPanel top modelPanel4; file -rename \"" +
+        path + "\"; file -save; lookThroughModelPanel side modelPanel4; file -save");
+    run("file -force -new; file -open \"" + path + "\"");
+    EXPECT_EQ(shown(), "side");
+    EXPECT_EQ(runInt("objExists ran"), 0);
+    EXPECT_EQ(runString("getAttr uiConfigurationScriptNode.b"),
+              "createNode transform -n ran\n"
+              "if (`modelPanel -exists \"modelPanel4\"`) lookThroughModelPanel \"side\" "
+              "\"modelPanel4\";\n");
 }
 
 TEST_F(Windows, ComingToTheFrontLeavesTheActiveViewItHas) {

@@ -8,6 +8,7 @@
 #include "ui/Elements.h"
 #include "ui/ModelPanel.h"
 #include "ui/Playback.h"
+#include "ui/SavedViews.h"
 #include "ui/ScriptLine.h"
 #include "ui/TimeBar.h"
 #include "ui/TimeSlider.h"
@@ -56,9 +57,11 @@ MainWindow::MainWindow() {
 
     toolListener_ = Tools::instance().addListener([this] { updateTool(); });
     updateTool();
+    eventListeners_.push_back(events::listen("SceneOpened", savedViews::recall));
     for (const char* name : {"SceneOpened", "NewSceneOpened"})
         eventListeners_.push_back(events::listen(name, [this] { sceneChanged(); }));
     eventListeners_.push_back(events::listen("SceneSaved", [this] { updateTitle(); }));
+    fileIO().setBeforeSave(savedViews::store);
     modifiedTimer_.setInterval(200);
     connect(&modifiedTimer_, &QTimer::timeout, this, &MainWindow::updateTitle);
     modifiedTimer_.start();
@@ -68,6 +71,7 @@ MainWindow::MainWindow() {
 
 MainWindow::~MainWindow() {
     Playback::instance().stop();
+    fileIO().setBeforeSave({});
     for (const int listener : eventListeners_)
         events::removeListener(listener);
     Tools::instance().removeListener(toolListener_);

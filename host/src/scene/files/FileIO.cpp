@@ -281,6 +281,8 @@ void FileIO::save(bool force) {
         const Announced announced(MSceneMessage::kBeforeSaveCheck, MSceneMessage::kBeforeSave,
                                   MSceneMessage::kAfterSave);
         const bool overDamage = savesOverDamage();
+        if (beforeSave_)
+            beforeSave_();
         write(sceneName_, format_, force);
         if (overDamage)
             damagedFile_.clear();

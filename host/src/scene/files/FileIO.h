@@ -76,6 +76,8 @@ public:
     // an id for the removal.
     int addBeforeSceneReplaced(std::function<void()> callback);
     void removeBeforeSceneReplaced(int id);
+    // Called when the scene is about to be saved; may still put something into it.
+    void setBeforeSave(std::function<void()> callback) { beforeSave_ = std::move(callback); }
 
     // How files are written; tests put one in that fails. A null factory restores the usual.
     void setTargetFactory(SaveTargetFactory factory);
@@ -100,6 +102,7 @@ private:
     SceneMemory memory_;
     SaveTargetFactory targetFactory_;
     std::map<int, std::function<void()>> beforeReplaced_;
+    std::function<void()> beforeSave_;
     int lastCallback_ = 0;
 };
 

@@ -1,6 +1,8 @@
 // vellum-host as a program: its options, exit codes, pictures and replays.
+#include "support/Hand.h"
 #include "support/HostProgram.h"
 #include "support/Paths.h"
+#include "ui/XTestInput.h"
 
 #include <QFile>
 #include <QImage>
@@ -231,6 +233,31 @@ space view 800 610
     outcome = run({"--size", "640x480", "--replay", directory.filePath("pen.tsv"), "--screenshot",
                    directory.filePath("after.png")});
     EXPECT_EQ(outcome.code, 0) << outcome.err;
+}
+
+TEST_F(Program, KeysDoNotRepeatWhileAReplayTypes) {
+    const std::unique_ptr<host::XTestInput> server = host::XTestInput::open();
+    ASSERT_TRUE(server);
+    ASSERT_TRUE(server->keyRepeats());
+    const QString session = write("keys.txt", R"(vellum-session 1
+0.0 keydown B
+0.1 command print "at:held\n"
+60.0 keyup B
+)");
+    support::HostProgram ended({"--size", "640x480", "--replay", session}, directory.path());
+    ASSERT_TRUE(ended.prints("at:held"));
+    EXPECT_FALSE(server->keyRepeats());
+    ended.terminate();
+    const Outcome early = ended.outcome();
+    EXPECT_EQ(early.code, 1);
+    EXPECT_THAT(early.err, HasSubstr("interrupted"));
+    EXPECT_TRUE(server->keyRepeats()) << "it is the setting of all programs of the server";
+
+    const QString whole = write("whole.txt", "vellum-session 1\n0 key B\n");
+    const Outcome outcome = run(
+        {"--size", "640x480", "--replay", whole, "--screenshot", directory.filePath("typed.png")});
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_TRUE(server->keyRepeats());
 }
 
 TEST_F(Program, WrongSessionsAreRefusedBeforeAnythingIsPlayed) {

@@ -50,6 +50,10 @@ void HostProgram::kill() {
     process_.waitForFinished();
 }
 
+void HostProgram::terminate() {
+    process_.terminate();
+}
+
 Outcome HostProgram::outcome() {
     if (process_.state() != QProcess::NotRunning && !process_.waitForFinished(longestRun)) {
         kill();

@@ -22,7 +22,8 @@ public:
 
     /// Waits until the program has printed this text; false when it ends or takes too long.
     bool prints(const std::string& text);
-    void kill(); ///< at once, with no chance to tidy up
+    void kill();      ///< at once, with no chance to tidy up
+    void terminate(); ///< asks it to end
     /// Waits for its end; a program that does not end fails the test.
     Outcome outcome();
 

@@ -14,12 +14,28 @@
 
 #include <algorithm>
 #include <cmath>
+#include <csignal>
 
 namespace host {
 
 namespace {
 
 constexpr int lostAfterMs = 2000;
+constexpr int interruptCheckMs = 50;
+
+// What the replay holds on the X server, keys and buttons and the key repeat, outlives the program
+// unless it is let go: a signal to end ends the replay first.
+volatile std::sig_atomic_t interrupted = 0;
+
+void noteInterrupt(int) {
+    interrupted = 1;
+}
+
+void catchInterrupts(bool caught) {
+    interrupted = 0;
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(number, caught ? noteInterrupt : SIG_DFL);
+}
 
 } // namespace
 
@@ -35,10 +51,16 @@ Replay::Replay(Session session, QWidget* window, double speed)
         ++lost_;
         settle();
     });
+    interruptTimer_.setInterval(interruptCheckMs);
+    connect(&interruptTimer_, &QTimer::timeout, this, [this] {
+        if (interrupted)
+            finish("interrupted");
+    });
 }
 
 Replay::~Replay() {
     letGo();
+    catchInterrupts(false);
 }
 
 void Replay::start(std::function<void(const std::string&)> finished) {
@@ -47,6 +69,13 @@ void Replay::start(std::function<void(const std::string&)> finished) {
     QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, false);
     qApp->installEventFilter(this);
     window_->activateWindow();
+    const auto types = [](const SessionStep& step) {
+        return step.kind == SessionStep::Kind::keyDown;
+    };
+    if (std::any_of(session_.steps.begin(), session_.steps.end(), types))
+        input_->stopKeyRepeat();
+    catchInterrupts(true);
+    interruptTimer_.start();
     sinceStep_.start();
     stepTimer_.start(int(session_.steps.front().time * 1000 / speed_));
 }
@@ -222,6 +251,8 @@ bool Replay::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void Replay::letGo() {
+    if (!input_)
+        return;
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
         if (held_ & button)
             input_->release(button);
@@ -242,6 +273,9 @@ void Replay::finish(const std::string& error) {
     done_ = true;
     lostTimer_.stop();
     letGo();
+    input_.reset(); // the keys repeat again
+    interruptTimer_.stop();
+    catchInterrupts(false);
     qApp->removeEventFilter(this);
     QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, true);
     // What the last event caused is finished before whoever waits goes on.

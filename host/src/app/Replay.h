@@ -54,11 +54,12 @@ private:
     QWidget* window_;
     double speed_;
     std::function<void(const std::string&)> finished_;
-    std::unique_ptr<InputInjector> input_;
+    std::unique_ptr<InputInjector> input_; ///< null when done
     std::size_t index_ = 0;
     QElapsedTimer sinceStep_;
     QTimer stepTimer_;
     QTimer lostTimer_;
+    QTimer interruptTimer_; ///< looks whether Ctrl+C or a signal to end came
     Waiting waiting_ = Waiting::no;
     QPoint expected_;
     int lost_ = 0;

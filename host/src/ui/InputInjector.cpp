@@ -42,6 +42,7 @@ public:
     }
 
     bool key(Qt::Key key, bool down) override { return input_->key(int(key), down); }
+    void stopKeyRepeat() override { input_->stopKeyRepeat(); }
 
     QPoint position() const override {
         int x = 0, y = 0;

@@ -29,6 +29,8 @@ public:
     virtual void wheel(int notches) = 0;
     /// False when the keyboard has no such key.
     virtual bool key(Qt::Key key, bool down) = 0;
+    /// Held keys send one press each as long as this object lives.
+    virtual void stopKeyRepeat() {}
 
     enum class TabletPhase { press, move, release };
     /// A pen's sample for the window, beside the pointer events (which this does not send).

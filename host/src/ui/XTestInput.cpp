@@ -76,6 +76,8 @@ std::unique_ptr<XTestInput> XTestInput::open() {
 }
 
 XTestInput::~XTestInput() {
+    if (repeatStopped_)
+        XAutoRepeatOn(xDisplay(display_));
     XCloseDisplay(xDisplay(display_));
 }
 
@@ -97,6 +99,20 @@ bool XTestInput::key(int qtKey, bool down) {
     XTestFakeKeyEvent(xDisplay(display_), code, down ? True : False, CurrentTime);
     XSync(xDisplay(display_), False);
     return true;
+}
+
+bool XTestInput::keyRepeats() const {
+    XKeyboardState state;
+    XGetKeyboardControl(xDisplay(display_), &state);
+    return state.global_auto_repeat == AutoRepeatModeOn;
+}
+
+void XTestInput::stopKeyRepeat() {
+    if (!keyRepeats())
+        return;
+    XAutoRepeatOff(xDisplay(display_));
+    XSync(xDisplay(display_), False);
+    repeatStopped_ = true;
 }
 
 void XTestInput::pointer(int& x, int& y) const {

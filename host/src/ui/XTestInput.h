@@ -21,8 +21,15 @@ public:
     bool key(int qtKey, bool down);     ///< a Qt::Key; false when the keyboard has none
     void pointer(int& x, int& y) const;
 
+    /// Whether the server repeats a key that is held.
+    bool keyRepeats() const;
+    /// From now on it does not, until this object goes: on a slow machine a key would come more
+    /// often than it was pressed. It is the server's own setting, for all its programs.
+    void stopKeyRepeat();
+
 private:
     explicit XTestInput(void* display) : display_(display) {}
+    bool repeatStopped_ = false;
     void* display_; ///< Display*, whose header clashes with Qt's
 };
 

@@ -1,8 +1,11 @@
 // The right button over the view and the time slider, the main menu, and the tools they lead to.
 #include "journey/Desk.h"
 #include "ui/MainWindow.h"
+#include "ui/ModelPanel.h"
 #include "ui/TimeSlider.h"
 #include "ui/ViewWidget.h"
+
+#include <maya/MQtUtil.h>
 
 #include <QApplication>
 #include <QMenu>
@@ -132,6 +135,36 @@ TEST_F(MenuBar, ItsToolsStayAtHandWhenTornOff) {
     unloadPlugin();
     EXPECT_EQ(tornOff(), nullptr) << "its commands are gone";
     loadPlugin();
+}
+
+TEST_F(Desk, TheFloatingViewComesToTheFrontAndTakesTheUndoKey) {
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fv; window -widthHeight 300 280 cover;"
+                                   "showWindow cover")));
+    QWidget* floating = MQtUtil::findWindow("rvVlFloatingWindow");
+    ASSERT_NE(floating, nullptr);
+    for (QWidget* placed : {floating, MQtUtil::findWindow("cover")}) {
+        placed->move(400, 300);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(placed));
+    }
+    const auto inFront = [&] { return QApplication::topLevelAt(500, 400) == floating; };
+    EXPECT_FALSE(inFront());
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fv")));
+    EXPECT_TRUE(support::waitFor(inFront));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(floating));
+
+    take("pencil");
+    const auto nothingToRedo = [this] {
+        return number(QStringLiteral("undoInfo -q -redoQueueEmpty"));
+    };
+    host::ModelPanel* panel = host::ModelPanel::find(QStringLiteral("rvVellumFloatingModelPanel"));
+    ASSERT_NE(panel, nullptr);
+    hand.moveTo(panel->viewWidget(), {60, 60});
+    hand.press();
+    hand.moveTo(panel->viewWidget(), {120, 90});
+    hand.release();
+    EXPECT_EQ(nothingToRedo(), 1);
+    hand.type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_EQ(nothingToRedo(), 0) << "the stroke is what can be redone";
 }
 
 } // namespace vellum::test

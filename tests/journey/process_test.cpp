@@ -111,6 +111,16 @@ double shareOfDifferent(const QImage& a, const QImage& b) {
 
 } // namespace
 
+TEST_F(Processes, TheDemoBeginsWithNothingToSaveOrUndo) {
+    succeeds(shot() +
+             QStringList{"--script", support::sourcePath("resources/demo/begin.mel"), "--replay",
+                         session({"if (`file -q -modified`) error \"modified\"",
+                                  "if (!`undoInfo -q -undoQueueEmpty`) error \"a step to undo\"",
+                                  "if (`currentCtx` == \"selectSuperContext\") error \"no brush\"",
+                                  "200 150", "if (!`file -q -modified`) error \"no stroke\"",
+                                  "quit -force"})});
+}
+
 TEST_F(Processes, WhatOneDrawsTheNextShowsInBothFormsAndRenderers) {
     succeeds(shot() +
              QStringList{"--command", sheet(path("blank.png")), "--replay",

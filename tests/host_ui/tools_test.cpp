@@ -3,6 +3,8 @@
 #include "plugins/PluginServices.h"
 #include "scene/files/FileIO.h"
 
+#include <QPixmapCache>
+#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
@@ -86,4 +88,28 @@ TEST_F(Tool, NamesThatAreTakenAreNotRegistered) {
               MS::kInvalidParameter);
     EXPECT_EQ(services.registerContextCommand("setToolTo", creator, "", nullptr, nullptr),
               MS::kInvalidParameter);
+}
+
+TEST_F(Tool, ChangingToolsFillsNoCacheOfPictures) {
+    const QTemporaryDir directory;
+    const QString file = directory.filePath("tool.png");
+    QPixmap picture(64, 64);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(file));
+    run("recordCtx -image1 \"" + file.toStdString() + "\" one");
+    const auto change = [this] {
+        run("setToolTo one; setToolTo selectSuperContext");
+        uitest::settle();
+        window->grab();
+    };
+    change();
+    // The oldest of what is kept goes first when there is no room.
+    const int limit = QPixmapCache::cacheLimit();
+    QPixmapCache::setCacheLimit(200); // KB
+    const QPixmapCache::Key oldest = QPixmapCache::insert(picture);
+    for (int i = 0; i < 60; ++i)
+        change();
+    QPixmap found;
+    EXPECT_TRUE(QPixmapCache::find(oldest, &found));
+    QPixmapCache::setCacheLimit(limit);
 }

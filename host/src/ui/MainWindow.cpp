@@ -147,6 +147,17 @@ void MainWindow::buildToolBox() {
     lastToolAction_->setVisible(false);
 }
 
+// Made once for each picture: Qt keeps what it has drawn of an icon, by the icon.
+QIcon MainWindow::toolIcon(const QString& file) {
+    const auto known = toolIcons_.constFind(file);
+    if (known != toolIcons_.constEnd())
+        return *known;
+    const QIcon icon(file);
+    if (!icon.availableSizes().isEmpty())
+        toolIcons_.insert(file, icon);
+    return icon;
+}
+
 void MainWindow::updateTool() {
     Tools& tools = Tools::instance();
     const MPxContext* tool = tools.current();
@@ -160,7 +171,7 @@ void MainWindow::updateTool() {
     if (const MPxContext* last = tools.find(lastToolName_)) {
         const ContextState& state = ContextState::of(*last);
         const QString title = QString::fromStdString(state.title);
-        const QIcon icon(QString::fromStdString(state.images[0]));
+        const QIcon icon = toolIcon(QString::fromStdString(state.images[0]));
         const bool hasIcon = !icon.pixmap(24, 24).isNull();
         lastTool_->setIcon(hasIcon ? icon : QIcon());
         lastTool_->setText(hasIcon ? QString() : title.left(2));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QHash>
+#include <QIcon>
 #include <QMainWindow>
 #include <QString>
 #include <QTimer>
@@ -69,6 +71,7 @@ private:
     void buildToolBox();
     QMenu* addMenu(const QString& name, const QString& label);
     void updateEditMenu();
+    QIcon toolIcon(const QString& file);
     void updateTool();
     void sceneChanged();
     void showAbout();
@@ -82,6 +85,7 @@ private:
     QToolButton* lastTool_ = nullptr;
     QAction* lastToolAction_ = nullptr;
     std::string lastToolName_;
+    QHash<QString, QIcon> toolIcons_; ///< by the file of their picture
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
     QTimer modifiedTimer_; ///< nothing tells of a scene becoming modified

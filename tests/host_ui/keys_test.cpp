@@ -3,13 +3,13 @@
 #include "host_ui/UiTest.h"
 #include "ui/ScriptLine.h"
 
-#include <maya/MQtUtil.h>
-
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+
+#include <maya/MQtUtil.h>
 
 #include <gmock/gmock.h>
 

@@ -5,6 +5,7 @@
 
 #include <QPixmapCache>
 #include <QTemporaryDir>
+
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWindow>
+
 #include <maya/M3dView.h>
 #include <maya/MQtUtil.h>
 

@@ -5,12 +5,12 @@
 #include "ui/TimeSlider.h"
 #include "ui/ViewWidget.h"
 
-#include <maya/MQtUtil.h>
-
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
+
+#include <maya/MQtUtil.h>
 
 namespace vellum::test {
 

@@ -5,14 +5,14 @@
 #include "scene/core/SceneState.h"
 #include "ui/ModelPanel.h"
 
+#include <QRegularExpression>
+
 #include <maya/MDagPath.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MPlug.h>
 #include <maya/MQtUtil.h>
 #include <maya/MSelectionList.h>
-
-#include <QRegularExpression>
 
 namespace host::savedViews {
 

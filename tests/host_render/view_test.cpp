@@ -82,7 +82,7 @@ TEST_F(ViewTest, BothRenderersShowTheSameSquare) {
     EXPECT_TRUE(probe().order.empty()) << "Viewport 2.0 does not call draw";
     EXPECT_EQ(probe().width, size.width());
 
-    view->setRenderer(Renderer::legacy);
+    view->setRenderer(Renderer::Legacy);
     EXPECT_EQ(redArea(picture()), square);
     EXPECT_EQ(probe().drawn, 1);
     EXPECT_EQ(probe().order.size(), 1u);
@@ -182,7 +182,7 @@ TEST_F(ViewTest, AnOverrideThatIsNotAlwaysDirtyIsPreparedWhenSomethingChanged) {
 }
 
 TEST_F(ViewTest, LegacyOrderAndExclusionOfLocators) {
-    view->setRenderer(Renderer::legacy);
+    view->setRenderer(Renderer::Legacy);
     makeProbe();
     run("createNode transform -n second; createNode renderProbe -n secondShape -p second");
     probe().last = true;
@@ -223,7 +223,7 @@ TEST_F(ViewTest, RegistrationIsCheckedAndForgottenCreatorsGoWithTheirLibrary) {
 }
 
 TEST_F(ViewTest, WhatALocatorLeavesOnTheStacksIsUnwound) {
-    view->setRenderer(Renderer::legacy);
+    view->setRenderer(Renderer::Legacy);
     makeProbe();
     run("createNode transform -n second; createNode renderProbe -n secondShape -p second");
     probe().unbalanced = true;
@@ -259,10 +259,10 @@ TEST_F(ViewTest, ToolDrawablesLieOverTheSceneInViewportTwo) {
         blue(each, width - 15);
     });
     EXPECT_TRUE(blueAt(185, 60));
-    view->setRenderer(Renderer::legacy);
+    view->setRenderer(Renderer::Legacy);
     EXPECT_FALSE(blueAt(100, 60));
     EXPECT_FALSE(blueAt(185, 60));
-    view->setRenderer(Renderer::viewport2);
+    view->setRenderer(Renderer::Viewport2);
     view->setToolDrawables({});
     EXPECT_FALSE(blueAt(100, 60));
 }
@@ -286,7 +286,7 @@ TEST_F(ViewTest, DirectDrawingStaysUntilTheNextRefreshAndXorErasesItself) {
         return target->toImage();
     };
     view->setGridShown(false);
-    view->setRenderer(Renderer::legacy);
+    view->setRenderer(Renderer::Legacy);
     const QImage before = paint();
 
     M3dView handle = view->handle();
@@ -309,7 +309,7 @@ TEST_F(ViewTest, DirectDrawingStaysUntilTheNextRefreshAndXorErasesItself) {
     EXPECT_EQ(paint(), before) << "a refresh draws the scene anew";
     EXPECT_EQ(handle.endGL(), MS::kSuccess) << "an end too many does no harm";
 
-    view->setRenderer(Renderer::viewport2);
+    view->setRenderer(Renderer::Viewport2);
     host::DrawManager faint("tool");
     faint.api().beginDrawable();
     faint.api().setColor(MColor(1, 1, 1, 0.5f));
@@ -356,7 +356,7 @@ TEST_F(ViewTest, HandlesKnowTheirViewsAndFailAfterwards) {
 }
 
 TEST_F(ViewTest, WorldToViewAndBackAgreeWithWhatIsDrawn) {
-    view->setRenderer(Renderer::legacy);
+    view->setRenderer(Renderer::Legacy);
     M3dView handle = view->handle();
     run("createNode transform -n ball; setAttr ball.translate 2 1 -1");
     short x = 0;
@@ -440,11 +440,11 @@ TEST_F(ViewTest, AnimatedShapesMoveAndHiddenOrTemplatedOnesChangeTheirLook) {
 
 TEST_F(ViewTest, TheRendererIsSetForAllViewsByName) {
     View second("secondPanel");
-    Renderer renderer = Renderer::viewport2;
+    Renderer renderer = Renderer::Viewport2;
     EXPECT_FALSE(host::rendererFromName("arnold", renderer));
     EXPECT_TRUE(host::rendererFromName("legacy", renderer));
     host::setDefaultRenderer(renderer);
-    EXPECT_EQ(second.renderer(), Renderer::legacy);
+    EXPECT_EQ(second.renderer(), Renderer::Legacy);
     EXPECT_EQ(view->handle().getRendererName(), M3dView::kDefaultQualityRenderer);
     EXPECT_EQ(View("third").handle().rendererString(), MString("base_OpenGL_Renderer"));
     EXPECT_TRUE(host::rendererFromName("vp2Renderer", renderer));

@@ -43,18 +43,18 @@ std::vector<Statement> scanAll(const QByteArray& text, int* problems = nullptr) 
     Statement statement;
     for (;;) {
         switch (scanner.next(statement)) {
-        case AsciiScanner::Result::statement:
+        case AsciiScanner::Result::Statement:
             statements.push_back(statement);
             break;
-        case AsciiScanner::Result::damaged:
+        case AsciiScanner::Result::Damaged:
             if (problems)
                 ++*problems;
             break;
-        case AsciiScanner::Result::truncated:
+        case AsciiScanner::Result::Truncated:
             if (problems)
                 ++*problems;
             return statements;
-        case AsciiScanner::Result::end:
+        case AsciiScanner::Result::End:
             return statements;
         }
     }
@@ -156,9 +156,9 @@ std::string readChunks(QByteArray bytes, bool& damage) {
     Chunk chunk;
     while (!damage || !all.empty()) {
         const auto result = reader.next(chunk);
-        if (result == ChunkReader::Result::end)
+        if (result == ChunkReader::Result::End)
             break;
-        if (result == ChunkReader::Result::damaged || !reader.intact(chunk)) {
+        if (result == ChunkReader::Result::Damaged || !reader.intact(chunk)) {
             damage = true;
             all += "?";
             continue;

@@ -26,7 +26,7 @@ protected:
         host::AsciiScanner scanner(buffer);
         host::Statement statement;
         std::multiset<std::string> result;
-        while (scanner.next(statement) == host::AsciiScanner::Result::statement)
+        while (scanner.next(statement) == host::AsciiScanner::Result::Statement)
             result.insert(host::statementText(statement.tokens));
         return result;
     }

@@ -73,15 +73,15 @@ TEST_F(Input, PensComeWithTheRealPointer) {
     };
     using Phase = host::InputInjector::TabletPhase;
     moveTo(view(), {50, 50});
-    pen(Phase::press, 50, 0.25);
+    pen(Phase::Press, 50, 0.25);
     press();
-    pen(Phase::move, 60, 0.5);
+    pen(Phase::Move, 60, 0.5);
     moveTo(view(), {60, 50});
-    pen(Phase::release, 60, 0);
+    pen(Phase::Release, 60, 0);
     release();
-    pen(Phase::press, 60, 1, true);
+    pen(Phase::Press, 60, 1, true);
     press();
-    pen(Phase::release, 60, 0, true);
+    pen(Phase::Release, 60, 0, true);
     release();
     QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, true);
     EXPECT_THAT(watch.seen,
@@ -144,7 +144,7 @@ TEST_F(Input, TrackingFollowsThePointer) {
     const MDagPath camera = shown.camera();
     const MPoint point = centre(camera);
     const auto before = shown.frame()->project(point);
-    host::CameraNavigation track(camera, host::CameraNavigation::Mode::track);
+    host::CameraNavigation track(camera, host::CameraNavigation::Mode::Track);
     track.drag({37, -21}, port);
     const auto after = shown.frame()->project(point);
     EXPECT_NEAR(after.x - before.x, 37, 0.01);
@@ -159,14 +159,14 @@ TEST_F(Input, OrthographicAndLockedCameras) {
     host::CameraNavigation::dollyStep(top, 3);
     EXPECT_LT(run("getAttr topShape.orthographicWidth").toFloat(), width);
     EXPECT_TRUE(top.inclusiveMatrix().isEquivalent(start, 1e-12));
-    host::CameraNavigation(top, host::CameraNavigation::Mode::tumble)
+    host::CameraNavigation(top, host::CameraNavigation::Mode::Tumble)
         .drag({50, 50}, view().portSize());
     EXPECT_TRUE(top.inclusiveMatrix().isEquivalent(start, 1e-12)) << "these do not tumble";
 
     ASSERT_TRUE(window->mainPanel().lookThrough("persp"));
     run("setAttr -lock true persp.translateY");
     const double y = run("getAttr persp.translateY").toFloat();
-    host::CameraNavigation(view().view().camera(), host::CameraNavigation::Mode::tumble)
+    host::CameraNavigation(view().view().camera(), host::CameraNavigation::Mode::Tumble)
         .drag({50, 50}, view().portSize());
     EXPECT_EQ(run("getAttr persp.translateY").toFloat(), y);
     run("setAttr -lock false persp.translateY");

@@ -73,7 +73,7 @@ TEST_F(Menus, OptionBoxesFollowTheirItemAndItemsGoWhereAsked) {
         "menuItem -label Last last; menuItem -insertAfter cutBox -label Between between;"
         "menuItem -insertAfter \"\" -label First first");
     const auto* menu =
-        qobject_cast<QMenu*>(host::Elements::instance().find("testMenu", host::ElementKind::menu));
+        qobject_cast<QMenu*>(host::Elements::instance().find("testMenu", host::ElementKind::Menu));
     ASSERT_NE(menu, nullptr);
     QStringList shown;
     for (const QAction* action : menu->actions())
@@ -112,7 +112,7 @@ TEST_F(Menus, MenuSetsShowAndHide) {
     run("global string $gMainWindow; menu -parent $gMainWindow -label M testMenu;"
         "menuSet -am testMenu");
     const auto* menu =
-        qobject_cast<QMenu*>(host::Elements::instance().find("testMenu", host::ElementKind::menu));
+        qobject_cast<QMenu*>(host::Elements::instance().find("testMenu", host::ElementKind::Menu));
     ASSERT_NE(menu, nullptr);
     EXPECT_TRUE(menu->menuAction()->isVisible());
     EXPECT_EQ(runString("setMenuMode(\"modelingMenuSet\")"), "animationMenuSet");
@@ -136,7 +136,7 @@ TEST_F(Menus, MenuSetsOfTheirOwn) {
     EXPECT_EQ(runInt("menuSet -q -exists drawSet") + runInt("menuSet -q -nm drawSet"), 3);
     EXPECT_EQ(runInt("menuSet -q -exists nobody"), 0);
     auto* menu =
-        qobject_cast<QMenu*>(host::Elements::instance().find("a", host::ElementKind::menu));
+        qobject_cast<QMenu*>(host::Elements::instance().find("a", host::ElementKind::Menu));
     EXPECT_FALSE(menu->menuAction()->isVisible());
     EXPECT_EQ(runString("setMenuMode drawSet"), "animationMenuSet");
     EXPECT_TRUE(menu->menuAction()->isVisible());
@@ -180,7 +180,7 @@ TEST_F(Menus, WindowsHaveMenuBarsAndControlsPopups) {
     host::ModelPanel* panel = host::ModelPanel::find("panel");
     ASSERT_TRUE(QTest::qWaitForWindowExposed(panel->window()));
     auto* menu =
-        qobject_cast<QMenu*>(host::Elements::instance().find("pop", host::ElementKind::menu));
+        qobject_cast<QMenu*>(host::Elements::instance().find("pop", host::ElementKind::Menu));
     for (int times = 0; times < 2; ++times) {
         moveTo(panel->viewWidget(), {30, 20});
         press(Qt::RightButton);

@@ -180,9 +180,9 @@ TEST_P(Override, OpacityAndDeletion) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Renderers, Override,
-                         ::testing::Values(host::Renderer::viewport2, host::Renderer::legacy),
+                         ::testing::Values(host::Renderer::Viewport2, host::Renderer::Legacy),
                          [](const auto& tested) {
-                             return tested.param == host::Renderer::viewport2 ? "Viewport2"
+                             return tested.param == host::Renderer::Viewport2 ? "Viewport2"
                                                                               : "Legacy";
                          });
 

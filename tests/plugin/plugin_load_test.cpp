@@ -30,7 +30,7 @@ protected:
         counts["contexts"] = static_cast<int>(host::Tools::instance().names().size());
         counts["listeners"] = static_cast<int>(host::events::listenerCount());
         counts["menus"] =
-            static_cast<int>(host::Elements::instance().namesOf(host::ElementKind::menu).size());
+            static_cast<int>(host::Elements::instance().namesOf(host::ElementKind::Menu).size());
         counts["jobs"] = number(QStringLiteral("size(`scriptJob -listJobs`)"));
         for (const char* command :
              {"rvVellumNode", "rvVellumLayer", "rvVellumFrame", "rvVellumStroke", "rvVellumUtil",

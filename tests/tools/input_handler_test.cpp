@@ -127,13 +127,13 @@ TEST_F(InputHandler, PenSetsPressureAndEraser) {
     QWindow* native = window->windowHandle();
     const QPoint place = host::InputInjector::toScreen(&view(), QPoint(60, 60));
     using Phase = host::InputInjector::TabletPhase;
-    host::InputInjector::tablet(native, Phase::press, place, 0.8, true);
+    host::InputInjector::tablet(native, Phase::Press, place, 0.8, true);
     ASSERT_TRUE(waitFor([] { return pluginState().tabletEraser.load(); }));
     EXPECT_FLOAT_EQ(pluginState().tabletPressure, 0.92F);
-    host::InputInjector::tablet(native, Phase::move, place + QPoint(2, 0), 0.0, false);
+    host::InputInjector::tablet(native, Phase::Move, place + QPoint(2, 0), 0.0, false);
     ASSERT_TRUE(waitFor([] { return !pluginState().tabletEraser.load(); }));
     EXPECT_FLOAT_EQ(pluginState().tabletPressure, 0.92F) << "no pressure says nothing";
-    host::InputInjector::tablet(native, Phase::release, place, 0.0, false);
+    host::InputInjector::tablet(native, Phase::Release, place, 0.0, false);
     handler.activate(false);
     handler.activate(true);
     EXPECT_FLOAT_EQ(pluginState().tabletPressure, 1.0F);

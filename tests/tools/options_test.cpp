@@ -176,9 +176,9 @@ TEST_F(Pen, PressureGivesOpacityOnlyWhereItIsSwitchedOn) {
             setToolTabletEnabled(tool, enabled);
             setToolOpacity(tool, 50);
             moveTo(kFrom);
-            pen(Phase::press, kFrom, 0.6); // 0.68 by the curve
+            pen(Phase::Press, kFrom, 0.6); // 0.68 by the curve
             drawTo(kFrom, kTo);
-            pen(Phase::release, kTo, 0.0);
+            pen(Phase::Release, kTo, 0.0);
             release();
             const float opacity = enabled && tool != Tool::Line ? 0.5F * 0.68F : 0.5F;
             EXPECT_NEAR(inkOf(picture()).darkest, opacity * 255, 1.5);
@@ -190,13 +190,13 @@ TEST_F(Pen, PressureGivesOpacityOnlyWhereItIsSwitchedOn) {
 
 TEST_F(Pen, ALineThatBeginsWithoutPressureHasNoSpike) {
     moveTo(kFrom);
-    pen(Phase::press, kFrom, 0.0);
+    pen(Phase::Press, kFrom, 0.0);
     QElapsedTimer sincePress;
     sincePress.start();
     press();
     EXPECT_TRUE(pluginState().pressureAwaited);
     const std::size_t before = sampled();
-    pen(Phase::move, kFrom + QPoint(10, 0), 0.3);
+    pen(Phase::Move, kFrom + QPoint(10, 0), 0.3);
     const bool inTime = sincePress.elapsed() < 150; // else the wait may have ended
     EXPECT_FALSE(pluginState().pressureAwaited);
     if (inTime) {
@@ -214,14 +214,14 @@ TEST_F(Pen, ALineThatBeginsWithoutPressureHasNoSpike) {
 
 TEST_F(Pen, OnlyMovesSilenceAndAPenStuckAtNothing) {
     moveTo(kFrom);
-    pen(Phase::move, kFrom, 0.5); // no press is ever told
+    pen(Phase::Move, kFrom, 0.5); // no press is ever told
     drawTo(kFrom, kTo);           // and nothing more while drawing
     for (const float opacity : opacities())
         EXPECT_FLOAT_EQ(opacity, 0.5F);
     release();
     ASSERT_TRUE(run(QStringLiteral("undo")));
 
-    pen(Phase::press, kFrom, 0.0); // never any pressure: drawn all the same
+    pen(Phase::Press, kFrom, 0.0); // never any pressure: drawn all the same
     drawTo(kFrom, kTo);
     EXPECT_FLOAT_EQ(opacities().back(), 1.0F);
     release();
@@ -234,11 +234,11 @@ TEST_F(Pen, OnlyMovesSilenceAndAPenStuckAtNothing) {
 
 TEST_F(Pen, APenThatHoveredTellsItsTouchOnlyByItsNextPressure) {
     moveTo(kFrom);
-    pen(Phase::move, kFrom, 0.0);
+    pen(Phase::Move, kFrom, 0.0);
     EXPECT_FALSE(pluginState().pressureAwaited) << "not before a button is down";
     press();
     EXPECT_TRUE(pluginState().pressureAwaited) << "until then nothing is drawn";
-    pen(Phase::move, kFrom + QPoint(10, 0), 0.3);
+    pen(Phase::Move, kFrom + QPoint(10, 0), 0.3);
     EXPECT_FALSE(pluginState().pressureAwaited);
     moveTo(kTo);
     ASSERT_TRUE(waitFor([this] { return sampled() >= 3; }));
@@ -254,7 +254,7 @@ TEST_F(Pen, SilenceIsOnlyTheEndOfAPenThatDoesNotTouch) {
         return waitFor([&] { return timer.elapsed() > 1100; });
     };
     moveTo(kFrom);
-    pen(Phase::press, kFrom, 0.3);
+    pen(Phase::Press, kFrom, 0.3);
     drawTo(kFrom, kFrom + QPoint(60, 0));
     ASSERT_TRUE(silence());
     press(Qt::MiddleButton); // a button on the pen's side
@@ -266,7 +266,7 @@ TEST_F(Pen, SilenceIsOnlyTheEndOfAPenThatDoesNotTouch) {
         EXPECT_NEAR(opacity, 0.3F, 1e-5) << "it still touches";
     release();
 
-    pen(Phase::move, kFrom, 0.0, true);
+    pen(Phase::Move, kFrom, 0.0, true);
     EXPECT_TRUE(pluginState().tabletEraser);
     ASSERT_TRUE(silence());
     const QPoint below(0, 60);
@@ -277,10 +277,10 @@ TEST_F(Pen, SilenceIsOnlyTheEndOfAPenThatDoesNotTouch) {
 
     // Away and back in the middle of a stroke, with its other end up.
     moveTo(kFrom);
-    pen(Phase::press, kFrom, 0.3);
+    pen(Phase::Press, kFrom, 0.3);
     drawTo(kFrom, kFrom + QPoint(60, 0));
-    pen(Phase::release, kFrom + QPoint(60, 0), 0.0);
-    pen(Phase::press, kFrom + QPoint(60, 0), 0.5, true);
+    pen(Phase::Release, kFrom + QPoint(60, 0), 0.0);
+    pen(Phase::Press, kFrom + QPoint(60, 0), 0.5, true);
     moveTo(kTo);
     ASSERT_TRUE(waitFor([this] { return opacities().back() > 0.301F; }));
     for (const float opacity : opacities())
@@ -297,10 +297,10 @@ TEST_F(Pen, EraserEndTurnsTheStrokeIntoAnEraserStroke) {
         SCOPED_TRACE("tool " + std::to_string(static_cast<int>(number)));
         settings().activeTool = number;
         moveTo(kFrom);
-        pen(Phase::press, kFrom, 0.4, true);
+        pen(Phase::Press, kFrom, 0.4, true);
         drawTo(kFrom, kTo);
         EXPECT_EQ(document()->currentStroke()->tool, Tool::Eraser);
-        pen(Phase::release, kTo, 0.0, true);
+        pen(Phase::Release, kTo, 0.0, true);
         release();
         EXPECT_EQ(alphaAt(imagePixel({240, 150})), 0);
         EXPECT_EQ(settings().activeTool, number);

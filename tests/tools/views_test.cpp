@@ -184,7 +184,7 @@ TEST_F(Views, ThePenIsSeenBeforeTheFirstPressInAView) {
     QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, false);
     using Phase = host::InputInjector::TabletPhase;
     moveTo({100, 100});
-    pen(Phase::press, {100, 100}, 0.3);
+    pen(Phase::Press, {100, 100}, 0.3);
     drawTo({100, 100}, {200, 100});
     for (const StrokePoint& point : document()->currentStroke()->points)
         EXPECT_NEAR(point.opacity, 0.3, 1e-5);
@@ -196,7 +196,7 @@ TEST_F(Views, ThePenIsSeenBeforeTheFirstPressInAView) {
     other.moveTo(panel.viewWidget(), {100, 100});
     other.moveTo(panel.viewWidget(), {102, 100}); // hovers
     host::InputInjector::tablet(
-        panel.window()->windowHandle(), Phase::press,
+        panel.window()->windowHandle(), Phase::Press,
         host::InputInjector::toScreen(&panel.viewWidget(), QPointF(102, 100)), 0.3, true);
     support::settle();
     drawIn(panel);

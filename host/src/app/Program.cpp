@@ -49,7 +49,7 @@ Program::~Program() = default;
 
 int Program::run(int argc, char** argv) {
     script::setQuitHandler([this](int code, bool force, bool) { quit(code, force); });
-    Renderer renderer = Renderer::viewport2;
+    Renderer renderer = Renderer::Viewport2;
     rendererFromName(options_.renderer, renderer);
     setDefaultRenderer(renderer);
     return options_.batch ? runBatch(argc, argv) : runWindow(argc, argv);

@@ -20,8 +20,8 @@ namespace host {
 
 namespace {
 
-constexpr int lostAfterMs = 2000;
-constexpr int interruptCheckMs = 50;
+constexpr int kLostAfterMs = 2000;
+constexpr int kInterruptCheckMs = 50;
 
 // What the replay holds on the X server, keys and buttons and the key repeat, outlives the program
 // unless it is let go: a signal to end ends the replay first.
@@ -46,12 +46,12 @@ Replay::Replay(Session session, QWidget* window, double speed)
     stepTimer_.setTimerType(Qt::PreciseTimer);
     connect(&stepTimer_, &QTimer::timeout, this, &Replay::next);
     lostTimer_.setSingleShot(true);
-    lostTimer_.setInterval(lostAfterMs);
+    lostTimer_.setInterval(kLostAfterMs);
     connect(&lostTimer_, &QTimer::timeout, this, [this] {
         ++lost_;
         settle();
     });
-    interruptTimer_.setInterval(interruptCheckMs);
+    interruptTimer_.setInterval(kInterruptCheckMs);
     connect(&interruptTimer_, &QTimer::timeout, this, [this] {
         if (interrupted)
             finish("interrupted");
@@ -70,7 +70,7 @@ void Replay::start(std::function<void(const std::string&)> finished) {
     qApp->installEventFilter(this);
     window_->activateWindow();
     const auto types = [](const SessionStep& step) {
-        return step.kind == SessionStep::Kind::keyDown;
+        return step.kind == SessionStep::Kind::KeyDown;
     };
     if (std::any_of(session_.steps.begin(), session_.steps.end(), types))
         input_->stopKeyRepeat();
@@ -81,7 +81,7 @@ void Replay::start(std::function<void(const std::string&)> finished) {
 }
 
 QWidget* Replay::target() const {
-    if (session_.space == Session::Space::window)
+    if (session_.space == Session::Space::Window)
         return window_;
     const View* view = Views::instance().active();
     return view && view->surface().widget ? view->surface().widget : window_;
@@ -115,7 +115,7 @@ void Replay::next() {
     }
     const SessionStep step = session_.steps[index_++];
     sinceStep_.restart();
-    waiting_ = Waiting::no;
+    waiting_ = Waiting::No;
     perform(step);
 }
 
@@ -126,7 +126,7 @@ void Replay::expect(Waiting what, QPoint position) {
 }
 
 void Replay::settle() {
-    waiting_ = Waiting::no;
+    waiting_ = Waiting::No;
     lostTimer_.stop();
     // Whatever the event caused is handled before the next step.
     QTimer::singleShot(0, this, &Replay::schedule);
@@ -148,71 +148,71 @@ void Replay::movePointer(QPoint target) {
         return;
     }
     if (reachesUs(target))
-        expect(Waiting::motion, target);
+        expect(Waiting::Motion, target);
     input_->moveTo(target);
-    if (waiting_ == Waiting::no)
+    if (waiting_ == Waiting::No)
         settle();
 }
 
 void Replay::perform(const SessionStep& step) {
     using Kind = SessionStep::Kind;
     switch (step.kind) {
-    case Kind::move:
+    case Kind::Move:
         movePointer(toScreen(step.position));
         return;
-    case Kind::tabletMove: {
+    case Kind::TabletMove: {
         const QPoint position = toScreen(step.position);
-        InputInjector::tablet(target()->window()->windowHandle(), InputInjector::TabletPhase::move,
+        InputInjector::tablet(target()->window()->windowHandle(), InputInjector::TabletPhase::Move,
                               position, step.pressure, step.eraser);
         movePointer(position);
         return;
     }
-    case Kind::tabletPress: {
+    case Kind::TabletPress: {
         const QPoint position = toScreen(step.position);
         input_->moveTo(position);
-        InputInjector::tablet(target()->window()->windowHandle(), InputInjector::TabletPhase::press,
+        InputInjector::tablet(target()->window()->windowHandle(), InputInjector::TabletPhase::Press,
                               position, step.pressure, step.eraser);
         penDown_ = true;
         held_ |= Qt::LeftButton;
-        expect(Waiting::event);
+        expect(Waiting::Event);
         input_->press(Qt::LeftButton);
         return;
     }
-    case Kind::tabletRelease: {
+    case Kind::TabletRelease: {
         InputInjector::tablet(target()->window()->windowHandle(),
-                              InputInjector::TabletPhase::release, toScreen(step.position), 0,
+                              InputInjector::TabletPhase::Release, toScreen(step.position), 0,
                               step.eraser);
         penDown_ = false;
         held_ &= ~Qt::MouseButtons(Qt::LeftButton);
-        expect(Waiting::event);
+        expect(Waiting::Event);
         input_->release(Qt::LeftButton);
         return;
     }
-    case Kind::press:
+    case Kind::Press:
         held_ |= step.button;
-        expect(Waiting::event);
+        expect(Waiting::Event);
         input_->press(step.button);
         return;
-    case Kind::release:
+    case Kind::Release:
         held_ &= ~Qt::MouseButtons(step.button);
-        expect(Waiting::event);
+        expect(Waiting::Event);
         input_->release(step.button);
         return;
-    case Kind::keyDown:
-    case Kind::keyUp: {
-        const bool down = step.kind == Kind::keyDown;
+    case Kind::KeyDown:
+    case Kind::KeyUp: {
+        const bool down = step.kind == Kind::KeyDown;
         down ? keysHeld_.append(step.key) : void(keysHeld_.removeAll(step.key));
-        expect(Waiting::event);
+        expect(Waiting::Event);
         if (!input_->key(step.key, down))
             finish(session_.file + ":" + std::to_string(step.line) +
                    ": the keyboard has no such key");
         return;
     }
-    case Kind::wheel:
-        expect(Waiting::event);
+    case Kind::Wheel:
+        expect(Waiting::Event);
         input_->wheel(step.notches);
         return;
-    case Kind::command:
+    case Kind::Command:
         break;
     }
     if (script::run(step.script))
@@ -222,11 +222,11 @@ void Replay::perform(const SessionStep& step) {
 }
 
 bool Replay::eventFilter(QObject* watched, QEvent* event) {
-    if (waiting_ == Waiting::no || !watched->isWindowType())
+    if (waiting_ == Waiting::No || !watched->isWindowType())
         return false;
     switch (event->type()) {
     case QEvent::MouseMove: {
-        if (waiting_ != Waiting::motion)
+        if (waiting_ != Waiting::Motion)
             break;
         const auto* mouse = static_cast<QMouseEvent*>(event);
         const QPointF pixel = qt::globalPosition(*mouse) * window_->devicePixelRatioF();
@@ -241,7 +241,7 @@ bool Replay::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride:
     case QEvent::Wheel:
-        if (waiting_ == Waiting::event)
+        if (waiting_ == Waiting::Event)
             settle();
         break;
     default:
@@ -263,7 +263,7 @@ void Replay::letGo() {
     keysHeld_.clear();
     if (penDown_ && target()->window()->windowHandle())
         InputInjector::tablet(target()->window()->windowHandle(),
-                              InputInjector::TabletPhase::release, input_->position(), 0, false);
+                              InputInjector::TabletPhase::Release, input_->position(), 0, false);
     penDown_ = false;
 }
 

@@ -36,7 +36,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    enum class Waiting { no, motion, event };
+    enum class Waiting { No, Motion, Event };
 
     void next();
     void perform(const SessionStep& step);
@@ -60,7 +60,7 @@ private:
     QTimer stepTimer_;
     QTimer lostTimer_;
     QTimer interruptTimer_; ///< looks whether Ctrl+C or a signal to end came
-    Waiting waiting_ = Waiting::no;
+    Waiting waiting_ = Waiting::No;
     QPoint expected_;
     int lost_ = 0;
     Qt::MouseButtons held_;

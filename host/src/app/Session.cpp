@@ -116,7 +116,7 @@ void Reader::readSetting(const QStringList& words) {
         if (space != QLatin1String("view") && space != QLatin1String("window"))
             fail(QStringLiteral("space is 'view' or 'window'"));
         session_.space =
-            space == QLatin1String("view") ? Session::Space::view : Session::Space::window;
+            space == QLatin1String("view") ? Session::Space::View : Session::Space::Window;
         if (words.size() > 2) {
             const QPointF size = point(words, 2);
             if (size.x() <= 0 || size.y() <= 0)
@@ -143,8 +143,8 @@ void Reader::readSample(const QStringList& words) {
         fail(QStringLiteral("a pressure is between 0 and 1"));
     const bool down = step.pressure > 0;
     using Kind = SessionStep::Kind;
-    step.kind = down ? (penDown_ ? Kind::tabletMove : Kind::tabletPress)
-                     : (penDown_ ? Kind::tabletRelease : Kind::move);
+    step.kind = down ? (penDown_ ? Kind::TabletMove : Kind::TabletPress)
+                     : (penDown_ ? Kind::TabletRelease : Kind::Move);
     penDown_ = down;
     add(step);
 }
@@ -184,12 +184,12 @@ void Reader::readKeys(SessionStep step, const QString& combination) {
     std::vector<Qt::Key> keys;
     for (const QString& name : names)
         keys.push_back(key(name));
-    step.kind = SessionStep::Kind::keyDown;
+    step.kind = SessionStep::Kind::KeyDown;
     for (const Qt::Key each : keys) {
         step.key = each;
         add(step);
     }
-    step.kind = SessionStep::Kind::keyUp;
+    step.kind = SessionStep::Kind::KeyUp;
     for (auto it = keys.rbegin(); it != keys.rend(); ++it) {
         step.key = *it;
         add(step);
@@ -200,15 +200,15 @@ void Reader::readTablet(SessionStep step, const QStringList& words) {
     const QString phase = words.value(1);
     using Kind = SessionStep::Kind;
     if (phase == QLatin1String("press"))
-        step.kind = Kind::tabletPress;
+        step.kind = Kind::TabletPress;
     else if (phase == QLatin1String("move"))
-        step.kind = Kind::tabletMove;
+        step.kind = Kind::TabletMove;
     else if (phase == QLatin1String("release"))
-        step.kind = Kind::tabletRelease;
+        step.kind = Kind::TabletRelease;
     else
         fail(QStringLiteral("tablet is followed by press, move or release"));
     step.position = point(words, 2);
-    if (step.kind != Kind::tabletRelease) {
+    if (step.kind != Kind::TabletRelease) {
         step.pressure = number(words.value(4));
         if (step.pressure < 0 || step.pressure > 1)
             fail(QStringLiteral("a pressure is between 0 and 1"));
@@ -235,18 +235,18 @@ void Reader::playRecording(double time, const QStringList& words) {
     for (SessionStep step : recording.steps) {
         if (step.time < from || step.time > to)
             continue;
-        if (step.kind == Kind::tabletMove && !down)
-            step.kind = Kind::tabletPress; // the piece begins inside a stroke
-        if (step.kind == Kind::tabletRelease && !down)
-            step.kind = Kind::move;
-        down = step.kind == Kind::tabletPress || step.kind == Kind::tabletMove;
+        if (step.kind == Kind::TabletMove && !down)
+            step.kind = Kind::TabletPress; // the piece begins inside a stroke
+        if (step.kind == Kind::TabletRelease && !down)
+            step.kind = Kind::Move;
+        down = step.kind == Kind::TabletPress || step.kind == Kind::TabletMove;
         step.time += time - from;
         step.position = {step.position.x() * scale.width(), step.position.y() * scale.height()};
         add(step);
     }
     if (down) { // …or ends inside one
         SessionStep end = session_.steps.back();
-        end.kind = Kind::tabletRelease;
+        end.kind = Kind::TabletRelease;
         add(end);
     }
 }
@@ -266,22 +266,22 @@ void Reader::readStep(double time, const QString& rest) {
             step.position = point(words, 2);
             add(step);
         }
-        step.kind = verb == QLatin1String("press") ? Kind::press : Kind::release;
+        step.kind = verb == QLatin1String("press") ? Kind::Press : Kind::Release;
         add(step);
     } else if (verb == QLatin1String("tablet")) {
         readTablet(step, words);
     } else if (verb == QLatin1String("key")) {
         readKeys(step, words.value(1));
     } else if (verb == QLatin1String("keydown") || verb == QLatin1String("keyup")) {
-        step.kind = verb == QLatin1String("keydown") ? Kind::keyDown : Kind::keyUp;
+        step.kind = verb == QLatin1String("keydown") ? Kind::KeyDown : Kind::KeyUp;
         step.key = key(words.value(1));
         add(step);
     } else if (verb == QLatin1String("wheel")) {
-        step.kind = Kind::wheel;
+        step.kind = Kind::Wheel;
         step.notches = int(number(words.value(1)));
         add(step);
     } else if (verb == QLatin1String("command")) {
-        step.kind = Kind::command;
+        step.kind = Kind::Command;
         step.script = rest.mid(verb.size()).trimmed().toStdString();
         add(step);
     } else if (verb == QLatin1String("play")) {

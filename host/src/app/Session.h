@@ -12,20 +12,20 @@ namespace host {
 /// One step of a recorded session. Times are seconds from its beginning.
 struct SessionStep {
     enum class Kind {
-        move,
-        press,
-        release,
-        tabletPress,
-        tabletMove,
-        tabletRelease,
-        keyDown,
-        keyUp,
-        wheel,
-        command
+        Move,
+        Press,
+        Release,
+        TabletPress,
+        TabletMove,
+        TabletRelease,
+        KeyDown,
+        KeyUp,
+        Wheel,
+        Command
     };
 
     double time = 0;
-    Kind kind = Kind::move;
+    Kind kind = Kind::Move;
     QPointF position; ///< in the units of the session's space
     Qt::MouseButton button = Qt::LeftButton;
     double pressure = 0; ///< 0 to 1
@@ -39,11 +39,11 @@ struct SessionStep {
 /// A recorded pointer and tablet session, as docs/replay.md describes it, or a plain tablet
 /// recording (columns of time, x, y and pressure).
 struct Session {
-    enum class Space { view, window };
+    enum class Space { View, Window };
 
     std::string file;
     std::vector<SessionStep> steps; ///< in order of time
-    Space space = Space::view;
+    Space space = Space::View;
     /// The recorded surface; it is fitted into the view, centred, keeping its shape. Empty: the
     /// positions are device pixels from the top left corner.
     QSizeF surface;

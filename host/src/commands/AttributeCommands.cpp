@@ -96,12 +96,12 @@ void setValues(const std::vector<MPlug>& plugs, const std::vector<Value>& values
         if (!isSettable(plug))
             throw ScriptError("setAttr: The attribute '" + plugName(plug) +
                               "' is locked or connected and cannot be modified.");
-        if (plugKind(plug) == PlugKind::plugin || plugKind(plug) == PlugKind::none)
+        if (plugKind(plug) == PlugKind::Plugin || plugKind(plug) == PlugKind::None)
             throw ScriptError("setAttr: Cannot set the attribute '" + name +
                               "' to a value from the script.");
     }
     const bool isText =
-        plugKind(plugs.front()) == PlugKind::text || plugKind(plugs.front()) == PlugKind::texts;
+        plugKind(plugs.front()) == PlugKind::Text || plugKind(plugs.front()) == PlugKind::Texts;
     AttrRecord after;
     for (const Value& value : values) {
         if (value.isString() && !isText)
@@ -160,9 +160,9 @@ Value numberValue(const MPlug& plug) {
     AttrRecord record;
     valueToText(plug, record);
     switch (plugKind(plug)) {
-    case PlugKind::boolean:
+    case PlugKind::Boolean:
         return plug.asBool();
-    case PlugKind::integer:
+    case PlugKind::Integer:
         return plug.asInt();
     default:
         return record.values.empty() ? 0.0 : Value(record.values[0].text).toFloat();
@@ -172,30 +172,30 @@ Value numberValue(const MPlug& plug) {
 Value valueOf(const MPlug& plug) {
     AttrRecord record;
     const PlugKind kind = plugKind(plug);
-    if (kind == PlugKind::none || kind == PlugKind::plugin || !valueToText(plug, record))
+    if (kind == PlugKind::None || kind == PlugKind::Plugin || !valueToText(plug, record))
         throw ScriptError("The data is not a numeric or string attribute, and cannot be "
                           "displayed: " +
                           plugName(plug));
     switch (kind) {
-    case PlugKind::text:
+    case PlugKind::Text:
         return record.values[0].text;
-    case PlugKind::texts: {
+    case PlugKind::Texts: {
         Strings texts;
         for (std::size_t i = 1; i < record.values.size(); ++i)
             texts.push_back(record.values[i].text);
         return texts;
     }
-    case PlugKind::integers: {
+    case PlugKind::Integers: {
         script::Ints numbers;
         for (std::size_t i = 1; i < record.values.size(); ++i)
             numbers.push_back(Value(record.values[i].text).toInt());
         return numbers;
     }
-    case PlugKind::numbers:
-    case PlugKind::matrix:
-    case PlugKind::compound: {
+    case PlugKind::Numbers:
+    case PlugKind::Matrix:
+    case PlugKind::Compound: {
         script::Floats numbers;
-        for (std::size_t i = kind == PlugKind::numbers ? 1 : 0; i < record.values.size(); ++i)
+        for (std::size_t i = kind == PlugKind::Numbers ? 1 : 0; i < record.values.size(); ++i)
             numbers.push_back(Value(record.values[i].text).toFloat());
         return numbers;
     }
@@ -221,36 +221,36 @@ std::string numericTypeName(const MPlug& plug) {
 
 std::string typeOf(const MPlug& plug) {
     switch (plugKind(plug)) {
-    case PlugKind::boolean:
+    case PlugKind::Boolean:
         return "bool";
-    case PlugKind::integer:
+    case PlugKind::Integer:
         return plug.attribute().hasFn(MFn::kEnumAttribute) ? "enum" : numericTypeName(plug);
-    case PlugKind::real:
+    case PlugKind::Real:
         return numericTypeName(plug);
-    case PlugKind::linear:
+    case PlugKind::Linear:
         return "doubleLinear";
-    case PlugKind::angle:
+    case PlugKind::Angle:
         return "doubleAngle";
-    case PlugKind::time:
+    case PlugKind::Time:
         return "time";
-    case PlugKind::text:
+    case PlugKind::Text:
         return "string";
-    case PlugKind::matrix:
+    case PlugKind::Matrix:
         return "matrix";
-    case PlugKind::numbers:
+    case PlugKind::Numbers:
         return "doubleArray";
-    case PlugKind::integers:
+    case PlugKind::Integers:
         return "Int32Array";
-    case PlugKind::texts:
+    case PlugKind::Texts:
         return "stringArray";
-    case PlugKind::compound:
+    case PlugKind::Compound:
         return isTuple(plug) ? tupleType(plug) : "TdataCompound";
-    case PlugKind::plugin: {
+    case PlugKind::Plugin: {
         MFnPluginData data(plug.asMObject());
         const MPxData* const content = data.constData();
         return content ? content->name().asChar() : "";
     }
-    case PlugKind::none:
+    case PlugKind::None:
         break;
     }
     return "message";
@@ -259,9 +259,9 @@ std::string typeOf(const MPlug& plug) {
 double numberAt(const MPlug& plug, const MDGContext& context) {
     const double value = plug.asDouble(context);
     switch (plugKind(plug)) {
-    case PlugKind::angle:
+    case PlugKind::Angle:
         return MAngle(value).as(MAngle::uiUnit());
-    case PlugKind::linear:
+    case PlugKind::Linear:
         return MDistance(value).as(MDistance::uiUnit());
     default:
         return value;
@@ -277,13 +277,13 @@ Value valueAt(const MPlug& plug, const MTime& time) {
         return numbers;
     }
     switch (plugKind(plug)) {
-    case PlugKind::boolean:
+    case PlugKind::Boolean:
         return plug.asBool(context);
-    case PlugKind::integer:
+    case PlugKind::Integer:
         return int(plug.asDouble(context));
-    case PlugKind::real:
-    case PlugKind::linear:
-    case PlugKind::angle:
+    case PlugKind::Real:
+    case PlugKind::Linear:
+    case PlugKind::Angle:
         return numberAt(plug, context);
     default:
         return valueOf(plug);

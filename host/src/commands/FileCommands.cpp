@@ -75,8 +75,8 @@ FileFormat requestedFormat(const ParsedFlags& parsed, FileFormat fallback) {
 FileFormat formatByName(const std::string& path, FileFormat fallback) {
     const QString name = QString::fromStdString(path);
     if (name.endsWith(QLatin1String(".ma")))
-        return FileFormat::mayaAscii;
-    return name.endsWith(QLatin1String(".mb")) ? FileFormat::mayaBinary : fallback;
+        return FileFormat::MayaAscii;
+    return name.endsWith(QLatin1String(".mb")) ? FileFormat::MayaBinary : fallback;
 }
 
 void requireSaved(const ParsedFlags& parsed) {

@@ -17,7 +17,7 @@ namespace host::script {
 namespace {
 
 bool speaksOfNode(NodeWatch::Kind kind) {
-    return kind == NodeWatch::Kind::nodeNameChanged || kind == NodeWatch::Kind::nodeDeleted;
+    return kind == NodeWatch::Kind::NodeNameChanged || kind == NodeWatch::Kind::NodeDeleted;
 }
 
 /// A null plug when the node has no such attribute (any more).
@@ -53,7 +53,7 @@ void addValue(const MPlug& plug, std::string& text, std::vector<MObject>& data) 
         return;
     }
     MObject object;
-    if (plugKind(plug) == PlugKind::plugin && plug.getValue(object))
+    if (plugKind(plug) == PlugKind::Plugin && plug.getValue(object))
         data.push_back(object);
 }
 
@@ -83,7 +83,7 @@ NodeWatch::NodeWatch(Kind kind, const std::string& name) : kind_(kind) {
         throw ScriptError("No object matches name: " + name);
     node_ = MObjectHandle(node);
     last_ = look();
-    if (!speaksOfNode(kind) && kind != Kind::attributeAdded && !last_.attributeExists)
+    if (!speaksOfNode(kind) && kind != Kind::AttributeAdded && !last_.attributeExists)
         throw ScriptError("No object matches name: " + name);
 }
 
@@ -102,9 +102,9 @@ NodeWatch::Look NodeWatch::look() const {
     }
     const MPlug plug = plugOf(node, attribute_);
     now.attributeExists = !plug.isNull();
-    if (now.attributeExists && kind_ == Kind::attributeChange)
+    if (now.attributeExists && kind_ == Kind::AttributeChange)
         addValue(plug, now.text, now.data);
-    if (now.attributeExists && kind_ == Kind::connectionChange)
+    if (now.attributeExists && kind_ == Kind::ConnectionChange)
         addConnections(plug, now.text);
     return now;
 }
@@ -114,15 +114,15 @@ bool NodeWatch::happened() {
     const bool vanished = existed_ && !exists;
     existed_ = exists;
     if (!exists)
-        return vanished && kind_ == Kind::nodeDeleted;
+        return vanished && kind_ == Kind::NodeDeleted;
     Look before = look();
     std::swap(before, last_);
     switch (kind_) {
-    case Kind::attributeAdded:
+    case Kind::AttributeAdded:
         return last_.attributeExists && !before.attributeExists;
-    case Kind::attributeDeleted:
+    case Kind::AttributeDeleted:
         return before.attributeExists && !last_.attributeExists;
-    case Kind::nodeDeleted:
+    case Kind::NodeDeleted:
         return false;
     default:
         return before.attributeExists == last_.attributeExists &&

@@ -14,12 +14,12 @@ namespace host::script {
 class NodeWatch {
 public:
     enum class Kind {
-        attributeChange,
-        attributeAdded,
-        attributeDeleted,
-        connectionChange,
-        nodeNameChanged,
-        nodeDeleted
+        AttributeChange,
+        AttributeAdded,
+        AttributeDeleted,
+        ConnectionChange,
+        NodeNameChanged,
+        NodeDeleted
     };
 
     /// `name` is "node.attribute", or a node for the last two kinds. Throws ScriptError when there

@@ -27,9 +27,9 @@ ElementPath& elementPath() {
 const std::map<std::string, NodeWatch::Kind>& nodeTriggers() {
     using Kind = NodeWatch::Kind;
     static const std::map<std::string, Kind> kinds = {
-        {"attributeChange", Kind::attributeChange},   {"attributeAdded", Kind::attributeAdded},
-        {"attributeDeleted", Kind::attributeDeleted}, {"connectionChange", Kind::connectionChange},
-        {"nodeNameChanged", Kind::nodeNameChanged},   {"nodeDeleted", Kind::nodeDeleted}};
+        {"attributeChange", Kind::AttributeChange},   {"attributeAdded", Kind::AttributeAdded},
+        {"attributeDeleted", Kind::AttributeDeleted}, {"connectionChange", Kind::ConnectionChange},
+        {"nodeNameChanged", Kind::NodeNameChanged},   {"nodeDeleted", Kind::NodeDeleted}};
     return kinds;
 }
 

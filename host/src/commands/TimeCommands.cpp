@@ -170,9 +170,9 @@ MFnAnimCurve::TangentType tangentNamed(const std::string& name) {
 // Values of a curve are held in centimetres and radians whatever the interface shows.
 double internalValue(const MPlug& plug, double value) {
     switch (plugKind(plug)) {
-    case PlugKind::angle:
+    case PlugKind::Angle:
         return MAngle(value, MAngle::uiUnit()).asRadians();
-    case PlugKind::linear:
+    case PlugKind::Linear:
         return MDistance(value, MDistance::uiUnit()).asCentimeters();
     default:
         return value;
@@ -181,11 +181,11 @@ double internalValue(const MPlug& plug, double value) {
 
 bool canBeKeyed(const MPlug& plug) {
     switch (plugKind(plug)) {
-    case PlugKind::real:
-    case PlugKind::linear:
-    case PlugKind::angle:
-    case PlugKind::integer:
-    case PlugKind::boolean:
+    case PlugKind::Real:
+    case PlugKind::Linear:
+    case PlugKind::Angle:
+    case PlugKind::Integer:
+    case PlugKind::Boolean:
         return !plug.isArray();
     default:
         return false;

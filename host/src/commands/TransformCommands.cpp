@@ -26,9 +26,9 @@ namespace {
 
 using Triple = std::array<double, 3>;
 
-constexpr const char* translateName = "translate";
-constexpr const char* rotateName = "rotate";
-constexpr const char* scaleName = "scale";
+constexpr const char* kTranslateName = "translate";
+constexpr const char* kRotateName = "rotate";
+constexpr const char* kScaleName = "scale";
 
 // Shapes stand for their transform.
 MDagPath transformPath(const std::string& name) {
@@ -131,7 +131,7 @@ Value move(const CommandCall& call) {
     const bool local = parsed.isSet("-localSpace") || parsed.isSet("-objectSpace");
     for (const std::string& name : given.names) {
         const MDagPath path = transformPath(name);
-        Triple place = channel(path, translateName);
+        Triple place = channel(path, kTranslateName);
         if (!local)
             place = toWorld(path, place);
         for (std::size_t i = 0; i < 3; ++i) {
@@ -139,7 +139,7 @@ Value move(const CommandCall& call) {
             if (axes[i])
                 place[i] = relative ? place[i] + value : value;
         }
-        change("move", path, translateName, local ? place : toLocal(path, place));
+        change("move", path, kTranslateName, local ? place : toLocal(path, place));
     }
     return Value();
 }
@@ -151,13 +151,13 @@ Value rotate(const CommandCall& call) {
     const std::array<bool, 3> axes = axesOf(parsed, given);
     for (const std::string& name : given.names) {
         const MDagPath path = transformPath(name);
-        Triple angles = channel(path, rotateName);
+        Triple angles = channel(path, kRotateName);
         for (std::size_t i = 0; i < 3; ++i) {
             const double value = MAngle(given.numbers[i], MAngle::uiUnit()).asRadians();
             if (axes[i])
                 angles[i] = parsed.isSet("-relative") ? angles[i] + value : value;
         }
-        change("rotate", path, rotateName, angles);
+        change("rotate", path, kRotateName, angles);
     }
     return Value();
 }
@@ -169,12 +169,12 @@ Value scale(const CommandCall& call) {
     const std::array<bool, 3> axes = axesOf(parsed, given);
     for (const std::string& name : given.names) {
         const MDagPath path = transformPath(name);
-        Triple factors = channel(path, scaleName);
+        Triple factors = channel(path, kScaleName);
         for (std::size_t i = 0; i < 3; ++i)
             if (axes[i])
                 factors[i] =
                     parsed.isSet("-absolute") ? given.numbers[i] : factors[i] * given.numbers[i];
-        change("scale", path, scaleName, factors);
+        change("scale", path, kScaleName, factors);
     }
     return Value();
 }
@@ -185,9 +185,9 @@ script::Floats asFloats(const Triple& values) {
 
 Triple inUiUnits(const char* name, Triple values) {
     for (double& value : values) {
-        if (name == translateName)
+        if (name == kTranslateName)
             value = MDistance(value).as(MDistance::uiUnit());
-        else if (name == rotateName)
+        else if (name == kRotateName)
             value = MAngle(value).as(MAngle::uiUnit());
     }
     return values;
@@ -210,17 +210,17 @@ Value queryXform(const ParsedFlags& parsed) {
         return matrixFloats(world ? path.inclusiveMatrix() : local);
     }
     if (parsed.isSet("-translation")) {
-        const Triple local = channel(path, translateName);
-        return asFloats(inUiUnits(translateName, world ? toWorld(path, local) : local));
+        const Triple local = channel(path, kTranslateName);
+        return asFloats(inUiUnits(kTranslateName, world ? toWorld(path, local) : local));
     }
     if (parsed.isSet("-rotation")) {
-        Triple angles = channel(path, rotateName);
+        Triple angles = channel(path, kRotateName);
         if (world)
             angles = decompose(path.inclusiveMatrix()).rotate;
-        return asFloats(inUiUnits(rotateName, angles));
+        return asFloats(inUiUnits(kRotateName, angles));
     }
     if (parsed.isSet("-scale"))
-        return asFloats(channel(path, scaleName));
+        return asFloats(channel(path, kScaleName));
     throw ScriptError("No query flag of 'xform' was specified.");
 }
 
@@ -268,7 +268,7 @@ Value xform(const CommandCall& call) {
         if (parsed.isSet("-matrix"))
             setMatrix(path, parsed);
         if (parsed.isSet("-translation")) {
-            Triple place = channel(path, translateName);
+            Triple place = channel(path, kTranslateName);
             const bool world = parsed.isSet("-worldSpace");
             if (world)
                 place = toWorld(path, place);
@@ -277,23 +277,23 @@ Value xform(const CommandCall& call) {
                 const double value = MDistance(values[i], MDistance::uiUnit()).asCentimeters();
                 place[i] = relative ? place[i] + value : value;
             }
-            change("xform", path, translateName, world ? toLocal(path, place) : place);
+            change("xform", path, kTranslateName, world ? toLocal(path, place) : place);
         }
         if (parsed.isSet("-rotation")) {
-            Triple angles = channel(path, rotateName);
+            Triple angles = channel(path, kRotateName);
             const Triple values = flagTriple(parsed, "-rotation");
             for (std::size_t i = 0; i < 3; ++i) {
                 const double value = MAngle(values[i], MAngle::uiUnit()).asRadians();
                 angles[i] = relative ? angles[i] + value : value;
             }
-            change("xform", path, rotateName, angles);
+            change("xform", path, kRotateName, angles);
         }
         if (parsed.isSet("-scale")) {
-            Triple factors = channel(path, scaleName);
+            Triple factors = channel(path, kScaleName);
             const Triple values = flagTriple(parsed, "-scale");
             for (std::size_t i = 0; i < 3; ++i)
                 factors[i] = relative ? factors[i] * values[i] : values[i];
-            change("xform", path, scaleName, factors);
+            change("xform", path, kScaleName, factors);
         }
     }
     return Value();

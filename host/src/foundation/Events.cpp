@@ -36,7 +36,7 @@ private:
     int last_;
 };
 
-constexpr int firstMessageId = 1 << 24; // above all ids of events
+constexpr int kFirstMessageId = 1 << 24; // above all ids of events
 
 Listeners<std::function<void(const std::string&)>>& eventListeners() {
     static Listeners<std::function<void(const std::string&)>> listeners;
@@ -45,7 +45,7 @@ Listeners<std::function<void(const std::string&)>>& eventListeners() {
 
 // Called with the number of the message and the verdict so far.
 Listeners<std::function<void(int, bool&)>>& messageListeners() {
-    static Listeners<std::function<void(int, bool&)>> listeners(firstMessageId);
+    static Listeners<std::function<void(int, bool&)>> listeners(kFirstMessageId);
     return listeners;
 }
 
@@ -151,7 +151,7 @@ int listen(const std::string& name, std::function<void()> listener) {
 }
 
 void removeListener(int id) {
-    if (id >= firstMessageId)
+    if (id >= kFirstMessageId)
         messageListeners().remove(id);
     else
         eventListeners().remove(id);

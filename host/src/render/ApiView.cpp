@@ -125,7 +125,7 @@ MStatus M3dView::setCamera(MDagPath& camera) {
 M3dView::RendererName M3dView::getRendererName(MStatus* ReturnStatus) const {
     const host::View* view = host::View::fromHandle(*this);
     set(ReturnStatus, view ? MS::kSuccess : MS::kFailure);
-    return view && view->renderer() == host::Renderer::viewport2 ? kViewport2Renderer
+    return view && view->renderer() == host::Renderer::Viewport2 ? kViewport2Renderer
                                                                  : kDefaultQualityRenderer;
 }
 

@@ -10,7 +10,7 @@ namespace host {
 
 namespace {
 
-constexpr double millimetresPerInch = 25.4;
+constexpr double kMillimetresPerInch = 25.4;
 
 class Reader {
 public:
@@ -76,7 +76,7 @@ CameraLens readLens(const MDagPath& camera) {
 
 double unitsPerFilmInch(const CameraLens& lens) {
     return (lens.orthographic ? lens.orthographicWidth / (lens.apertureWidth * lens.squeeze)
-                              : lens.nearClip * millimetresPerInch / lens.focalLength) *
+                              : lens.nearClip * kMillimetresPerInch / lens.focalLength) *
            lens.scale;
 }
 

@@ -152,14 +152,14 @@ void drawText(const DrawItem& item) {
 void drawShape(const DrawItem& item) {
     GLenum mode = GL_LINES;
     switch (item.shape) {
-    case DrawItem::Shape::points:
+    case DrawItem::Shape::Points:
         mode = GL_POINTS;
         glPointSize(std::max(item.pointSize, 1.0f));
         break;
-    case DrawItem::Shape::polygon:
+    case DrawItem::Shape::Polygon:
         mode = GL_POLYGON;
         break;
-    case DrawItem::Shape::closedLine:
+    case DrawItem::Shape::ClosedLine:
         mode = GL_LINE_LOOP;
         setLine(item);
         break;
@@ -201,7 +201,7 @@ void drawItems(const DrawList& items, const Frame& frame) {
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     for (const DrawItem& item : items) {
         setSpace(frame, item.inWorld);
-        if (item.shape == DrawItem::Shape::text)
+        if (item.shape == DrawItem::Shape::Text)
             drawText(item);
         else
             drawShape(item);

@@ -174,7 +174,7 @@ MStatus MUIDrawManager::setTextureMask(const MBlendState::ChannelMask mask) {
 void MUIDrawManager::line(const MPoint& startPoint, const MPoint& endPoint) {
     if (!manager_.open("line"))
         return;
-    DrawItem item = manager_.item(DrawItem::Shape::lines, true);
+    DrawItem item = manager_.item(DrawItem::Shape::Lines, true);
     item.points = {manager_.toWorld(startPoint), manager_.toWorld(endPoint)};
     manager_.items_.push_back(std::move(item));
 }
@@ -182,7 +182,7 @@ void MUIDrawManager::line(const MPoint& startPoint, const MPoint& endPoint) {
 void MUIDrawManager::line2d(const MPoint& startPoint, const MPoint& endPoint) {
     if (!manager_.open("line2d"))
         return;
-    DrawItem item = manager_.item(DrawItem::Shape::lines, false);
+    DrawItem item = manager_.item(DrawItem::Shape::Lines, false);
     item.points = {startPoint, endPoint};
     manager_.items_.push_back(std::move(item));
 }
@@ -190,7 +190,7 @@ void MUIDrawManager::line2d(const MPoint& startPoint, const MPoint& endPoint) {
 void MUIDrawManager::point(const MPoint& position) {
     if (!manager_.open("point"))
         return;
-    DrawItem item = manager_.item(DrawItem::Shape::points, true);
+    DrawItem item = manager_.item(DrawItem::Shape::Points, true);
     item.points = {manager_.toWorld(position)};
     manager_.items_.push_back(std::move(item));
 }
@@ -198,7 +198,7 @@ void MUIDrawManager::point(const MPoint& position) {
 void MUIDrawManager::point2d(const MPoint& position) {
     if (!manager_.open("point2d"))
         return;
-    DrawItem item = manager_.item(DrawItem::Shape::points, false);
+    DrawItem item = manager_.item(DrawItem::Shape::Points, false);
     item.points = {position};
     manager_.items_.push_back(std::move(item));
 }
@@ -219,7 +219,7 @@ void MUIDrawManager::rect2d(const MPoint& center, const MVector& up, const doubl
                       center.y - across * scaleX * ux + along * scaleY * uy);
     };
     DrawItem item =
-        manager_.item(filled ? DrawItem::Shape::polygon : DrawItem::Shape::closedLine, false);
+        manager_.item(filled ? DrawItem::Shape::Polygon : DrawItem::Shape::ClosedLine, false);
     item.points = {corner(-1, -1), corner(1, -1), corner(1, 1), corner(-1, 1)};
     if (filled && item.image)
         item.texture = {{0, 1}, {1, 1}, {1, 0}, {0, 0}};
@@ -233,7 +233,7 @@ void MUIDrawManager::circle2d(const MPoint& center, const double radius, const b
     const int sides = std::max(24, std::min(720, int(radius * 2)));
     constexpr double turn = 6.283185307179586;
     DrawItem item =
-        manager_.item(filled ? DrawItem::Shape::polygon : DrawItem::Shape::closedLine, false);
+        manager_.item(filled ? DrawItem::Shape::Polygon : DrawItem::Shape::ClosedLine, false);
     item.image.reset();
     item.points.reserve(std::size_t(sides));
     for (int i = 0; i < sides; ++i)
@@ -246,7 +246,7 @@ void MUIDrawManager::text2d(const MPoint& position, const MString& text, TextAli
                             const int* backgroundSize, const MColor* backgroundColor, bool) {
     if (!manager_.open("text2d"))
         return;
-    DrawItem item = manager_.item(DrawItem::Shape::text, false);
+    DrawItem item = manager_.item(DrawItem::Shape::Text, false);
     item.image.reset();
     item.points = {position};
     item.text = host::qt(text);

@@ -18,9 +18,9 @@ struct Frame;
 
 /// One queued shape with all the state it is drawn with.
 struct DrawItem {
-    enum class Shape { lines, points, polygon, closedLine, text };
+    enum class Shape { Lines, Points, Polygon, ClosedLine, Text };
 
-    Shape shape = Shape::lines;
+    Shape shape = Shape::Lines;
     bool inWorld = false;       ///< Points are world space instead of port pixels.
     std::vector<MPoint> points; ///< Polygons are convex, counter-clockwise.
     std::vector<QPointF>

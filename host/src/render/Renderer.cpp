@@ -7,7 +7,7 @@ namespace host {
 
 namespace {
 Renderer& current() {
-    static Renderer renderer = Renderer::viewport2;
+    static Renderer renderer = Renderer::Viewport2;
     return renderer;
 }
 } // namespace
@@ -23,14 +23,14 @@ void setDefaultRenderer(Renderer renderer) {
 }
 
 std::string rendererName(Renderer renderer) {
-    return renderer == Renderer::viewport2 ? "vp2Renderer" : "base_OpenGL_Renderer";
+    return renderer == Renderer::Viewport2 ? "vp2Renderer" : "base_OpenGL_Renderer";
 }
 
 bool rendererFromName(const std::string& name, Renderer& renderer) {
     if (name == "vp2Renderer" || name == "vp2")
-        renderer = Renderer::viewport2;
+        renderer = Renderer::Viewport2;
     else if (name == "base_OpenGL_Renderer" || name == "legacy")
-        renderer = Renderer::legacy;
+        renderer = Renderer::Legacy;
     else
         return false;
     return true;

@@ -6,8 +6,8 @@ namespace host {
 
 /// How a view is drawn.
 enum class Renderer {
-    viewport2, ///< Draw overrides and their UI drawables.
-    legacy     ///< MPxLocatorNode::draw in the OpenGL context.
+    Viewport2, ///< Draw overrides and their UI drawables.
+    Legacy     ///< MPxLocatorNode::draw in the OpenGL context.
 };
 
 /// The renderer that new views get. Setting it changes the existing views as well.

@@ -25,10 +25,10 @@ namespace {
 
 bool gradient = true;
 
-constexpr float selectedColour[3] = {0.263f, 1.0f, 0.639f};
-constexpr float gridColour[3] = {0.42f, 0.42f, 0.42f};
-constexpr float wireColour[3] = {0.0f, 0.016f, 0.376f};
-constexpr int gridExtent = 12;
+constexpr float kSelectedColour[3] = {0.263f, 1.0f, 0.639f};
+constexpr float kGridColour[3] = {0.42f, 0.42f, 0.42f};
+constexpr float kWireColour[3] = {0.0f, 0.016f, 0.376f};
+constexpr int kGridExtent = 12;
 
 bool boolOf(const MObject& node, const char* name) {
     MStatus status;
@@ -153,15 +153,15 @@ void ScenePainter::grid() const {
     glDisable(GL_LIGHTING);
     glLineWidth(1);
     glBegin(GL_LINES);
-    for (int i = -gridExtent; i <= gridExtent; ++i) {
+    for (int i = -kGridExtent; i <= kGridExtent; ++i) {
         if (i == 0)
             glColor3f(0, 0, 0);
         else
-            glColor3fv(gridColour);
-        vertex(i, -gridExtent);
-        vertex(i, gridExtent);
-        vertex(-gridExtent, i);
-        vertex(gridExtent, i);
+            glColor3fv(kGridColour);
+        vertex(i, -kGridExtent);
+        vertex(i, kGridExtent);
+        vertex(-kGridExtent, i);
+        vertex(kGridExtent, i);
     }
     glEnd();
 }
@@ -210,11 +210,11 @@ void ScenePainter::shape(const MDagPath& path) {
     auto* locator = dynamic_cast<MPxLocatorNode*>(node.userNode());
     if (locator && !view_.locatorsShown() && locator->excludeAsLocator())
         return;
-    if (view_.renderer() == Renderer::legacy && locator) {
+    if (view_.renderer() == Renderer::Legacy && locator) {
         locators_.push_back({path, locator});
         return;
     }
-    if (view_.renderer() == Renderer::viewport2) {
+    if (view_.renderer() == Renderer::Viewport2) {
         const MString classification = MFnDependencyNode::classification(node.typeName());
         if (DrawOverrides::instance().draw(path, classification.asChar(), view_, frame_,
                                            drawables_))
@@ -289,9 +289,9 @@ void ScenePainter::mesh(const MDagPath& path, bool isSelected) const {
     if (isTemplate)
         glColor3f(0.47f, 0.47f, 0.47f);
     else if (highlighted)
-        glColor3fv(selectedColour);
+        glColor3fv(kSelectedColour);
     else
-        glColor3fv(wireColour);
+        glColor3fv(kWireColour);
     emitQuads(faces);
 }
 
@@ -301,7 +301,7 @@ void ScenePainter::cross(const MDagPath& path, bool isSelected) const {
     loadMatrix(path.inclusiveMatrix() * frame_->view);
     glDisable(GL_LIGHTING);
     if (isSelected && view_.display().selectionHighlight)
-        glColor3fv(selectedColour);
+        glColor3fv(kSelectedColour);
     else
         glColor3f(0, 0, 0);
     glBegin(GL_LINES);

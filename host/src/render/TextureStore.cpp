@@ -9,14 +9,14 @@
 namespace host {
 
 namespace {
-constexpr unsigned int bytesPerPixel = 4;
-constexpr unsigned int largestSide = 16384;
+constexpr unsigned int kBytesPerPixel = 4;
+constexpr unsigned int kLargestSide = 16384;
 
 bool possible(const MHWRender::MTextureDescription& d) {
     return d.fTextureType == MHWRender::kImage2D && d.fFormat == MHWRender::kR8G8B8A8_UNORM &&
-           d.fWidth > 0 && d.fHeight > 0 && d.fWidth <= largestSide && d.fHeight <= largestSide &&
+           d.fWidth > 0 && d.fHeight > 0 && d.fWidth <= kLargestSide && d.fHeight <= kLargestSide &&
            d.fDepth <= 1 && d.fArraySlices <= 1 &&
-           (d.fBytesPerRow == 0 || d.fBytesPerRow >= d.fWidth * bytesPerPixel);
+           (d.fBytesPerRow == 0 || d.fBytesPerRow >= d.fWidth * kBytesPerPixel);
 }
 
 void copyRows(unsigned char* to, std::size_t toPitch, const void* from, std::size_t fromPitch,
@@ -30,8 +30,8 @@ void copyRows(unsigned char* to, std::size_t toPitch, const void* from, std::siz
 GlTexture::GlTexture(std::string name, const MHWRender::MTextureDescription& description,
                      const void* pixels, bool mipmaps)
     : name_(name.c_str()), description_(description), mipmaps_(mipmaps),
-      pixels_(std::size_t(description.fWidth) * description.fHeight * bytesPerPixel), api_(this) {
-    const std::size_t rowBytes = std::size_t(description.fWidth) * bytesPerPixel;
+      pixels_(std::size_t(description.fWidth) * description.fHeight * kBytesPerPixel), api_(this) {
+    const std::size_t rowBytes = std::size_t(description.fWidth) * kBytesPerPixel;
     if (pixels)
         copyRows(pixels_.data(), rowBytes, pixels,
                  description.fBytesPerRow ? description.fBytesPerRow : rowBytes, rowBytes,
@@ -59,12 +59,12 @@ MStatus GlTexture::update(const void* pixels, bool mipmaps, unsigned int rowPitc
     if (!pixels || left >= right || top >= bottom || right > description_.fWidth ||
         bottom > description_.fHeight)
         return MS::kInvalidParameter;
-    const std::size_t rowBytes = std::size_t(right - left) * bytesPerPixel;
+    const std::size_t rowBytes = std::size_t(right - left) * kBytesPerPixel;
     if (rowPitch && rowPitch < rowBytes)
         return MS::kInvalidParameter;
 
-    const std::size_t pitch = std::size_t(description_.fWidth) * bytesPerPixel;
-    copyRows(pixels_.data() + top * pitch + std::size_t(left) * bytesPerPixel, pitch, pixels,
+    const std::size_t pitch = std::size_t(description_.fWidth) * kBytesPerPixel;
+    copyRows(pixels_.data() + top * pitch + std::size_t(left) * kBytesPerPixel, pitch, pixels,
              rowPitch ? rowPitch : rowBytes, rowBytes, bottom - top);
     mipmaps_ = mipmaps;
     const QRect changed(int(left), int(top), int(right - left), int(bottom - top));
@@ -96,7 +96,7 @@ void GlTexture::bind() {
 
 void GlTexture::upload(Copy& copy, bool create) {
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, bytesPerPixel);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, kBytesPerPixel);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, GLint(description_.fWidth));
     glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
     glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
@@ -109,7 +109,7 @@ void GlTexture::upload(Copy& copy, bool create) {
                         GL_UNSIGNED_BYTE,
                         pixels_.data() +
                             (std::size_t(area.y()) * description_.fWidth + std::size_t(area.x())) *
-                                bytesPerPixel);
+                                kBytesPerPixel);
     glPopClientAttrib();
     copy.stale = {};
     // A complete chain costs little and lets the sampler choose any filter.
@@ -199,7 +199,7 @@ void MTexture::textureDescription(MTextureDescription& desc) const {
     desc = texture_->description();
 }
 unsigned int MTexture::bytesPerPixel() const {
-    return host::bytesPerPixel;
+    return host::kBytesPerPixel;
 }
 
 MStatus MTexture::update(const void* pixelData, bool generateMipMaps, unsigned int rowPitch,

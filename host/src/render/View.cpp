@@ -114,7 +114,7 @@ void View::paint() {
     DrawOverrides::instance().sweep();
     const std::shared_ptr<const Frame> now = frame();
     DrawList drawables = ScenePainter(*this, now).paint();
-    if (renderer_ == Renderer::viewport2) {
+    if (renderer_ == Renderer::Viewport2) {
         drawItems(drawables, *now);
         if (feedback_) {
             DrawManager manager("tool");

@@ -172,9 +172,9 @@ MStatus measure(const ParsedCommandLine& line, unsigned position, const Value&, 
     return status;
 }
 
-constexpr auto asDistance = measure<MDistance, &MArgList::asDistance>;
-constexpr auto asAngle = measure<MAngle, &MArgList::asAngle>;
-constexpr auto asTime = measure<MTime, &MArgList::asTime>;
+constexpr auto kAsDistance = measure<MDistance, &MArgList::asDistance>;
+constexpr auto kAsAngle = measure<MAngle, &MArgList::asAngle>;
+constexpr auto kAsTime = measure<MTime, &MArgList::asTime>;
 
 } // namespace
 
@@ -237,13 +237,13 @@ MStatus MArgParser::getFlagArgument(const char* flag, unsigned int index,
     return flagArgument(parsed_.get(), flag, index, result, unsignedInteger);
 }
 MStatus MArgParser::getFlagArgument(const char* flag, unsigned int index, MDistance& result) const {
-    return flagArgument(parsed_.get(), flag, index, result, asDistance);
+    return flagArgument(parsed_.get(), flag, index, result, kAsDistance);
 }
 MStatus MArgParser::getFlagArgument(const char* flag, unsigned int index, MAngle& result) const {
-    return flagArgument(parsed_.get(), flag, index, result, asAngle);
+    return flagArgument(parsed_.get(), flag, index, result, kAsAngle);
 }
 MStatus MArgParser::getFlagArgument(const char* flag, unsigned int index, MTime& result) const {
-    return flagArgument(parsed_.get(), flag, index, result, asTime);
+    return flagArgument(parsed_.get(), flag, index, result, kAsTime);
 }
 
 bool MArgParser::flagArgumentBool(const char* flag, unsigned int index, MStatus* status) const {
@@ -299,13 +299,13 @@ MStatus MArgParser::getCommandArgument(unsigned int index, MString& result) cons
     return commandArgument(parsed_.get(), index, result, text);
 }
 MStatus MArgParser::getCommandArgument(unsigned int index, MDistance& result) const {
-    return commandArgument(parsed_.get(), index, result, asDistance);
+    return commandArgument(parsed_.get(), index, result, kAsDistance);
 }
 MStatus MArgParser::getCommandArgument(unsigned int index, MAngle& result) const {
-    return commandArgument(parsed_.get(), index, result, asAngle);
+    return commandArgument(parsed_.get(), index, result, kAsAngle);
 }
 MStatus MArgParser::getCommandArgument(unsigned int index, MTime& result) const {
-    return commandArgument(parsed_.get(), index, result, asTime);
+    return commandArgument(parsed_.get(), index, result, kAsTime);
 }
 
 bool MArgParser::commandArgumentBool(unsigned int index, MStatus* status) const {

@@ -13,12 +13,12 @@ namespace host {
 
 namespace {
 
-constexpr double radiansPerPixel = 0.006;
-constexpr double dollyPerPixel = 0.005;
-constexpr double dollyPerStep = 0.12;
-constexpr double zoomPerPixel = 0.005;
-constexpr double strongestZoom = 0.001;
-constexpr double closest = 0.01;
+constexpr double kRadiansPerPixel = 0.006;
+constexpr double kDollyPerPixel = 0.005;
+constexpr double kDollyPerStep = 0.12;
+constexpr double kZoomPerPixel = 0.005;
+constexpr double kStrongestZoom = 0.001;
+constexpr double kClosest = 0.01;
 
 /// A camera's attributes as numbers: lengths in scene units, angles in radians.
 class Rig {
@@ -57,7 +57,7 @@ public:
 
     double distance() const {
         const double value = get("centerOfInterest");
-        return value > closest ? value : closest;
+        return value > kClosest ? value : kClosest;
     }
 
 private:
@@ -79,7 +79,7 @@ void dollyBy(const MDagPath& camera, double factor) {
         return;
     }
     const double from = rig.distance();
-    const double to = std::max(closest, from * factor);
+    const double to = std::max(kClosest, from * factor);
     rig.setPosition(rig.position() + rig.turned({0, 0, -1}) * (from - to));
     rig.set("centerOfInterest", to);
 }
@@ -94,20 +94,20 @@ void CameraNavigation::drag(QPointF delta, QSize port) {
     if (!camera_.isValid())
         return;
     switch (mode_) {
-    case Mode::tumble:
+    case Mode::Tumble:
         tumble(delta);
         break;
-    case Mode::track:
+    case Mode::Track:
         track(delta, port);
         break;
-    case Mode::dolly:
-        dollyBy(camera_, std::exp(-(delta.x() + delta.y()) * dollyPerPixel));
+    case Mode::Dolly:
+        dollyBy(camera_, std::exp(-(delta.x() + delta.y()) * kDollyPerPixel));
         break;
-    case Mode::pan:
+    case Mode::Pan:
         pan(delta, port);
         break;
-    case Mode::zoom:
-        zoom(std::exp(-(delta.x() + delta.y()) * zoomPerPixel));
+    case Mode::Zoom:
+        zoom(std::exp(-(delta.x() + delta.y()) * kZoomPerPixel));
         break;
     }
     Views::instance().refreshAll();
@@ -119,8 +119,8 @@ void CameraNavigation::tumble(QPointF delta) {
     const Rig rig(camera_);
     const double distance = rig.distance();
     const MVector centre = rig.position() + rig.turned({0, 0, -1}) * distance;
-    rig.set("rotateX", rig.get("rotateX") + delta.y() * radiansPerPixel);
-    rig.set("rotateY", rig.get("rotateY") - delta.x() * radiansPerPixel);
+    rig.set("rotateX", rig.get("rotateX") + delta.y() * kRadiansPerPixel);
+    rig.set("rotateY", rig.get("rotateY") - delta.x() * kRadiansPerPixel);
     rig.setPosition(centre - rig.turned({0, 0, -1}) * distance);
 }
 
@@ -149,7 +149,7 @@ void CameraNavigation::pan(QPointF delta, QSize port) {
 void CameraNavigation::zoom(double factor) {
     const Rig rig(camera_);
     rig.set("panZoomEnabled", true);
-    rig.set("zoom", std::max(strongestZoom, readLens(camera_).zoom * factor));
+    rig.set("zoom", std::max(kStrongestZoom, readLens(camera_).zoom * factor));
 }
 
 void CameraNavigation::switchPanZoom(MDagPath camera) {
@@ -162,7 +162,7 @@ void CameraNavigation::switchPanZoom(MDagPath camera) {
 void CameraNavigation::dollyStep(MDagPath camera, double steps) {
     if (!camera.isValid())
         return;
-    dollyBy(camera, std::exp(-steps * dollyPerStep));
+    dollyBy(camera, std::exp(-steps * kDollyPerStep));
     Views::instance().refreshAll();
 }
 

@@ -14,7 +14,7 @@ namespace host {
 /// nothing of it can be undone.
 class CameraNavigation {
 public:
-    enum class Mode { tumble, track, dolly, pan, zoom };
+    enum class Mode { Tumble, Track, Dolly, Pan, Zoom };
 
     /// `camera` is the path of the camera shape.
     CameraNavigation(MDagPath camera, Mode mode);

@@ -18,7 +18,7 @@ namespace host {
 
 namespace {
 
-constexpr int sliderSteps = 1000;
+constexpr int kSliderSteps = 1000;
 
 QColor toColor(const ColorSliderGroup::Components& rgb) {
     const auto part = [](double value) { return std::clamp(value, 0.0, 1.0); };
@@ -35,7 +35,7 @@ ColorSliderGroup::ColorSliderGroup(QWidget* parent)
     port_->setMinimumSize(40, 16);
     port_->installEventFilter(this);
     slider_->setObjectName(QStringLiteral("slider"));
-    slider_->setRange(0, sliderSteps);
+    slider_->setRange(0, kSliderSteps);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(2, 1, 2, 1);
     layout->addWidget(label_);
@@ -99,11 +99,11 @@ void ColorSliderGroup::show(const Components& rgb) {
     palette.setColor(port_->backgroundRole(), toColor(rgb));
     port_->setPalette(palette);
     const QSignalBlocker quiet(slider_);
-    slider_->setValue(qRound(hsv()[2] * sliderSteps));
+    slider_->setValue(qRound(hsv()[2] * kSliderSteps));
 }
 
 void ColorSliderGroup::dragged(int position) {
-    setHsv({hue_, saturation_, double(position) / sliderSteps});
+    setHsv({hue_, saturation_, double(position) / kSliderSteps});
     changed_ = true;
     if (slider_->isSliderDown())
         command::runElementScript(dragCommand);

@@ -14,9 +14,9 @@ namespace host {
 
 namespace {
 
-constexpr int labelHeight = 20;
-constexpr int gap = 6;
-constexpr int largestSide = 16384;
+constexpr int kLabelHeight = 20;
+constexpr int kGap = 6;
+constexpr int kLargestSide = 16384;
 
 } // namespace
 
@@ -34,9 +34,9 @@ bool ContactSheet::write(const QString& path, std::string& error) const {
     const int count = (last - first) / step + 1;
     const int inRow = std::min(columns, count);
     const int rows = (count + columns - 1) / columns;
-    const QSize size(gap + inRow * (cell.width() + gap),
-                     gap + rows * (cell.height() + labelHeight + gap));
-    if (size.width() > largestSide || size.height() > largestSide) {
+    const QSize size(kGap + inRow * (cell.width() + kGap),
+                     kGap + rows * (cell.height() + kLabelHeight + kGap));
+    if (size.width() > kLargestSide || size.height() > kLargestSide) {
         error = "the sheet would be too large; use fewer frames or a smaller width";
         return false;
     }
@@ -54,12 +54,13 @@ bool ContactSheet::write(const QString& path, std::string& error) const {
         sceneTime::setCurrent(frame);
         const QImage image = view->renderToImage(port);
         drawn = !image.isNull();
-        const QPoint corner(gap + (i % columns) * (cell.width() + gap),
-                            gap + (i / columns) * (cell.height() + labelHeight + gap));
+        const QPoint corner(kGap + (i % columns) * (cell.width() + kGap),
+                            kGap + (i / columns) * (cell.height() + kLabelHeight + kGap));
         painter.drawImage(corner,
                           image.scaled(cell, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-        painter.drawText(QRect(corner + QPoint(0, cell.height()), QSize(cell.width(), labelHeight)),
-                         Qt::AlignCenter, QString::number(frame));
+        painter.drawText(
+            QRect(corner + QPoint(0, cell.height()), QSize(cell.width(), kLabelHeight)),
+            Qt::AlignCenter, QString::number(frame));
     }
     painter.end();
     sceneTime::setCurrent(before);

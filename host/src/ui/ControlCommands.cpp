@@ -34,7 +34,7 @@ Elements& elements() {
 /// Makes, edits or asks a control of one class, as every control command does.
 template <class Widget, class Set, class Query>
 Value controlCommand(const CommandCall& call, const Flags& syntax, const QString& stem, Set set,
-                     Query query, ElementKind kind = ElementKind::control) {
+                     Query query, ElementKind kind = ElementKind::Control) {
     const ParsedFlags flags = syntax.parse(call);
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
@@ -137,7 +137,7 @@ Value optionMenuCommand(const CommandCall& call) {
     const ParsedFlags flags = syntax.parse(call);
     if (flags.isCreate() && !flags.isSet("-exists")) { // items that follow go here
         elements().currentMenu =
-            elements().find(command::text(result.toString()), ElementKind::control);
+            elements().find(command::text(result.toString()), ElementKind::Control);
         elements().currentCollection = nullptr;
     }
     return result;
@@ -244,11 +244,11 @@ Value columnLayoutCommand(const CommandCall& call) {
     static const Flags syntax = columnLayoutFlags();
     const Value result =
         controlCommand<ColumnLayout>(call, syntax, QStringLiteral("columnLayout"), setColumnLayout,
-                                     queryColumnLayout, ElementKind::layout);
+                                     queryColumnLayout, ElementKind::Layout);
     const ParsedFlags flags = syntax.parse(call);
     if (flags.isCreate() && !flags.isSet("-exists"))
         elements().currentLayout = qobject_cast<QWidget*>(
-            elements().find(command::text(result.toString()), ElementKind::layout));
+            elements().find(command::text(result.toString()), ElementKind::Layout));
     return result;
 }
 
@@ -288,10 +288,10 @@ void registerControlCommands() {
     script::registerCommand("colorSliderGrp", colorSliderCommand);
     script::registerCommand("columnLayout", columnLayoutCommand);
     script::registerCommand("control", [](const CommandCall& call) {
-        return elementCommand(call, ElementKind::control);
+        return elementCommand(call, ElementKind::Control);
     });
     script::registerCommand("layout", [](const CommandCall& call) {
-        return elementCommand(call, ElementKind::layout);
+        return elementCommand(call, ElementKind::Layout);
     });
 }
 

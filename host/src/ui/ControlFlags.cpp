@@ -74,7 +74,7 @@ QWidget& layoutParent(const ParsedFlags& flags, const std::string& commandName) 
     Elements& elements = Elements::instance();
     if (flags.isSet("-parent")) {
         const std::string name = flags.getString("-parent");
-        for (const ElementKind kind : {ElementKind::layout, ElementKind::window}) {
+        for (const ElementKind kind : {ElementKind::Layout, ElementKind::Window}) {
             if (auto* widget = qobject_cast<QWidget*>(elements.find(text(name), kind)))
                 return *widget;
         }

@@ -60,8 +60,8 @@ QObject* Elements::find(const QString& name, ElementKind kind, const QWidget* an
     for (const Entry& entry : entries_) {
         // An interface's layouts and panels are controls too, as are the windows' contents.
         const bool kindFits = entry.kind == kind ||
-                              (kind == ElementKind::control && (entry.kind == ElementKind::layout ||
-                                                                entry.kind == ElementKind::panel));
+                              (kind == ElementKind::Control && (entry.kind == ElementKind::Layout ||
+                                                                entry.kind == ElementKind::Panel));
         if (!kindFits || (ancestor && !isBelow(entry.object, ancestor)))
             continue;
         if (isPath ? pathOf(entry.object) == name : entry.name == name)
@@ -72,8 +72,8 @@ QObject* Elements::find(const QString& name, ElementKind kind, const QWidget* an
 
 QObject* Elements::findAny(const QString& name) const {
     for (const ElementKind kind :
-         {ElementKind::window, ElementKind::layout, ElementKind::control, ElementKind::panel,
-          ElementKind::menu, ElementKind::menuItem, ElementKind::collection}) {
+         {ElementKind::Window, ElementKind::Layout, ElementKind::Control, ElementKind::Panel,
+          ElementKind::Menu, ElementKind::MenuItem, ElementKind::Collection}) {
         if (QObject* object = find(name, kind))
             return object;
     }
@@ -82,7 +82,7 @@ QObject* Elements::findAny(const QString& name) const {
 
 ElementKind Elements::kindOf(const QObject* object) const {
     const Entry* entry = find(object);
-    return entry ? entry->kind : ElementKind::control;
+    return entry ? entry->kind : ElementKind::Control;
 }
 
 QString Elements::nameOf(const QObject* object) const {

@@ -14,10 +14,10 @@ class QWidget;
 namespace host {
 
 /// What scripts call an interface element. Several kinds may share one name.
-enum class ElementKind { window, layout, control, panel, menu, menuItem, collection };
+enum class ElementKind { Window, Layout, Control, Panel, Menu, MenuItem, Collection };
 
 /// Dynamic property of elements that the program cannot do without: scripts cannot delete them.
-constexpr const char* builtIn = "builtIn";
+constexpr const char* kBuiltIn = "builtIn";
 
 /// Names of the interface elements that scripts and plug-ins can ask for: windows, layouts,
 /// controls, panels, menus and their items. An element is a QObject that lives elsewhere; it

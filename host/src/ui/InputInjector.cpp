@@ -181,7 +181,7 @@ void InputInjector::tablet(QWindow* window, TabletPhase phase, QPoint position, 
     const QPointF global(position);
     const QPointF local(position - nativeOrigin(window));
     const Qt::MouseButtons buttons =
-        phase == TabletPhase::release || (phase == TabletPhase::move && pressure <= 0)
+        phase == TabletPhase::Release || (phase == TabletPhase::Move && pressure <= 0)
             ? Qt::NoButton
             : Qt::LeftButton;
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)

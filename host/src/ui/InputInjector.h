@@ -32,7 +32,7 @@ public:
     /// Held keys send one press each as long as this object lives.
     virtual void stopKeyRepeat() {}
 
-    enum class TabletPhase { press, move, release };
+    enum class TabletPhase { Press, Move, Release };
     /// A pen's sample for the window, beside the pointer events (which this does not send).
     static void tablet(QWindow* window, TabletPhase phase, QPoint position, double pressure,
                        bool eraser);

@@ -8,7 +8,7 @@
 namespace {
 
 // The one standard shape the window system does not have under a name of its own.
-constexpr int pencilShape = -1;
+constexpr int kPencilShape = -1;
 
 QCursor pencilCursor() {
     QPixmap picture(24, 24);
@@ -68,7 +68,7 @@ const MCursor MCursor::defaultCursor(Qt::ArrowCursor);
 const MCursor MCursor::crossHairCursor(Qt::CrossCursor);
 const MCursor MCursor::doubleCrossHairCursor(Qt::SizeAllCursor);
 const MCursor MCursor::editCursor(Qt::UpArrowCursor);
-const MCursor MCursor::pencilCursor(pencilShape);
+const MCursor MCursor::pencilCursor(kPencilShape);
 const MCursor MCursor::handCursor(Qt::OpenHandCursor);
 
 namespace host {
@@ -78,7 +78,7 @@ QCursor CursorShape::toQt(const MCursor& cursor) {
     if (!shape.bits.empty())
         return QCursor(bitmap(shape, shape.bits), bitmap(shape, shape.mask), shape.hotX,
                        shape.hotY);
-    if (shape.standard == pencilShape)
+    if (shape.standard == kPencilShape)
         return ::pencilCursor();
     return QCursor(static_cast<Qt::CursorShape>(shape.standard));
 }

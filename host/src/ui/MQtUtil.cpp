@@ -34,19 +34,19 @@ QWidget* MQtUtil::mainWindow() {
 }
 
 QWidget* MQtUtil::findControl(const MString& controlName, const QWidget* ancestor) {
-    return findWidget(controlName, ElementKind::control, ancestor);
+    return findWidget(controlName, ElementKind::Control, ancestor);
 }
 
 QWidget* MQtUtil::findLayout(const MString& layoutName, const QWidget* ancestor) {
-    return findWidget(layoutName, ElementKind::layout, ancestor);
+    return findWidget(layoutName, ElementKind::Layout, ancestor);
 }
 
 QWidget* MQtUtil::findWindow(const MString& windowName) {
-    return findWidget(windowName, ElementKind::window);
+    return findWidget(windowName, ElementKind::Window);
 }
 
 QAction* MQtUtil::findMenuItem(const MString& itemName) {
-    QObject* item = Elements::instance().find(toQString(itemName), ElementKind::menuItem);
+    QObject* item = Elements::instance().find(toQString(itemName), ElementKind::MenuItem);
     if (auto* menu = qobject_cast<QMenu*>(item))
         return menu->menuAction();
     return qobject_cast<QAction*>(item);

@@ -58,7 +58,7 @@ void setHotkeys(QAction& action, const QList<QKeySequence>& keys) {
 QMenu* MainWindow::addMenu(const QString& name, const QString& label) {
     QMenu* menu = menuBar()->addMenu(label);
     menu->setTearOffEnabled(true);
-    Elements::instance().add(menu, name, ElementKind::menu, this);
+    Elements::instance().add(menu, name, ElementKind::Menu, this);
     return menu;
 }
 
@@ -75,7 +75,7 @@ void MainWindow::buildMenus() {
     QMenu* playback = addMenu(QStringLiteral("mainPlaybackMenu"), tr("Playback"));
     QAction* play = playback->addAction(tr("Play / Stop"), this, [] {
         Playback& player = Playback::instance();
-        player.isPlaying() ? player.stop() : player.start(Playback::Direction::forward);
+        player.isPlaying() ? player.stop() : player.start(Playback::Direction::Forward);
     });
     setHotkeys(*play, {QKeySequence(Qt::ALT | Qt::Key_V)});
     QAction* next = playback->addAction(tr("Step Forward"), this,
@@ -266,7 +266,7 @@ bool MainWindow::saveAs() {
     QFileDialog dialog(this, tr("Save Scene As"), QString(), tr(sceneFilter));
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(fileIO().format() == FileFormat::mayaBinary ? QStringLiteral("mb")
+    dialog.setDefaultSuffix(fileIO().format() == FileFormat::MayaBinary ? QStringLiteral("mb")
                                                                         : QStringLiteral("ma"));
     if (!fileIO().sceneName().empty())
         dialog.selectFile(QString::fromStdString(fileIO().sceneName()));
@@ -277,8 +277,8 @@ bool MainWindow::saveAs() {
     const FileFormat oldFormat = fileIO().format();
     fileIO().setSceneName(path.toStdString());
     fileIO().setFormat(path.endsWith(QLatin1String(".mb"), Qt::CaseInsensitive)
-                           ? FileFormat::mayaBinary
-                           : FileFormat::mayaAscii);
+                           ? FileFormat::MayaBinary
+                           : FileFormat::MayaAscii);
     const bool saved = askToSaveOverDamage() && reported([] { fileIO().save(); });
     if (!saved) {
         fileIO().setSceneName(oldName);

@@ -44,7 +44,7 @@ MainWindow* MainWindow::instance() {
 MainWindow::MainWindow() {
     theWindow = this;
     Elements& elements = Elements::instance();
-    elements.add(this, QStringLiteral("MayaWindow"), ElementKind::window, nullptr);
+    elements.add(this, QStringLiteral("MayaWindow"), ElementKind::Window, nullptr);
     setFocusPolicy(Qt::StrongFocus);
     buildMenus();
     buildCentre();
@@ -83,24 +83,24 @@ MainWindow::~MainWindow() {
 void MainWindow::buildCentre() {
     Elements& elements = Elements::instance();
     auto* centre = new QWidget(this);
-    elements.add(centre, QStringLiteral("mainWindowLayout"), ElementKind::layout, this);
+    elements.add(centre, QStringLiteral("mainWindowLayout"), ElementKind::Layout, this);
     auto* layout = new QVBoxLayout(centre);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(1);
 
     auto* panes = new QSplitter(centre);
-    elements.add(panes, QStringLiteral("viewPanes"), ElementKind::layout, centre);
+    elements.add(panes, QStringLiteral("viewPanes"), ElementKind::Layout, centre);
     panel_ = new ModelPanel(QStringLiteral("modelPanel4"), panes);
-    elements.add(panel_, QStringLiteral("modelPanel4"), ElementKind::panel, panes);
+    elements.add(panel_, QStringLiteral("modelPanel4"), ElementKind::Panel, panes);
     panes->addWidget(panel_);
     layout->addWidget(panes, 1);
 
     timeSlider_ = new TimeSlider(centre);
-    elements.add(timeSlider_, QStringLiteral("timeControl1"), ElementKind::control, centre);
+    elements.add(timeSlider_, QStringLiteral("timeControl1"), ElementKind::Control, centre);
     layout->addWidget(timeSlider_);
     for (QObject* element : {static_cast<QObject*>(centre), static_cast<QObject*>(panes),
                              static_cast<QObject*>(panel_), static_cast<QObject*>(timeSlider_)})
-        element->setProperty(builtIn, true);
+        element->setProperty(kBuiltIn, true);
     timeBar_ = new TimeBar(centre);
     layout->addWidget(timeBar_);
     scriptLine_ = new ScriptLine(centre);

@@ -39,7 +39,7 @@ namespace command {
 
 QMenu* findMenu(const std::string& name) {
     for (const ElementKind kind :
-         {ElementKind::menu, ElementKind::menuItem, ElementKind::control}) {
+         {ElementKind::Menu, ElementKind::MenuItem, ElementKind::Control}) {
         if (QMenu* menu = asMenu(elements().find(text(name), kind)))
             return menu;
     }
@@ -110,7 +110,7 @@ void deleteItems(QMenu& menu) {
 QList<QObject*> itemsOf(QMenu& menu) {
     QList<QObject*> items;
     for (QObject* child : elements().childrenOf(command::ownerOf(menu))) {
-        if (elements().kindOf(child) == ElementKind::menuItem)
+        if (elements().kindOf(child) == ElementKind::MenuItem)
             items.append(child);
     }
     return items;
@@ -181,14 +181,14 @@ std::optional<Value> existingMenu(const ParsedFlags& flags, const std::string& c
         return Value();
     }
     if (!name.empty())
-        command::requireNewName(name, ElementKind::menu);
+        command::requireNewName(name, ElementKind::Menu);
     return std::nullopt;
 }
 
 Value finishMenu(QMenu& menu, QObject* parent, const ParsedFlags& flags, const char* stem) {
     const std::string name = flags.object();
     elements().add(&menu, name.empty() ? elements().uniqueName(stem) : command::text(name),
-                   ElementKind::menu, parent);
+                   ElementKind::Menu, parent);
     setMenuFlags(menu, flags);
     elements().currentMenu = &menu;
     elements().currentCollection = nullptr;
@@ -212,7 +212,7 @@ QMenuBar& menuBarOf(QWidget& window) {
 
 QWidget& menuWindow(const ParsedFlags& flags) {
     if (flags.isSet("-parent"))
-        return *command::findAs<QWidget>(flags.getString("-parent"), ElementKind::window);
+        return *command::findAs<QWidget>(flags.getString("-parent"), ElementKind::Window);
     // Menus of a window with a menu bar come right after the window.
     QWidget* current = elements().currentLayout;
     if (current && current->window()->layout() && current->window()->layout()->menuBar())
@@ -279,7 +279,7 @@ Value popupMenuCommand(const CommandCall& call) {
         return *done;
     QWidget* parent = elements().currentLayout;
     if (flags.isSet("-parent"))
-        parent = command::findAs<QWidget>(flags.getString("-parent"), ElementKind::control);
+        parent = command::findAs<QWidget>(flags.getString("-parent"), ElementKind::Control);
     if (!parent)
         throw ScriptError("popupMenu: there is no control to attach it to.");
     const int number = flags.getInt("-button", 3);

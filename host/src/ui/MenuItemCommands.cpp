@@ -43,7 +43,7 @@ QAction& actionOf(QObject* item) {
 QActionGroup* radioGroup(QMenu& menu, const ParsedFlags& flags) {
     if (flags.isSet("-collection"))
         return command::findAs<QActionGroup>(flags.getString("-collection"),
-                                             ElementKind::collection);
+                                             ElementKind::Collection);
     if (auto* group = qobject_cast<QActionGroup*>(elements().currentCollection.data()))
         return group;
     const QString name = QStringLiteral("ownRadioItems");
@@ -179,7 +179,7 @@ QAction* placeOf(const QMenu& menu, const ParsedFlags& flags) {
     const std::string name = flags.getString("-insertAfter");
     if (name.empty())
         return actions.value(0);
-    const int index = actions.indexOf(&actionOf(command::find(name, ElementKind::menuItem)));
+    const int index = actions.indexOf(&actionOf(command::find(name, ElementKind::MenuItem)));
     if (index < 0)
         throw ScriptError("menuItem: '" + name + "' is not in this menu.");
     return actions.value(index + 1);
@@ -260,26 +260,26 @@ Value menuItemCommand(const CommandCall& call) {
     const ParsedFlags flags = itemFlags().parse(call);
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
-        return Value(elements().find(command::text(name), ElementKind::menuItem) != nullptr);
+        return Value(elements().find(command::text(name), ElementKind::MenuItem) != nullptr);
     command::requireInterface("menuItem");
     if (!flags.isQuery() && flags.getString("-sourceType", "mel") != "mel")
         throw ScriptError("menuItem: commands are in mel here, not in '" +
                           flags.getString("-sourceType") + "'.");
     if (flags.isQuery())
-        return queryItem(command::find(name, ElementKind::menuItem), flags);
+        return queryItem(command::find(name, ElementKind::MenuItem), flags);
     if (flags.isEdit()) {
-        QObject* item = command::find(name, ElementKind::menuItem);
+        QObject* item = command::find(name, ElementKind::MenuItem);
         setItemFlags(actionOf(item), flags);
         if (auto* menu = qobject_cast<QMenu*>(item))
             command::setPostCommand(*menu, flags);
         return {};
     }
     if (!name.empty())
-        command::requireNewName(name, ElementKind::menuItem);
+        command::requireNewName(name, ElementKind::MenuItem);
     QMenu* menu = &command::menuParent(flags, "menuItem");
     QObject* item = makeItem(*menu, flags);
     elements().add(item, name.empty() ? elements().uniqueName("menuItem") : command::text(name),
-                   ElementKind::menuItem, command::ownerOf(*menu));
+                   ElementKind::MenuItem, command::ownerOf(*menu));
     setItemFlags(actionOf(item), flags);
     if (auto* sub = qobject_cast<QMenu*>(item)) {
         command::setPostCommand(*sub, flags);
@@ -300,10 +300,10 @@ Value radioCollectionCommand(const CommandCall& call) {
     const ParsedFlags flags = syntax.parse(call);
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
-        return Value(elements().find(command::text(name), ElementKind::collection) != nullptr);
+        return Value(elements().find(command::text(name), ElementKind::Collection) != nullptr);
     command::requireInterface("radioMenuItemCollection");
     if (!flags.isCreate()) {
-        const auto* group = command::findAs<QActionGroup>(name, ElementKind::collection);
+        const auto* group = command::findAs<QActionGroup>(name, ElementKind::Collection);
         if (flags.isEdit())
             return {}; // it has nothing that could be edited
         if (flags.isSet("-global"))
@@ -311,14 +311,14 @@ Value radioCollectionCommand(const CommandCall& call) {
         throw ScriptError("radioMenuItemCollection: a flag to query is needed.");
     }
     if (!name.empty())
-        command::requireNewName(name, ElementKind::collection);
+        command::requireNewName(name, ElementKind::Collection);
     QMenu* menu =
         flags.getBool("-global") ? nullptr : &command::menuParent(flags, "radioMenuItemCollection");
     auto* group = new QActionGroup(menu);
     elements().add(group,
                    name.empty() ? elements().uniqueName("radioMenuItemCollection")
                                 : command::text(name),
-                   ElementKind::collection, menu ? command::ownerOf(*menu) : nullptr);
+                   ElementKind::Collection, menu ? command::ownerOf(*menu) : nullptr);
     elements().currentCollection = group;
     return command::path(group);
 }

@@ -56,7 +56,7 @@ QString setNamed(const std::string& name) {
 }
 
 QMenu* menuOf(const std::string& name) {
-    return command::findAs<QMenu>(name, ElementKind::menu);
+    return command::findAs<QMenu>(name, ElementKind::Menu);
 }
 
 Value queryMenuSet(const QString& set, const ParsedFlags& flags) {

@@ -215,7 +215,7 @@ Value queryEditor(ModelPanel& panel, const ParsedFlags& flags) {
         return Value(rendererName(view.renderer()));
     if (flags.isSet("-rendererList"))
         return Value(
-            script::Strings{rendererName(Renderer::viewport2), rendererName(Renderer::legacy)});
+            script::Strings{rendererName(Renderer::Viewport2), rendererName(Renderer::Legacy)});
     if (flags.isSet("-rendererListUI"))
         return Value(script::Strings{"Viewport 2.0", "Legacy Viewport"});
     if (flags.isSet("-grid"))

@@ -57,8 +57,8 @@ ModelPanel::ModelPanel(const QString& name, QWidget* parent)
 
     QMenu* renderer = menuBar_->addMenu(tr("Renderer"));
     auto* group = new QActionGroup(this);
-    for (const auto& [text, value] : {std::pair(tr("Viewport 2.0"), Renderer::viewport2),
-                                      std::pair(tr("Legacy Viewport"), Renderer::legacy)}) {
+    for (const auto& [text, value] : {std::pair(tr("Viewport 2.0"), Renderer::Viewport2),
+                                      std::pair(tr("Legacy Viewport"), Renderer::Legacy)}) {
         QAction* action = renderer->addAction(text);
         action->setCheckable(true);
         group->addAction(action);
@@ -107,7 +107,7 @@ QString ModelPanel::cameraName() const {
 }
 
 ModelPanel* ModelPanel::find(const QString& name) {
-    return qobject_cast<ModelPanel*>(Elements::instance().find(name, ElementKind::panel));
+    return qobject_cast<ModelPanel*>(Elements::instance().find(name, ElementKind::Panel));
 }
 
 ModelPanel* ModelPanel::of(const View* view) {
@@ -117,7 +117,7 @@ ModelPanel* ModelPanel::of(const View* view) {
 
 void ModelPanel::updateLabels() {
     const QString renderer =
-        view().renderer() == Renderer::legacy ? tr("  (Legacy Viewport)") : QString();
+        view().renderer() == Renderer::Legacy ? tr("  (Legacy Viewport)") : QString();
     label_->setText(cameraName() + renderer);
     const bool active = Views::instance().active() == &view();
     if (property("active").toBool() != active) {

@@ -93,13 +93,13 @@ Value modelPanelCommand(const CommandCall& call) {
         throw ScriptError("panel: panels are made by the commands of their types.");
     Elements& elements = Elements::instance();
     if (!name.empty())
-        command::requireNewName(name, ElementKind::panel);
+        command::requireNewName(name, ElementKind::Panel);
     QWidget& parent = command::layoutParent(flags, "modelPanel");
     const QString panelName =
         name.empty() ? elements.uniqueName(QStringLiteral("modelPanel")) : command::text(name);
     auto panel = std::make_unique<ModelPanel>(panelName);
     setPanel(*panel, flags); // without such a camera there is no panel
-    command::place(*panel.release(), parent, panelName.toStdString(), {}, ElementKind::panel);
+    command::place(*panel.release(), parent, panelName.toStdString(), {}, ElementKind::Panel);
     return Value(panelName.toStdString());
 }
 
@@ -157,7 +157,7 @@ Value setFocusCommand(const CommandCall& call) {
         panel->updateLabels();
         panel->viewWidget().setFocus();
     } else {
-        command::findAs<QWidget>(name, ElementKind::control)->setFocus();
+        command::findAs<QWidget>(name, ElementKind::Control)->setFocus();
     }
     return {};
 }

@@ -40,7 +40,7 @@ Playback::Playback() {
         if (direction == 0)
             stop();
         else
-            start(direction > 0 ? Direction::forward : Direction::backward);
+            start(direction > 0 ? Direction::Forward : Direction::Backward);
     });
 }
 
@@ -50,7 +50,7 @@ void Playback::start(Direction direction) {
         return;
     const double now = sceneTime::current();
     if (now < sceneTime::first() || now > sceneTime::last())
-        sceneTime::setCurrent(direction == Direction::forward ? sceneTime::first()
+        sceneTime::setCurrent(direction == Direction::Forward ? sceneTime::first()
                                                               : sceneTime::last());
     clock_.start();
     timer_.start(interval());
@@ -75,8 +75,8 @@ void Playback::setEveryFrame(bool every) {
 }
 
 void Playback::turnAround(double first, double last) {
-    const bool forward = direction_ == Direction::forward;
-    direction_ = forward ? Direction::backward : Direction::forward;
+    const bool forward = direction_ == Direction::Forward;
+    direction_ = forward ? Direction::Backward : Direction::Forward;
     const double by = timeline::playbackOptions().by;
     sceneTime::setCurrent(forward ? std::max(first, last - by) : std::min(last, first + by));
 }
@@ -90,14 +90,14 @@ void Playback::step() {
     const double now = sceneTime::current();
     double next = now + steps * options.by * int(direction_);
     if (next > last || next < first) {
-        const bool forward = direction_ == Direction::forward;
+        const bool forward = direction_ == Direction::Forward;
         const double end = forward ? last : first;
-        if (once_ || options.loop == timeline::PlaybackOptions::Loop::once) {
+        if (once_ || options.loop == timeline::PlaybackOptions::Loop::Once) {
             sceneTime::setCurrent(end);
             stop();
             return;
         }
-        if (options.loop == timeline::PlaybackOptions::Loop::oscillate) {
+        if (options.loop == timeline::PlaybackOptions::Loop::Oscillate) {
             if (now != end)
                 sceneTime::setCurrent(end);
             else

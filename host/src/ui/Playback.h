@@ -14,7 +14,7 @@ class Playback : public QObject {
 public:
     static Playback& instance();
 
-    enum class Direction { backward = -1, forward = 1 };
+    enum class Direction { Backward = -1, Forward = 1 };
 
     void start(Direction direction);
     void stop();
@@ -36,7 +36,7 @@ private:
 
     QTimer timer_;
     QElapsedTimer clock_; ///< since the last frame shown
-    Direction direction_ = Direction::forward;
+    Direction direction_ = Direction::Forward;
     bool once_ = false;
 };
 

@@ -19,7 +19,7 @@ namespace host::savedViews {
 namespace {
 
 const char* const nodeName = "uiConfigurationScriptNode";
-constexpr int interfaceScript = 3; ///< scriptType "UI Configuration"
+constexpr int kInterfaceScript = 3; ///< scriptType "UI Configuration"
 
 QString statement(const QString& panel, const QString& camera) {
     return QStringLiteral("if (`modelPanel -exists \"%1\"`) lookThroughModelPanel \"%2\" \"%1\";\n")
@@ -79,7 +79,7 @@ void store() {
     if (node.isNull()) {
         MFnDependencyNode made;
         node = made.create("script", nodeName);
-        made.findPlug("scriptType", true).setInt(interfaceScript);
+        made.findPlug("scriptType", true).setInt(kInterfaceScript);
     }
     scriptOf(node).setString(MQtUtil::toMString(after));
     setSceneModified(modified);

@@ -59,7 +59,7 @@ TimeBar::TimeBar(QWidget* parent) : QWidget(parent) {
     connect(forward, &QToolButton::clicked, this, [step] { step(1); });
     connect(play_, &QToolButton::clicked, this, [] {
         Playback& playback = Playback::instance();
-        playback.isPlaying() ? playback.stop() : playback.start(Playback::Direction::forward);
+        playback.isPlaying() ? playback.stop() : playback.start(Playback::Direction::Forward);
     });
     connect(&Playback::instance(), &Playback::stateChanged, this, [this](bool playing) {
         play_->setIcon(mediaIcon(*style(), playing ? QStyle::SP_MediaStop : QStyle::SP_MediaPlay));

@@ -36,8 +36,8 @@ Value timeControlCommand(const CommandCall& call) {
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
         return Value(qobject_cast<TimeSlider*>(Elements::instance().find(
-                         command::text(name), ElementKind::control)) != nullptr);
-    auto* slider = command::findAs<TimeSlider>(name, ElementKind::control);
+                         command::text(name), ElementKind::Control)) != nullptr);
+    auto* slider = command::findAs<TimeSlider>(name, ElementKind::Control);
     if (flags.isCreate())
         throw ScriptError("timeControl: there is one time slider only.");
     if (flags.isEdit()) {
@@ -72,7 +72,7 @@ Value playCommand(const CommandCall& call) {
     Playback& playback = Playback::instance();
     if (flags.isQuery()) {
         if (flags.isSet("-forward"))
-            return Value(playback.direction() == Playback::Direction::forward);
+            return Value(playback.direction() == Playback::Direction::Forward);
         return Value(playback.isPlaying());
     }
     command::requireInterface("play");
@@ -80,8 +80,8 @@ Value playCommand(const CommandCall& call) {
         playback.stop();
         return {};
     }
-    const auto direction = flags.getBool("-forward", true) ? Playback::Direction::forward
-                                                           : Playback::Direction::backward;
+    const auto direction = flags.getBool("-forward", true) ? Playback::Direction::Forward
+                                                           : Playback::Direction::Backward;
     if (!flags.isSet("-wait")) {
         playback.start(direction);
         return {};

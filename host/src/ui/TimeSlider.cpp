@@ -16,9 +16,9 @@ namespace host {
 
 namespace {
 
-constexpr double marginShare = 0.005;
-constexpr double framesShare = 0.99;
-constexpr double handleReach = 6; ///< logical pixels about a range's end that grab it
+constexpr double kMarginShare = 0.005;
+constexpr double kFramesShare = 0.99;
+constexpr double kHandleReach = 6; ///< logical pixels about a range's end that grab it
 
 /// Frames between labelled ticks so that labels do not touch.
 int labelStep(double pixelsPerFrame, int labelWidth) {
@@ -62,7 +62,7 @@ int TimeSlider::lastFrame() const {
 
 double TimeSlider::xOf(double frame) const {
     const int frames = lastFrame() - firstFrame() + 1;
-    return width() * marginShare + (frame - firstFrame()) * width() * framesShare / frames;
+    return width() * kMarginShare + (frame - firstFrame()) * width() * kFramesShare / frames;
 }
 
 int TimeSlider::frameAt(double x) const {
@@ -130,30 +130,30 @@ void TimeSlider::paintEvent(QPaintEvent*) {
 
 TimeSlider::Drag TimeSlider::dragAt(double x, bool shift) const {
     if (range_ && !shift) {
-        if (std::abs(x - xOf(range_->start)) <= handleReach)
-            return Drag::rangeStart;
-        if (std::abs(x - xOf(range_->end)) <= handleReach)
-            return Drag::rangeEnd;
+        if (std::abs(x - xOf(range_->start)) <= kHandleReach)
+            return Drag::RangeStart;
+        if (std::abs(x - xOf(range_->end)) <= kHandleReach)
+            return Drag::RangeEnd;
         if (x > xOf(range_->start) && x < xOf(range_->end))
-            return Drag::moveRange;
+            return Drag::MoveRange;
     }
-    return shift ? Drag::select : Drag::scrub;
+    return shift ? Drag::Select : Drag::Scrub;
 }
 
 void TimeSlider::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton && event->button() != Qt::MiddleButton)
         return;
     const double x = qt::localPosition(*event).x();
-    drag_ = event->button() == Qt::MiddleButton ? Drag::scrub
+    drag_ = event->button() == Qt::MiddleButton ? Drag::Scrub
                                                 : dragAt(x, event->modifiers() & Qt::ShiftModifier);
     frameAtPress_ = frameAt(x);
     rangeAtPress_ = range();
-    if (drag_ == Drag::scrub) {
+    if (drag_ == Drag::Scrub) {
         if (event->button() == Qt::LeftButton)
             setRange({});
         timeline::setScrubbing(true);
         scrubTo(x);
-    } else if (drag_ == Drag::select) {
+    } else if (drag_ == Drag::Select) {
         setRange(Range{double(frameAtPress_), double(frameAtPress_ + 1)});
     }
 }
@@ -162,9 +162,9 @@ void TimeSlider::mouseMoveEvent(QMouseEvent* event) {
     if (!(event->buttons() & (Qt::LeftButton | Qt::MiddleButton)))
         endDrag(); // the release went elsewhere, e.g. to a menu
     const double x = qt::localPosition(*event).x();
-    if (drag_ == Drag::scrub)
+    if (drag_ == Drag::Scrub)
         scrubTo(x);
-    else if (drag_ != Drag::none)
+    else if (drag_ != Drag::None)
         dragRange(x);
 }
 
@@ -175,9 +175,9 @@ void TimeSlider::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TimeSlider::endDrag() {
-    if (drag_ == Drag::scrub)
+    if (drag_ == Drag::Scrub)
         timeline::setScrubbing(false);
-    drag_ = Drag::none;
+    drag_ = Drag::None;
 }
 
 void TimeSlider::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -201,19 +201,19 @@ void TimeSlider::dragRange(double x) {
     const double boundary = first + std::round((x - xOf(first)) / (xOf(first + 1) - xOf(first)));
     Range range = rangeAtPress_;
     switch (drag_) {
-    case Drag::select:
+    case Drag::Select:
         range = {double(std::min(frame, frameAtPress_)),
                  double(std::max(frame, frameAtPress_) + 1)};
         break;
-    case Drag::moveRange: {
+    case Drag::MoveRange: {
         const double offset = std::clamp(double(moved), first - range.start, end - range.end);
         range = {range.start + offset, range.end + offset};
         break;
     }
-    case Drag::rangeStart:
+    case Drag::RangeStart:
         range.start = std::clamp(boundary, first, range.end - 1);
         break;
-    case Drag::rangeEnd:
+    case Drag::RangeEnd:
         range.end = std::clamp(boundary, range.start + 1, end);
         break;
     default:
@@ -223,7 +223,7 @@ void TimeSlider::dragRange(double x) {
     setRange(range);
     // Moving a range brings the time along, as whoever watches the time must learn of it. The
     // frame under the pointer is always one of those shown.
-    if (drag_ == Drag::moveRange && shift != 0)
+    if (drag_ == Drag::MoveRange && shift != 0)
         sceneTime::setCurrent(frame);
 }
 

@@ -49,7 +49,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
-    enum class Drag { none, scrub, select, moveRange, rangeStart, rangeEnd };
+    enum class Drag { None, Scrub, Select, MoveRange, RangeStart, RangeEnd };
 
     void endDrag();
     void scrubTo(double x);
@@ -57,7 +57,7 @@ private:
     Drag dragAt(double x, bool shift) const;
 
     std::optional<Range> range_;
-    Drag drag_ = Drag::none;
+    Drag drag_ = Drag::None;
     Range rangeAtPress_;
     int frameAtPress_ = 0;
     int listener_ = 0;

@@ -23,7 +23,7 @@ using script::ParsedFlags;
 using script::ScriptError;
 using script::Value;
 
-constexpr const char* imageFlags[] = {"-image1", "-image2", "-image3"};
+constexpr const char* kImageFlags[] = {"-image1", "-image2", "-image3"};
 
 MPxContext& contextNamed(const std::string& name) {
     MPxContext* context = Tools::instance().find(name);
@@ -74,7 +74,7 @@ Value contextInfoCommand(const CommandCall& call) {
     if (flags.isSet("-escapeContext"))
         return Value(std::string("setToolTo ") + Tools::selectTool);
     for (int i = 0; i < 3; ++i) {
-        if (flags.isSet(imageFlags[i]))
+        if (flags.isSet(kImageFlags[i]))
             return Value(state.images[i]);
     }
     throw ScriptError("contextInfo: a flag that says what is asked for is needed.");
@@ -149,7 +149,7 @@ Value contextCommand(const std::string& commandName, Tools::Creator creator,
     MPxContext& context = contextNamed(name);
     if (parser.isQuery()) {
         for (int i = 0; i < 3; ++i) {
-            if (parser.isFlagSet(imageFlags[i]))
+            if (parser.isFlagSet(kImageFlags[i]))
                 return Value(ContextState::of(context).images[i]);
         }
         if (!command->doQueryFlags())
@@ -157,8 +157,8 @@ Value contextCommand(const std::string& commandName, Tools::Creator creator,
         return state->result;
     }
     for (int i = 0; i < 3; ++i) {
-        if (parser.isFlagSet(imageFlags[i]))
-            context.setImage(parser.flagArgumentString(imageFlags[i], 0),
+        if (parser.isFlagSet(kImageFlags[i]))
+            context.setImage(parser.flagArgumentString(kImageFlags[i], 0),
                              static_cast<MPxContext::ImageIndex>(i));
     }
     if (!command->doEditFlags())

@@ -31,15 +31,15 @@ int modifierBits(Qt::KeyboardModifiers modifiers) {
 
 CameraNavigation::Mode navigationMode(Qt::MouseButton button, bool panZoom) {
     if (panZoom)
-        return button == Qt::RightButton ? CameraNavigation::Mode::zoom
-                                         : CameraNavigation::Mode::pan;
+        return button == Qt::RightButton ? CameraNavigation::Mode::Zoom
+                                         : CameraNavigation::Mode::Pan;
     switch (button) {
     case Qt::MiddleButton:
-        return CameraNavigation::Mode::track;
+        return CameraNavigation::Mode::Track;
     case Qt::RightButton:
-        return CameraNavigation::Mode::dolly;
+        return CameraNavigation::Mode::Dolly;
     default:
-        return CameraNavigation::Mode::tumble;
+        return CameraNavigation::Mode::Tumble;
     }
 }
 
@@ -160,7 +160,7 @@ void ViewWidget::callTool(ToolCall call, QPointF windowPosition, Qt::KeyboardMod
 
     // A tool can run any script, even one that deletes this panel.
     const QPointer<ViewWidget> alive(this);
-    if (view_.renderer() == Renderer::viewport2 && entry.modern) {
+    if (view_.renderer() == Renderer::Viewport2 && entry.modern) {
         DrawManager drawing("tool " + Tools::instance().currentName());
         const auto context = FrameAccess::context(view_.frame());
         const MStatus status = (tool->*entry.modern)(event, drawing.api(), *context);
@@ -169,7 +169,7 @@ void ViewWidget::callTool(ToolCall call, QPointF windowPosition, Qt::KeyboardMod
         DrawList drawables = drawing.take();
         const bool redraw = !drawables.empty() || !view_.toolDrawables().empty();
         view_.setToolDrawables(std::move(drawables));
-        if (redraw || call != ToolCall::move)
+        if (redraw || call != ToolCall::Move)
             view_.refresh();
         if (status)
             return;
@@ -199,9 +199,9 @@ void ViewWidget::mousePressEvent(QMouseEvent* event) {
     toolButton_ = event->button();
     syncPort();
     const QPointer<ViewWidget> alive(this);
-    callTool(ToolCall::press, lastPosition_, event->modifiers(), event->buttons());
+    callTool(ToolCall::Press, lastPosition_, event->modifiers(), event->buttons());
     if (alive)
-        callTool(ToolCall::hold, lastPosition_, event->modifiers(), event->buttons());
+        callTool(ToolCall::Hold, lastPosition_, event->modifiers(), event->buttons());
 }
 
 void ViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -215,7 +215,7 @@ void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
     if (navigation_)
         navigation_->drag({delta.x(), -delta.y()}, portSize());
     else
-        callTool(toolButton_ == Qt::NoButton ? ToolCall::move : ToolCall::drag, position,
+        callTool(toolButton_ == Qt::NoButton ? ToolCall::Move : ToolCall::Drag, position,
                  event->modifiers(), event->buttons());
 }
 
@@ -228,7 +228,7 @@ void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
     if (toolButton_ == Qt::NoButton || event->button() != toolButton_)
         return;
     const QPointer<ViewWidget> alive(this);
-    callTool(ToolCall::release, qt::windowPosition(*event), event->modifiers(), event->buttons());
+    callTool(ToolCall::Release, qt::windowPosition(*event), event->modifiers(), event->buttons());
     if (!alive)
         return;
     toolButton_ = Qt::NoButton;
@@ -253,7 +253,7 @@ void ViewWidget::focusInEvent(QFocusEvent* event) {
 
 bool ViewWidget::event(QEvent* event) {
     if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
-        callTool(event->type() == QEvent::Enter ? ToolCall::enter : ToolCall::leave, lastPosition_,
+        callTool(event->type() == QEvent::Enter ? ToolCall::Enter : ToolCall::Leave, lastPosition_,
                  Qt::NoModifier, Qt::NoButton);
     return QOpenGLWidget::event(event);
 }

@@ -39,7 +39,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    enum class ToolCall { press, hold, drag, release, move, enter, leave };
+    enum class ToolCall { Press, Hold, Drag, Release, Move, Enter, Leave };
 
     void makeActive();
     void callTool(ToolCall call, QPointF windowPosition, Qt::KeyboardModifiers modifiers,

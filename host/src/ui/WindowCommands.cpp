@@ -178,7 +178,7 @@ Value queryWindow(const QWidget& window, const ParsedFlags& flags) {
         return Value(window.windowIconText().toStdString());
     script::Strings menus;
     for (const QObject* child : elements().childrenOf(&window)) {
-        if (elements().kindOf(child) == ElementKind::menu)
+        if (elements().kindOf(child) == ElementKind::Menu)
             menus.push_back(elements().nameOf(child).toStdString());
     }
     if (flags.isSet("-menuArray"))
@@ -220,20 +220,20 @@ Value windowCommand(const CommandCall& call) {
     const ParsedFlags flags = syntax.parse(call);
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
-        return Value(elements().find(command::text(name), ElementKind::window) != nullptr);
+        return Value(elements().find(command::text(name), ElementKind::Window) != nullptr);
     command::requireInterface("window");
     if (!flags.isCreate()) {
-        auto* window = command::findAs<QWidget>(name, ElementKind::window);
+        auto* window = command::findAs<QWidget>(name, ElementKind::Window);
         if (flags.isQuery())
             return queryWindow(*window, flags);
         setWindowFlags(*window, flags);
         return {};
     }
     if (!name.empty())
-        command::requireNewName(name, ElementKind::window);
+        command::requireNewName(name, ElementKind::Window);
     auto* window = new ScriptWindow(flags.isSet("-retain"));
     elements().add(window, name.empty() ? elements().uniqueName("window") : command::text(name),
-                   ElementKind::window, nullptr);
+                   ElementKind::Window, nullptr);
     window->resize(300, 280);
     if (flags.getBool("-menuBar")) {
         auto* bar = new QMenuBar(window);
@@ -251,7 +251,7 @@ Value showWindowCommand(const CommandCall& call) {
     command::requireInterface("showWindow");
     QWidget* window = name.empty() && elements().currentLayout
                           ? elements().currentLayout->window()
-                          : command::findAs<QWidget>(name, ElementKind::window);
+                          : command::findAs<QWidget>(name, ElementKind::Window);
     const bool shown = window->isVisible();
     window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->show();
@@ -318,23 +318,23 @@ Value paneLayoutCommand(const CommandCall& call) {
     const ParsedFlags flags = syntax.parse(call);
     const std::string name = flags.object();
     if (flags.isSet("-exists"))
-        return Value(elements().find(command::text(name), ElementKind::layout) != nullptr);
+        return Value(elements().find(command::text(name), ElementKind::Layout) != nullptr);
     command::requireInterface("paneLayout");
     if (!flags.isCreate()) {
-        auto* splitter = command::findAs<QSplitter>(name, ElementKind::layout);
+        auto* splitter = command::findAs<QSplitter>(name, ElementKind::Layout);
         if (flags.isQuery())
             return queryPaneLayout(*splitter, flags);
         setPaneLayout(*splitter, flags);
         return {};
     }
     if (!name.empty())
-        command::requireNewName(name, ElementKind::layout);
+        command::requireNewName(name, ElementKind::Layout);
     QWidget& parent = command::layoutParent(flags, "paneLayout");
     const std::string configuration = flags.getString("-configuration", "single");
     auto splitter = std::make_unique<QSplitter>(orientationOf(configuration));
     splitter->setProperty("configuration", command::text(configuration));
     QSplitter* made = splitter.release();
-    command::place(*made, parent, name, QStringLiteral("paneLayout"), ElementKind::layout);
+    command::place(*made, parent, name, QStringLiteral("paneLayout"), ElementKind::Layout);
     command::setControl(*made, flags);
     elements().currentLayout = made;
     return command::path(made);
@@ -354,9 +354,9 @@ Value setParentMenu(const std::string& name) {
         if (!qobject_cast<QMenu*>(menu))
             throw ScriptError("setParent: the current menu has no menu above it.");
     } else {
-        menu = elements().find(command::text(name), ElementKind::menu);
+        menu = elements().find(command::text(name), ElementKind::Menu);
         if (!menu)
-            menu = command::findAs<QMenu>(name, ElementKind::menuItem);
+            menu = command::findAs<QMenu>(name, ElementKind::MenuItem);
     }
     elements().currentMenu = menu;
     elements().currentCollection = nullptr;
@@ -408,14 +408,14 @@ Value deleteUiCommand(const CommandCall& call) {
     const struct {
         const char* flag;
         ElementKind kind;
-    } kinds[] = {{"-window", ElementKind::window},
-                 {"-menu", ElementKind::menu},
-                 {"-menuItem", ElementKind::menuItem},
-                 {"-control", ElementKind::control},
-                 {"-layout", ElementKind::layout},
-                 {"-panel", ElementKind::panel},
-                 {"-editor", ElementKind::panel},
-                 {"-radioMenuItemCollection", ElementKind::collection}};
+    } kinds[] = {{"-window", ElementKind::Window},
+                 {"-menu", ElementKind::Menu},
+                 {"-menuItem", ElementKind::MenuItem},
+                 {"-control", ElementKind::Control},
+                 {"-layout", ElementKind::Layout},
+                 {"-panel", ElementKind::Panel},
+                 {"-editor", ElementKind::Panel},
+                 {"-radioMenuItemCollection", ElementKind::Collection}};
     for (const std::string& name : flags.objectNames()) {
         if (flags.isSet("-toolContext")) {
             if (!Tools::instance().remove(name))
@@ -436,7 +436,7 @@ Value deleteUiCommand(const CommandCall& call) {
             throw ScriptError("Object '" + name + "' not found.");
         if (object == MainWindow::instance())
             throw ScriptError("deleteUI: the main window cannot be deleted.");
-        if (object->property(builtIn).toBool())
+        if (object->property(kBuiltIn).toBool())
             throw ScriptError("deleteUI: '" + name + "' is part of the main window.");
         command::destroy(object);
     }

@@ -26,8 +26,8 @@ void setRange(const Range& range);
 
 /// How the range is played. Kept from scene to scene, as it is the user's choice.
 struct PlaybackOptions {
-    enum class Loop { once, continuous, oscillate };
-    Loop loop = Loop::continuous;
+    enum class Loop { Once, Continuous, Oscillate };
+    Loop loop = Loop::Continuous;
     double speed = 1.0;    ///< share of real time; 0 shows every frame
     double maxSpeed = 1.0; ///< no faster than this share while every frame is shown; 0: free
     double by = 1.0;       ///< frames from one shown time to the next

@@ -320,7 +320,7 @@ void readStatement(const std::string& text, SceneBuilder& builder) {
     buffer.open(QIODevice::ReadOnly);
     AsciiScanner scanner(buffer);
     Statement statement;
-    while (scanner.next(statement) == AsciiScanner::Result::statement)
+    while (scanner.next(statement) == AsciiScanner::Result::Statement)
         understand(statement, builder);
 }
 
@@ -329,14 +329,14 @@ void readAsciiScene(QIODevice& device, SceneBuilder& builder) {
     Statement statement;
     for (;;) {
         const AsciiScanner::Result result = scanner.next(statement);
-        if (result == AsciiScanner::Result::end)
+        if (result == AsciiScanner::Result::End)
             break;
-        if (result == AsciiScanner::Result::statement) {
+        if (result == AsciiScanner::Result::Statement) {
             builder.setPlace(statement.line, true);
             understand(statement, builder);
             continue;
         }
-        const bool cut = result == AsciiScanner::Result::truncated;
+        const bool cut = result == AsciiScanner::Result::Truncated;
         builder.setPlace(scanner.problemLine(), true);
         builder.error((cut ? "The file is truncated: " : "Damaged statement: ") +
                       scanner.problem());

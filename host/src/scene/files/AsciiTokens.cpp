@@ -7,8 +7,8 @@ namespace host {
 
 namespace {
 
-constexpr std::size_t blockSize = 64 * 1024;
-constexpr std::size_t commentLimit = 4096;
+constexpr std::size_t kBlockSize = 64 * 1024;
+constexpr std::size_t kCommentLimit = 4096;
 
 bool isBlank(int c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f';
@@ -33,7 +33,7 @@ const std::string& Statement::command() const {
     return tokens.empty() || tokens.front().quoted ? none : tokens.front().text;
 }
 
-AsciiScanner::AsciiScanner(QIODevice& device) : device_(device), block_(blockSize) {
+AsciiScanner::AsciiScanner(QIODevice& device) : device_(device), block_(kBlockSize) {
 }
 
 int AsciiScanner::peek() {
@@ -63,7 +63,7 @@ int AsciiScanner::take() {
 void AsciiScanner::readLineComment() {
     lastComment_.clear();
     for (int c = peek(); c >= 0 && c != '\n'; c = peek()) {
-        if (lastComment_.size() < commentLimit && c != '\r')
+        if (lastComment_.size() < kCommentLimit && c != '\r')
             lastComment_ += char(c);
         take();
     }
@@ -213,8 +213,8 @@ AsciiScanner::Result AsciiScanner::readText(Statement& statement, Token token) {
     source_ = nullptr;
     statement.source.clear();
     if (!skipBlank())
-        return Result::truncated;
-    return isAtStatement() ? Result::damaged : Result::statement;
+        return Result::Truncated;
+    return isAtStatement() ? Result::Damaged : Result::Statement;
 }
 
 // Whether a semicolon ends the statement. Behind one that got into the values of a setAttr stands
@@ -243,12 +243,12 @@ AsciiScanner::Result AsciiScanner::readToken(Statement& statement, int first) {
             // The word may have taken the beginning of the comment only.
             readLineComment();
             lastComment_.insert(0, token.text);
-            return Result::statement;
+            return Result::Statement;
         }
         if (token.text.compare(0, 2, "/*") == 0) {
             const bool closed =
                 token.text.size() >= 4 && token.text.compare(token.text.size() - 2, 2, "*/") == 0;
-            return closed || skipBlockComment() ? Result::statement : Result::truncated;
+            return closed || skipBlockComment() ? Result::Statement : Result::Truncated;
         }
         if (!isSceneFileCommand(statement.command()))
             for (const char c : token.text)
@@ -259,7 +259,7 @@ AsciiScanner::Result AsciiScanner::readToken(Statement& statement, int first) {
         statement.source.clear();
     }
     addToken(statement, std::move(token));
-    return Result::statement;
+    return Result::Statement;
 }
 
 // A closing brace ends the statement that it closes, without a semicolon.
@@ -281,12 +281,12 @@ AsciiScanner::Result AsciiScanner::next(Statement& statement) {
         const bool atLineStart = last_ == '\n';
         if (depth_ > 0 && atLineStart && c != '/' && isAtStatement()) {
             notice("block without end");
-            return Result::damaged;
+            return Result::Damaged;
         }
         if (c == ';') {
             take();
             if (!statement.tokens.empty() && endsHere(statement))
-                return problem_.empty() ? Result::statement : Result::damaged;
+                return problem_.empty() ? Result::Statement : Result::Damaged;
             continue;
         }
         if (statement.tokens.empty()) {
@@ -295,15 +295,15 @@ AsciiScanner::Result AsciiScanner::next(Statement& statement) {
             source_ = &statement.source;
         }
         const Result result = readToken(statement, c);
-        if (result != Result::statement)
+        if (result != Result::Statement)
             return result;
         if (!statement.tokens.empty() && endsBlock(statement))
-            return Result::statement;
+            return Result::Statement;
     }
     if (statement.tokens.empty())
-        return Result::end;
+        return Result::End;
     notice("the file ends within a statement");
-    return Result::truncated;
+    return Result::Truncated;
 }
 
 } // namespace host

@@ -27,10 +27,10 @@ public:
     explicit AsciiScanner(QIODevice& device);
 
     enum class Result {
-        statement, // one was read
-        damaged,   // the statement cannot be trusted; reading goes on at the next one
-        truncated, // the file ends within the statement
-        end,
+        Statement, // one was read
+        Damaged,   // the statement cannot be trusted; reading goes on at the next one
+        Truncated, // the file ends within the statement
+        End,
     };
     // A damaged or truncated statement has the tokens read so far. They go on behind the damage,
     // which rarely reaches farther than its line, up to a semicolon or a line that begins like a

@@ -144,7 +144,7 @@ void readData(const Chunk& chunk, QIODevice& device, SceneBuilder& builder, bool
 // begin with where they belong.
 void salvageData(qint64 from, qint64 to, QIODevice& device, SceneBuilder& builder) {
     Chunk chunk;
-    chunk.start = from + qint64(chunkHeaderSize);
+    chunk.start = from + qint64(kChunkHeaderSize);
     if (chunk.start >= to || !device.seek(chunk.start))
         return;
     chunk.length = std::uint64_t(to - chunk.start);
@@ -174,15 +174,15 @@ void readBinaryScene(QIODevice& device, SceneBuilder& builder) {
         const qint64 place = reader.position();
         builder.setPlace(std::uint64_t(place), false);
         const ChunkReader::Result result = reader.next(chunk);
-        if (result == ChunkReader::Result::damaged) {
+        if (result == ChunkReader::Result::Damaged) {
             builder.error("Damaged part skipped: " + reader.problem());
             if (damagedAt < 0)
                 damagedAt = place;
             continue;
         }
-        const bool atEnd = result == ChunkReader::Result::end;
+        const bool atEnd = result == ChunkReader::Result::End;
         if (damagedAt >= 0) {
-            const qint64 next = atEnd ? device.size() : chunk.start - qint64(chunkHeaderSize);
+            const qint64 next = atEnd ? device.size() : chunk.start - qint64(kChunkHeaderSize);
             salvageData(damagedAt, next, device, builder);
             builder.loseNode();
             damagedAt = -1;

@@ -13,8 +13,8 @@
 
 namespace host {
 
-constexpr const char* settingsNode = "sceneConfigurationScriptNode";
-constexpr int mostMessages = 200; // a badly damaged file would otherwise give one for each line
+constexpr const char* kSettingsNode = "sceneConfigurationScriptNode";
+constexpr int kMostMessages = 200; // a badly damaged file would otherwise give one for each line
 
 struct SceneBuilder::State {
     State(SceneMemory& sceneMemory, std::string fileName, bool isImport)
@@ -31,7 +31,7 @@ struct SceneBuilder::State {
     bool inSettings = false; // the current node is the one that only carries playback settings
     bool orphaned = false;   // what follows belongs to a statement that is kept, not to a node
     MObjectHandle lastMade;
-    StatementPlace where = StatementPlace::head;
+    StatementPlace where = StatementPlace::Head;
     // Nodes the file made and their whole paths in the file, by their last name; several may share
     // it under different parents.
     std::multimap<std::string, std::pair<std::string, MObjectHandle>> made;

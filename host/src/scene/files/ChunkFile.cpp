@@ -9,8 +9,8 @@ namespace host {
 namespace {
 
 // The control characters show a file that went through a text conversion.
-constexpr std::array<char, 8> fileMark = {'\x89', 'V', 'L', 'B', '\r', '\n', '\x1a', '\n'};
-constexpr qint64 fileHeaderSize = 12;
+constexpr std::array<char, 8> kFileMark = {'\x89', 'V', 'L', 'B', '\r', '\n', '\x1a', '\n'};
+constexpr qint64 kFileHeaderSize = 12;
 
 void appendNumber(std::string& bytes, std::uint64_t value, int count) {
     for (int i = 0; i < count; ++i)
@@ -33,7 +33,7 @@ std::string headerBytes(ChunkId id, std::uint64_t length, std::uint32_t crc) {
 }
 
 bool parseHeader(const char* bytes, Chunk& chunk) {
-    if (crc32(0, bytes, chunkHeaderSize - 4) != numberAt(bytes + chunkHeaderSize - 4, 4))
+    if (crc32(0, bytes, kChunkHeaderSize - 4) != numberAt(bytes + kChunkHeaderSize - 4, 4))
         return false;
     std::copy_n(bytes, 4, chunk.id.begin());
     chunk.length = numberAt(bytes + 4, 8);
@@ -94,8 +94,8 @@ void ChunkWriter::put(const std::string& bytes) {
 }
 
 void ChunkWriter::begin() {
-    std::string bytes(fileMark.begin(), fileMark.end());
-    appendNumber(bytes, chunkFileVersion, 4);
+    std::string bytes(kFileMark.begin(), kFileMark.end());
+    appendNumber(bytes, kChunkFileVersion, 4);
     put(bytes);
 }
 
@@ -132,9 +132,9 @@ ChunkReader::ChunkReader(QIODevice& device) : device_(device) {
 }
 
 bool isChunkFile(QIODevice& device) {
-    const QByteArray mark = device.peek(qint64(fileMark.size()));
-    return std::size_t(mark.size()) == fileMark.size() &&
-           std::equal(mark.begin(), mark.end(), fileMark.begin());
+    const QByteArray mark = device.peek(qint64(kFileMark.size()));
+    return std::size_t(mark.size()) == kFileMark.size() &&
+           std::equal(mark.begin(), mark.end(), kFileMark.begin());
 }
 
 bool ChunkReader::begin() {
@@ -142,46 +142,46 @@ bool ChunkReader::begin() {
         problem_ = "not a binary scene file";
         return false;
     }
-    const QByteArray header = device_.read(fileHeaderSize);
-    if (header.size() < fileHeaderSize) {
+    const QByteArray header = device_.read(kFileHeaderSize);
+    if (header.size() < kFileHeaderSize) {
         problem_ = "the file is truncated";
         return false;
     }
-    const auto version = numberAt(header.constData() + fileMark.size(), 4);
-    if (version != chunkFileVersion) {
+    const auto version = numberAt(header.constData() + kFileMark.size(), 4);
+    if (version != kChunkFileVersion) {
         problem_ = "unknown version " + std::to_string(version) + " of the file form";
         return false;
     }
-    next_ = fileHeaderSize;
+    next_ = kFileHeaderSize;
     return true;
 }
 
 ChunkReader::Result ChunkReader::next(Chunk& chunk) {
     if (!problem_.empty() && !findHeader())
-        return Result::end;
+        return Result::End;
     problem_.clear();
     const qint64 left = device_.size() - next_;
     if (left <= 0)
-        return Result::end;
-    std::array<char, chunkHeaderSize> header;
+        return Result::End;
+    std::array<char, kChunkHeaderSize> header;
     if (!device_.seek(next_) ||
         device_.read(header.data(), qint64(header.size())) != qint64(header.size())) {
         problem_ = "the file is truncated";
-        return Result::damaged;
+        return Result::Damaged;
     }
     chunk = Chunk();
     if (!parseHeader(header.data(), chunk)) {
         problem_ = "damaged chunk header";
-        return Result::damaged;
+        return Result::Damaged;
     }
-    chunk.start = next_ + qint64(chunkHeaderSize);
-    const auto room = std::uint64_t(left) - chunkHeaderSize;
+    chunk.start = next_ + qint64(kChunkHeaderSize);
+    const auto room = std::uint64_t(left) - kChunkHeaderSize;
     if (chunk.length > room) {
         chunk.length = room;
         chunk.cutShort = true;
     }
     next_ = chunk.start + qint64(chunk.length);
-    return Result::chunk;
+    return Result::Chunk;
 }
 
 // Moves to the next place whose 20 bytes are a header with a right checksum.
@@ -191,7 +191,7 @@ bool ChunkReader::findHeader() {
     qint64 from = next_ + 1;
     while (device_.seek(from)) {
         const QByteArray block = device_.read(blockSize);
-        const auto last = block.size() - qsizetype(chunkHeaderSize);
+        const auto last = block.size() - qsizetype(kChunkHeaderSize);
         if (last < 0)
             return false;
         for (qsizetype i = 0; i <= last; ++i) {

@@ -21,8 +21,8 @@ constexpr ChunkId chunkId(const char (&name)[5]) {
     return {name[0], name[1], name[2], name[3]};
 }
 
-constexpr std::uint32_t chunkFileVersion = 1;
-constexpr std::size_t chunkHeaderSize = 20;
+constexpr std::uint32_t kChunkFileVersion = 1;
+constexpr std::size_t kChunkHeaderSize = 20;
 
 // Fields of a chunk, little-endian; texts are a 32-bit count of bytes and those bytes.
 class ChunkFields {
@@ -94,7 +94,7 @@ public:
     // False, with problem() set, when the file is not such a container or of a newer version.
     bool begin();
 
-    enum class Result { chunk, end, damaged };
+    enum class Result { Chunk, End, Damaged };
     // After damaged, the next call looks for the next good header.
     Result next(Chunk& chunk);
     bool intact(const Chunk& chunk);

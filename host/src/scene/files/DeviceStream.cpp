@@ -6,7 +6,7 @@
 namespace host {
 
 namespace {
-constexpr std::size_t blockSize = 64 * 1024;
+constexpr std::size_t kBlockSize = 64 * 1024;
 }
 
 std::uint32_t crc32(std::uint32_t crc, const char* bytes, std::size_t count) {
@@ -19,7 +19,7 @@ std::uint32_t crc32(std::uint32_t crc, const char* bytes, std::size_t count) {
     return crc;
 }
 
-DeviceWriteBuffer::DeviceWriteBuffer(QIODevice& device) : device_(device), block_(blockSize) {
+DeviceWriteBuffer::DeviceWriteBuffer(QIODevice& device) : device_(device), block_(kBlockSize) {
     setp(block_.data(), block_.data() + block_.size());
 }
 
@@ -91,7 +91,7 @@ std::streamsize DeviceWriteBuffer::xsputn(const char* text, std::streamsize coun
 }
 
 DeviceReadBuffer::DeviceReadBuffer(QIODevice& device, std::uint64_t length)
-    : device_(device), start_(device.pos()), length_(length), block_(blockSize) {
+    : device_(device), start_(device.pos()), length_(length), block_(kBlockSize) {
 }
 
 DeviceReadBuffer::int_type DeviceReadBuffer::underflow() {

@@ -87,31 +87,31 @@ FileError couldNotSave(const std::string& path, const std::string& reason) {
 }
 
 std::unique_ptr<SceneSink> makeSink(QIODevice& device, FileFormat format) {
-    if (format == FileFormat::mayaAscii)
+    if (format == FileFormat::MayaAscii)
         return std::make_unique<AsciiWriter>(device);
     return std::make_unique<BinaryWriter>(device);
 }
 
-enum class Kind { ascii, binary, other };
+enum class Kind { Ascii, Binary, Other };
 
 // By what is in the file; its name may be anything.
 Kind kindOf(QIODevice& device) {
     if (isChunkFile(device))
-        return Kind::binary;
+        return Kind::Binary;
     const QByteArray start = device.peek(64);
-    return start.startsWith("//Maya ASCII") ? Kind::ascii : Kind::other;
+    return start.startsWith("//Maya ASCII") ? Kind::Ascii : Kind::Other;
 }
 
 } // namespace
 
 const char* formatName(FileFormat format) {
-    return format == FileFormat::mayaAscii ? "mayaAscii" : "mayaBinary";
+    return format == FileFormat::MayaAscii ? "mayaAscii" : "mayaBinary";
 }
 
 bool formatFromName(const std::string& name, FileFormat& format) {
     if (name != "mayaAscii" && name != "mayaBinary")
         return false;
-    format = name == "mayaAscii" ? FileFormat::mayaAscii : FileFormat::mayaBinary;
+    format = name == "mayaAscii" ? FileFormat::MayaAscii : FileFormat::MayaBinary;
     return true;
 }
 
@@ -141,9 +141,9 @@ void FileIO::setSceneName(const std::string& path) {
     if (fileNameOf(path).size() > 3) {
         const std::string ending = path.substr(path.size() - 3);
         if (ending == ".ma")
-            format_ = FileFormat::mayaAscii;
+            format_ = FileFormat::MayaAscii;
         else if (ending == ".mb")
-            format_ = FileFormat::mayaBinary;
+            format_ = FileFormat::MayaBinary;
     }
     readErrors_ = 0;
 }
@@ -197,7 +197,7 @@ ReadResult FileIO::open(const std::string& path) {
     if (QFileInfo(file).isDir() || !file.open(QIODevice::ReadOnly))
         throw FileError("Cannot open file \"" + full + "\": " + file.errorString().toStdString());
     const Kind kind = kindOf(file);
-    if (kind == Kind::other)
+    if (kind == Kind::Other)
         throw FileError("File is of an unknown type: " + full);
     ReadResult result;
     {
@@ -206,10 +206,10 @@ ReadResult FileIO::open(const std::string& path) {
         clearScene();
         {
             const Flag flag(opening_);
-            result = read(full, file, kind == Kind::binary);
+            result = read(full, file, kind == Kind::Binary);
         }
         setSceneName(full);
-        format_ = kind == Kind::binary ? FileFormat::mayaBinary : FileFormat::mayaAscii;
+        format_ = kind == Kind::Binary ? FileFormat::MayaBinary : FileFormat::MayaAscii;
         readErrors_ = result.errors;
         if (result.errors > 0)
             damagedFile_ = full;
@@ -229,14 +229,14 @@ ReadResult FileIO::import(const std::string& path) {
     if (QFileInfo(file).isDir() || !file.open(QIODevice::ReadOnly))
         throw FileError("Cannot open file \"" + full + "\": " + file.errorString().toStdString());
     const Kind kind = kindOf(file);
-    if (kind == Kind::other)
+    if (kind == Kind::Other)
         throw FileError("File is of an unknown type: " + full);
     ReadResult result;
     {
         const Announced announced(MSceneMessage::kBeforeImportCheck, MSceneMessage::kBeforeImport,
                                   MSceneMessage::kAfterImport);
         const Flag flag(importing_);
-        result = read(full, file, kind == Kind::binary);
+        result = read(full, file, kind == Kind::Binary);
     }
     messages::tell(MSceneMessage::kSceneUpdate);
     undoQueue().flush(); // steps before the import may speak of names that mean something else now

@@ -11,7 +11,7 @@
 // The scene as a file: new, open, import, save.
 namespace host {
 
-enum class FileFormat { mayaAscii, mayaBinary };
+enum class FileFormat { MayaAscii, MayaBinary };
 
 // "mayaAscii", "mayaBinary".
 const char* formatName(FileFormat format);
@@ -92,7 +92,7 @@ private:
                           const std::set<std::string>& without);
 
     std::string sceneName_;
-    FileFormat format_ = FileFormat::mayaAscii;
+    FileFormat format_ = FileFormat::MayaAscii;
     bool newing_ = false;
     bool opening_ = false;
     bool importing_ = false;

@@ -44,11 +44,11 @@ struct KeptConnection {
 };
 
 // The parts of a file, in this order, in which a whole statement can stand.
-enum class StatementPlace { head, settings, nodes, connections };
+enum class StatementPlace { Head, Settings, Nodes, Connections };
 
 struct KeptText {
     std::string text;
-    StatementPlace place = StatementPlace::head;
+    StatementPlace place = StatementPlace::Head;
     MObjectHandle after; // among the nodes: the one it stood behind
 };
 

@@ -59,8 +59,8 @@ MString MFileIO::fileType() {
 
 MStatus MFileIO::getFileTypes(MStringArray& types) {
     types.clear();
-    types.append(host::formatName(host::FileFormat::mayaAscii));
-    types.append(host::formatName(host::FileFormat::mayaBinary));
+    types.append(host::formatName(host::FileFormat::MayaAscii));
+    types.append(host::formatName(host::FileFormat::MayaBinary));
     return MS::kSuccess;
 }
 

@@ -72,13 +72,13 @@ void SceneBuilder::setPlace(std::uint64_t line, bool isLine) {
 
 void SceneBuilder::error(const std::string& message) {
     ++state_->result.errors;
-    if (++state_->shown <= mostMessages)
+    if (++state_->shown <= kMostMessages)
         report::error(describe(state_->place) + ": " + message);
 }
 
 void SceneBuilder::warning(const std::string& message) {
     ++state_->result.warnings;
-    if (++state_->shown <= mostMessages)
+    if (++state_->shown <= kMostMessages)
         report::warning(describe(state_->place) + ": " + message);
 }
 
@@ -90,7 +90,7 @@ void SceneBuilder::warningOnce(const std::string& key, const std::string& messag
 }
 
 void SceneBuilder::requirement(Requirement requirement) {
-    state_->reach(StatementPlace::settings);
+    state_->reach(StatementPlace::Settings);
     std::string problem;
     if (pluginSource().provide(requirement.plugin, problem))
         return;
@@ -106,7 +106,7 @@ void SceneBuilder::requirement(Requirement requirement) {
 }
 
 void SceneBuilder::units(const Units& units) {
-    state_->reach(StatementPlace::settings);
+    state_->reach(StatementPlace::Settings);
     if (state_->importing && !state_->sceneUnits)
         state_->sceneUnits = Units{linearName(MDistance::uiUnit()), angleName(MAngle::uiUnit()),
                                    timeName(MTime::uiUnit())};
@@ -123,7 +123,7 @@ void SceneBuilder::units(const Units& units) {
 }
 
 void SceneBuilder::fileInfo(const std::string& key, const std::string& value) {
-    state_->reach(StatementPlace::settings);
+    state_->reach(StatementPlace::Settings);
     if (state_->importing)
         return;
     auto& list = state_->memory.fileInfo;
@@ -162,9 +162,9 @@ MObject SceneBuilder::inDag(const MObject& node) {
 }
 
 void SceneBuilder::createNode(const NodeRecord& record) {
-    state_->reach(StatementPlace::nodes);
+    state_->reach(StatementPlace::Nodes);
     loseNode();
-    if (record.type == "script" && record.name == settingsNode) {
+    if (record.type == "script" && record.name == kSettingsNode) {
         state_->inSettings = true;
         return;
     }
@@ -212,9 +212,9 @@ void SceneBuilder::createNode(const NodeRecord& record) {
 }
 
 void SceneBuilder::selectNode(const std::string& name) {
-    state_->reach(StatementPlace::nodes);
+    state_->reach(StatementPlace::Nodes);
     loseNode();
-    if (name == settingsNode) {
+    if (name == kSettingsNode) {
         state_->inSettings = true;
         return;
     }
@@ -314,7 +314,7 @@ void SceneBuilder::setKnownAttr(AttrRecord record) {
 // Values first: a lock in the same statement is meant for afterwards.
 void SceneBuilder::applyAttr(std::vector<MPlug> plugs, AttrRecord record) {
     std::string problem;
-    if (record.hasValue && plugKind(plugs.front()) == PlugKind::plugin) {
+    if (record.hasValue && plugKind(plugs.front()) == PlugKind::Plugin) {
         if (!readTokens(plugs.front(), record))
             return;
     } else if (record.hasValue && !textToValue(plugs, record, problem))

@@ -25,7 +25,7 @@ std::vector<MPlug> holdersOf(const MObject& node) {
     for (unsigned i = 0; i < function.attributeCount(); ++i) {
         MStatus status;
         const MPlug plug = function.findPlug(function.attribute(i), false, &status);
-        if (status && plugKind(plug) == PlugKind::plugin)
+        if (status && plugKind(plug) == PlugKind::Plugin)
             holders.push_back(plug);
     }
     return holders;

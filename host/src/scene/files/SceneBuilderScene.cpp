@@ -23,7 +23,7 @@ bool isNextAvailable(const Token& flag) {
 
 void SceneBuilder::connect(const std::string& source, const std::string& destination,
                            std::vector<Token> flags) {
-    state_->reach(StatementPlace::connections);
+    state_->reach(StatementPlace::Connections);
     const auto split = [this](const std::string& path, MObject& node, std::string& plug) {
         const std::size_t dot = path.find('.', path.rfind('|') + 1);
         if (dot == std::string::npos)
@@ -131,8 +131,8 @@ void SceneBuilder::applySettings() {
 
 ReadResult SceneBuilder::finish() {
     State& state = *state_;
-    if (state.shown > mostMessages)
-        report::warning(state.place.file + ": " + std::to_string(state.shown - mostMessages) +
+    if (state.shown > kMostMessages)
+        report::warning(state.place.file + ": " + std::to_string(state.shown - kMostMessages) +
                         " further messages not shown");
     for (KeptNode* kept : keptStatements().all())
         if (!kept->tangents.empty() && kept->keys.empty())

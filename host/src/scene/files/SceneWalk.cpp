@@ -30,7 +30,7 @@ namespace host {
 
 namespace {
 
-constexpr const char* settingsNode = "sceneConfigurationScriptNode";
+constexpr const char* kSettingsNode = "sceneConfigurationScriptNode";
 
 struct WrittenNode {
     MObject node;
@@ -86,12 +86,12 @@ public:
     std::string write(const std::string& fileName) {
         collect();
         sink_.begin(fileName);
-        writeKept(StatementPlace::head);
+        writeKept(StatementPlace::Head);
         writeRequirements();
         writeUnits();
         for (const auto& [key, value] : memory_.fileInfo)
             sink_.fileInfo(key, value);
-        writeKept(StatementPlace::settings);
+        writeKept(StatementPlace::Settings);
         writeKeptAfter(MObjectHandle());
         for (WrittenNode& node : nodes_) {
             if (!writeNode(node))
@@ -100,7 +100,7 @@ public:
         }
         writeSettings();
         writeConnections();
-        writeKept(StatementPlace::connections);
+        writeKept(StatementPlace::Connections);
         sink_.end(fileName);
         return {};
     }
@@ -134,7 +134,7 @@ private:
     void collect() {
         for (const MObject& node : nodesInOrder()) {
             const MFnDependencyNode function(node);
-            if (std::string(function.name().asChar()) == settingsNode)
+            if (std::string(function.name().asChar()) == kSettingsNode)
                 continue; // made anew from the playback settings
             WrittenNode written;
             written.node = node;
@@ -249,7 +249,7 @@ private:
     // Those behind a node; an invalid one: behind none that is still there.
     void writeKeptAfter(const MObjectHandle& node) {
         for (const KeptText& text : keptStatements().texts())
-            if (text.place == StatementPlace::nodes &&
+            if (text.place == StatementPlace::Nodes &&
                 (node.isValid() ? text.after == node : !text.after.isValid()))
                 sink_.statement(text.text);
     }
@@ -297,7 +297,7 @@ private:
 
         NodeRecord node;
         node.type = "script";
-        node.name = settingsNode;
+        node.name = kSettingsNode;
         sink_.createNode(node);
         if (!memory_.settingsUuid.empty())
             sink_.statement("\t" + memory_.settingsUuid);

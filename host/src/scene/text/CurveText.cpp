@@ -16,7 +16,7 @@ namespace host {
 namespace {
 
 // Tangent types as scene files number them.
-constexpr std::array<std::pair<MFnAnimCurve::TangentType, int>, 9> tangentNumbers = {{
+constexpr std::array<std::pair<MFnAnimCurve::TangentType, int>, 9> kTangentNumbers = {{
     {MFnAnimCurve::kTangentFixed, 1},
     {MFnAnimCurve::kTangentLinear, 2},
     {MFnAnimCurve::kTangentFlat, 3},
@@ -27,17 +27,17 @@ constexpr std::array<std::pair<MFnAnimCurve::TangentType, int>, 9> tangentNumber
     {MFnAnimCurve::kTangentStepNext, 17},
     {MFnAnimCurve::kTangentAuto, 18},
 }};
-constexpr int autoNumber = 18;
+constexpr int kAutoNumber = 18;
 
 int numberOf(MFnAnimCurve::TangentType type) {
-    for (const auto& [tangent, number] : tangentNumbers)
+    for (const auto& [tangent, number] : kTangentNumbers)
         if (tangent == type)
             return number;
-    return autoNumber;
+    return kAutoNumber;
 }
 
 MFnAnimCurve::TangentType typeOf(int number) {
-    for (const auto& [tangent, each] : tangentNumbers)
+    for (const auto& [tangent, each] : kTangentNumbers)
         if (each == number)
             return tangent;
     return MFnAnimCurve::kTangentAuto;

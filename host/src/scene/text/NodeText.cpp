@@ -93,9 +93,9 @@ private:
         record.plug = plugText(plug);
         addSwitches(plug, record);
         if (storable && !plug.isDestination()) {
-            if (plugKind(plug) == PlugKind::plugin)
+            if (plugKind(plug) == PlugKind::Plugin)
                 visitData(plug);
-            else if (plugKind(plug) != PlugKind::none && !plug.isDefaultValue())
+            else if (plugKind(plug) != PlugKind::None && !plug.isDefaultValue())
                 valueToText(plug, record);
         }
         if (record.hasValue || hasSwitches(record))

@@ -30,55 +30,55 @@ namespace {
 PlugKind numericKind(MFnNumericData::Type type) {
     switch (type) {
     case MFnNumericData::kBoolean:
-        return PlugKind::boolean;
+        return PlugKind::Boolean;
     case MFnNumericData::kByte:
     case MFnNumericData::kChar:
     case MFnNumericData::kShort:
     case MFnNumericData::kInt:
-        return PlugKind::integer;
+        return PlugKind::Integer;
     case MFnNumericData::kFloat:
     case MFnNumericData::kDouble:
-        return PlugKind::real;
+        return PlugKind::Real;
     default:
-        return PlugKind::none;
+        return PlugKind::None;
     }
 }
 
 PlugKind typedKind(MFnData::Type type) {
     switch (type) {
     case MFnData::kString:
-        return PlugKind::text;
+        return PlugKind::Text;
     case MFnData::kMatrix:
-        return PlugKind::matrix;
+        return PlugKind::Matrix;
     case MFnData::kDoubleArray:
-        return PlugKind::numbers;
+        return PlugKind::Numbers;
     case MFnData::kIntArray:
-        return PlugKind::integers;
+        return PlugKind::Integers;
     case MFnData::kStringArray:
-        return PlugKind::texts;
+        return PlugKind::Texts;
     case MFnData::kPlugin:
-        return PlugKind::plugin;
+        return PlugKind::Plugin;
     default:
-        return PlugKind::none;
+        return PlugKind::None;
     }
 }
 
 bool isNumber(PlugKind kind) {
-    return kind == PlugKind::real || kind == PlugKind::linear || kind == PlugKind::angle ||
-           kind == PlugKind::integer || kind == PlugKind::time;
+    return kind == PlugKind::Real || kind == PlugKind::Linear || kind == PlugKind::Angle ||
+           kind == PlugKind::Integer || kind == PlugKind::Time;
 }
 
 double numberOf(const MPlug& plug, PlugKind kind) {
     switch (kind) {
-    case PlugKind::linear:
+    case PlugKind::Linear:
         return plug.asMDistance().as(MDistance::uiUnit());
-    case PlugKind::angle:
+    case PlugKind::Angle:
         return plug.asMAngle().as(MAngle::uiUnit());
-    case PlugKind::time:
+    case PlugKind::Time:
         return plug.asMTime().as(MTime::uiUnit());
-    case PlugKind::integer:
+    case PlugKind::Integer:
         return plug.asInt();
-    case PlugKind::boolean:
+    case PlugKind::Boolean:
         return plug.asBool() ? 1 : 0;
     default:
         return plug.asDouble();
@@ -86,7 +86,7 @@ double numberOf(const MPlug& plug, PlugKind kind) {
 }
 
 Token numberToken(const MPlug& plug, PlugKind kind) {
-    if (kind == PlugKind::boolean)
+    if (kind == PlugKind::Boolean)
         return word(plug.asBool() ? "yes" : "no");
     // A float written with the digits of a double would look changed after every round trip.
     MStatus status;
@@ -98,15 +98,15 @@ Token numberToken(const MPlug& plug, PlugKind kind) {
 
 MStatus setNumber(MPlug plug, PlugKind kind, double value) {
     switch (kind) {
-    case PlugKind::linear:
+    case PlugKind::Linear:
         return plug.setMDistance(MDistance(value, MDistance::uiUnit()));
-    case PlugKind::angle:
+    case PlugKind::Angle:
         return plug.setMAngle(MAngle(value, MAngle::uiUnit()));
-    case PlugKind::time:
+    case PlugKind::Time:
         return plug.setMTime(MTime(value, MTime::uiUnit()));
-    case PlugKind::boolean:
+    case PlugKind::Boolean:
         return plug.setBool(value != 0);
-    case PlugKind::integer:
+    case PlugKind::Integer:
         if (!(std::abs(value) <= double(std::numeric_limits<int>::max())))
             return MS::kInvalidParameter;
         return plug.setInt(int(value));
@@ -194,7 +194,7 @@ bool readTexts(MPlug& plug, Words& words) {
 
 bool readOne(MPlug plug, Words& words, std::string& error) {
     const PlugKind kind = plugKind(plug);
-    if (kind == PlugKind::compound) {
+    if (kind == PlugKind::Compound) {
         for (unsigned i = 0; i < plug.numChildren(); ++i)
             if (!readOne(plug.child(i), words, error))
                 return false;
@@ -203,24 +203,24 @@ bool readOne(MPlug plug, Words& words, std::string& error) {
     bool ok = false;
     double value = 0;
     switch (kind) {
-    case PlugKind::text:
+    case PlugKind::Text:
         ok = words.more() && plug.setString(toMString(words.tokens[words.at++].text));
         break;
-    case PlugKind::matrix:
+    case PlugKind::Matrix:
         ok = readMatrix(plug, words);
         break;
-    case PlugKind::numbers:
+    case PlugKind::Numbers:
         ok = readNumbers(plug, words);
         break;
-    case PlugKind::integers:
+    case PlugKind::Integers:
         ok = readIntegers(plug, words);
         break;
-    case PlugKind::texts:
+    case PlugKind::Texts:
         ok = readTexts(plug, words);
         break;
-    case PlugKind::none:
-    case PlugKind::plugin:
-    case PlugKind::compound:
+    case PlugKind::None:
+    case PlugKind::Plugin:
+    case PlugKind::Compound:
         break;
     default:
         ok = words.number(value) && setNumber(plug, kind, value);
@@ -234,27 +234,27 @@ bool readOne(MPlug plug, Words& words, std::string& error) {
 
 PlugKind plugKind(const MPlug& plug) {
     if (plug.isCompound())
-        return PlugKind::compound;
+        return PlugKind::Compound;
     const MObject attribute = plug.attribute();
     if (attribute.hasFn(MFn::kEnumAttribute))
-        return PlugKind::integer;
+        return PlugKind::Integer;
     if (attribute.hasFn(MFn::kUnitAttribute)) {
         switch (MFnUnitAttribute(attribute).unitType()) {
         case MFnUnitAttribute::kAngle:
-            return PlugKind::angle;
+            return PlugKind::Angle;
         case MFnUnitAttribute::kDistance:
-            return PlugKind::linear;
+            return PlugKind::Linear;
         case MFnUnitAttribute::kTime:
-            return PlugKind::time;
+            return PlugKind::Time;
         default:
-            return PlugKind::none;
+            return PlugKind::None;
         }
     }
     if (attribute.hasFn(MFn::kNumericAttribute))
         return numericKind(MFnNumericAttribute(attribute).unitType());
     if (attribute.hasFn(MFn::kTypedAttribute))
         return typedKind(MFnTypedAttribute(attribute).attrType());
-    return attribute.hasFn(MFn::kMatrixAttribute) ? PlugKind::matrix : PlugKind::none;
+    return attribute.hasFn(MFn::kMatrixAttribute) ? PlugKind::Matrix : PlugKind::None;
 }
 
 bool isTuple(const MPlug& plug) {
@@ -293,23 +293,23 @@ bool valueToText(const MPlug& plug, AttrRecord& record) {
     record.type.clear();
     const PlugKind kind = plugKind(plug);
     switch (kind) {
-    case PlugKind::none:
-    case PlugKind::plugin:
+    case PlugKind::None:
+    case PlugKind::Plugin:
         return false;
-    case PlugKind::compound:
+    case PlugKind::Compound:
         record.type = tupleType(plug);
         for (unsigned i = 0; i < plug.numChildren(); ++i) {
             const MPlug child = plug.child(i);
-            if (!isNumber(plugKind(child)) && plugKind(child) != PlugKind::boolean)
+            if (!isNumber(plugKind(child)) && plugKind(child) != PlugKind::Boolean)
                 return false;
             record.values.push_back(numberToken(child, plugKind(child)));
         }
         break;
-    case PlugKind::text:
+    case PlugKind::Text:
         record.type = "string";
         record.values.push_back(quoted(toStd(plug.asString())));
         break;
-    case PlugKind::matrix: {
+    case PlugKind::Matrix: {
         record.type = "matrix";
         const MMatrix matrix = MFnMatrixData(plug.asMObject()).matrix();
         for (unsigned row = 0; row < 4; ++row)
@@ -317,7 +317,7 @@ bool valueToText(const MPlug& plug, AttrRecord& record) {
                 record.values.push_back(word(formatNumber(matrix(row, column))));
         break;
     }
-    case PlugKind::numbers: {
+    case PlugKind::Numbers: {
         record.type = "doubleArray";
         const MDoubleArray values = MFnDoubleArrayData(plug.asMObject()).array();
         record.values.push_back(word(std::to_string(values.length())));
@@ -325,7 +325,7 @@ bool valueToText(const MPlug& plug, AttrRecord& record) {
             record.values.push_back(word(formatNumber(values[i])));
         break;
     }
-    case PlugKind::integers: {
+    case PlugKind::Integers: {
         record.type = "Int32Array";
         const MIntArray values = MFnIntArrayData(plug.asMObject()).array();
         record.values.push_back(word(std::to_string(values.length())));
@@ -333,7 +333,7 @@ bool valueToText(const MPlug& plug, AttrRecord& record) {
             record.values.push_back(word(std::to_string(values[i])));
         break;
     }
-    case PlugKind::texts: {
+    case PlugKind::Texts: {
         record.type = "stringArray";
         const MStringArray values = MFnStringArrayData(plug.asMObject()).array();
         record.values.push_back(word(std::to_string(values.length())));

@@ -15,20 +15,20 @@
 namespace host {
 
 enum class PlugKind {
-    none, // message and others without a value
-    boolean,
-    integer, // also enum
-    real,
-    linear,
-    angle,
-    time,
-    text,
-    matrix,   // 16 numbers, row after row
-    numbers,  // an array of doubles
-    integers, // an array of integers
-    texts,    // an array of texts
-    plugin,   // data of a plug-in
-    compound,
+    None, // message and others without a value
+    Boolean,
+    Integer, // also enum
+    Real,
+    Linear,
+    Angle,
+    Time,
+    Text,
+    Matrix,   // 16 numbers, row after row
+    Numbers,  // an array of doubles
+    Integers, // an array of integers
+    Texts,    // an array of texts
+    Plugin,   // data of a plug-in
+    Compound,
 };
 
 PlugKind plugKind(const MPlug& plug);

@@ -12,7 +12,7 @@ template <class Unit> struct UnitName {
     const char* shortName;
 };
 
-constexpr UnitName<MDistance::Unit> linearUnits[] = {
+constexpr UnitName<MDistance::Unit> kLinearUnits[] = {
     {MDistance::kCentimeters, "centimeter", "cm"},
     {MDistance::kMillimeters, "millimeter", "mm"},
     {MDistance::kMeters, "meter", "m"},
@@ -23,14 +23,14 @@ constexpr UnitName<MDistance::Unit> linearUnits[] = {
     {MDistance::kMiles, "mile", "mi"},
 };
 
-constexpr UnitName<MAngle::Unit> angleUnits[] = {
+constexpr UnitName<MAngle::Unit> kAngleUnits[] = {
     {MAngle::kDegrees, "degree", "deg"},
     {MAngle::kRadians, "radian", "rad"},
     {MAngle::kAngMinutes, "minute", "min"},
     {MAngle::kAngSeconds, "second", "sec"},
 };
 
-constexpr UnitName<MTime::Unit> timeUnits[] = {
+constexpr UnitName<MTime::Unit> kTimeUnits[] = {
     {MTime::kFilm, "film", "24fps"},
     {MTime::kPALFrame, "pal", "25fps"},
     {MTime::kNTSCFrame, "ntsc", "30fps"},
@@ -105,30 +105,30 @@ bool findIn(const UnitName<Unit> (&table)[count], const std::string& name, Unit&
 } // namespace
 
 std::string linearName(MDistance::Unit unit) {
-    return entryIn(linearUnits, unit).name;
+    return entryIn(kLinearUnits, unit).name;
 }
 std::string angleName(MAngle::Unit unit) {
-    return entryIn(angleUnits, unit).name;
+    return entryIn(kAngleUnits, unit).name;
 }
 std::string timeName(MTime::Unit unit) {
-    return entryIn(timeUnits, unit).name;
+    return entryIn(kTimeUnits, unit).name;
 }
 
 std::string linearShortName(MDistance::Unit unit) {
-    return entryIn(linearUnits, unit).shortName;
+    return entryIn(kLinearUnits, unit).shortName;
 }
 std::string angleShortName(MAngle::Unit unit) {
-    return entryIn(angleUnits, unit).shortName;
+    return entryIn(kAngleUnits, unit).shortName;
 }
 
 bool linearFromName(const std::string& name, MDistance::Unit& unit) {
-    return findIn(linearUnits, name, unit);
+    return findIn(kLinearUnits, name, unit);
 }
 bool angleFromName(const std::string& name, MAngle::Unit& unit) {
-    return findIn(angleUnits, name, unit);
+    return findIn(kAngleUnits, name, unit);
 }
 bool timeFromName(const std::string& name, MTime::Unit& unit) {
-    return findIn(timeUnits, name, unit);
+    return findIn(kTimeUnits, name, unit);
 }
 
 } // namespace host

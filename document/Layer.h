@@ -74,6 +74,9 @@ public:
     bool isDrawableAt(int intTime) const;
     bool hasFrameAtCurrentTime() const; ///< the same at the current time
 
+    /// The frame of exactly that moment, or null.
+    const Frame* frameAtMoment(const MTime& moment) const;
+
     int frameCount() const { return static_cast<int>(frames_.size()); }
     const Frame* frameAt(int index) const;             ///< null outside 0..count-1
     int currentIndex() const { return currentIndex_; } ///< -1: nothing is shown

@@ -22,6 +22,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace vellum {
@@ -112,8 +113,9 @@ public:
 
     /// Exchange used by undo and redo of strokes: the current frame gets the picture of the bytes,
     /// the bytes become the picture it had. Bytes that do not load give a blank picture. False,
-    /// changing nothing, without an active layer or current frame.
+    /// changing nothing, without a layer or current frame, and when the picture cannot be packed.
     bool replaceActiveImage(const QString& camera, QByteArray& png);
+    bool replaceImage(const QString& camera, int index, QByteArray& png);
 
     // --- Frames of any layer, by moment, for edits; see Layer. False, changing nothing, without it
 
@@ -138,6 +140,14 @@ public:
 
     Stroke* currentStroke() { return stroke_.stroke(); }
     const QString& strokeCamera() const { return stroke_.camera(); }
+
+    /// Where the frame that the stroke of this camera was begun on lies now; empty when it has
+    /// gone or there is no such stroke.
+    struct FramePlace {
+        int layer;
+        const Frame* frame;
+    };
+    std::optional<FramePlace> strokePlace(const QString& camera) const;
 
     /// Merges the stroke into the current frame and ends it. `undoBytes` gets the PNG of the
     /// picture before. False, changing nothing, without a stroke on that camera or without a

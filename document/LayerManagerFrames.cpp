@@ -101,15 +101,19 @@ const Frame* LayerManager::currentFrame(const QString& camera) const {
 }
 
 bool LayerManager::replaceActiveImage(const QString& camera, QByteArray& png) {
-    Layer* active = findActive(camera);
-    const Frame* frame = active ? active->currentFrame() : nullptr;
-    if (!frame)
+    return replaceImage(camera, activeLayerIndex(camera), png);
+}
+
+bool LayerManager::replaceImage(const QString& camera, int index, QByteArray& png) {
+    Layer* changed = find(camera, index);
+    const Frame* frame = changed ? changed->currentFrame() : nullptr;
+    const QByteArray before = frame ? frame->pngBytes() : QByteArray();
+    if (before.isEmpty())
         return false;
-    const QByteArray before = frame->pngBytes();
     if (pngLoads(png)) {
-        active->setCurrentPng(png);
+        changed->setCurrentPng(png);
     } else {
-        active->setCurrentImage(blankCanvas());
+        changed->setCurrentImage(blankCanvas());
     }
     png = before;
     tell(Change::Pixels, this);

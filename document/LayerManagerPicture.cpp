@@ -51,6 +51,18 @@ bool LayerManager::commitStroke(const QString& camera, QByteArray& undoBytes) {
     return true;
 }
 
+std::optional<LayerManager::FramePlace> LayerManager::strokePlace(const QString& camera) const {
+    const StrokeSession* session = stroke_.on(camera);
+    for (int i = 0; session && i < cameraLayerCount(camera); ++i) {
+        for (int f = 0; f < layer(camera, i)->frameCount(); ++f) {
+            const Frame* frame = layer(camera, i)->frameAt(f);
+            if (session->isFrom(*frame))
+                return FramePlace{i, frame};
+        }
+    }
+    return std::nullopt;
+}
+
 void LayerManager::discardStroke() {
     if (stroke_.stroke()) {
         stroke_.end();

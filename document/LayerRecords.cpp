@@ -35,6 +35,13 @@ std::vector<MTime> momentsOf(const Frames& frames) {
 
 } // namespace
 
+const Frame* Layer::frameAtMoment(const MTime& moment) const {
+    const auto found = std::find_if(frames_.begin(), frames_.end(), [&moment](const auto& frame) {
+        return frame->time() == moment;
+    });
+    return found == frames_.end() ? nullptr : found->get();
+}
+
 bool Layer::exchangeFrames(const std::vector<MTime>& leaving, Frames& frames) {
     const std::vector<MTime> entering = momentsOf(frames);
     if (!isStrictlyAscending(leaving) || !isStrictlyAscending(entering))

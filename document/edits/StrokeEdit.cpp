@@ -1,30 +1,20 @@
 #include "document/edits/StrokeEdit.h"
 
+#include "document/IntTime.h"
 #include "document/LayerManager.h"
+#include "document/edits/TimeMoves.h"
+#include "plugin/base/Report.h"
 #include "plugin/base/Settings.h"
 
 #include <maya/MAnimControl.h>
 
 namespace vellum {
 
-namespace {
-
-/// Where the frame made for a stroke lies: the one now drawn on, which also holds when the scene's
-/// time has moved since the press.
-MTime addedFrameTime(const Layer& layer) {
-    if (layer.state() == LayerState::Static)
-        return {static_cast<double>(settings().defaultStaticFrameTime), MTime::uiUnit()};
-    const Frame* frame = layer.currentFrame();
-    return frame ? frame->time() : MAnimControl::currentTime();
-}
-
-} // namespace
-
 StrokeEdit::StrokeEdit(const QString& camera, int addedLayer, bool frameAdded)
     : camera_(camera), addedLayer_(addedLayer), frameAdded_(frameAdded), added_(camera) {
 }
 
-bool StrokeEdit::doExecute(LayerManager& document) {
+void StrokeEdit::adoptAdditions(const LayerManager& document) {
     added_ = TargetAdditions(camera_);
     if (addedLayer_ >= 0) {
         added_.adoptLayer(document, addedLayer_);
@@ -34,37 +24,89 @@ bool StrokeEdit::doExecute(LayerManager& document) {
             previousLayerIndex_ = document.activeLayerIndex(previous);
         }
     }
-    if (frameAdded_) {
-        const Layer* layer = document.activeLayer(camera_);
-        if (!layer)
-            return false;
-        added_.adoptFrame(addedFrameTime(*layer));
+    // The frame made for the stroke is the one it was begun on, wherever the time is now.
+    const auto begunOn = document.strokePlace(camera_);
+    if (frameAdded_ && begunOn)
+        added_.adoptFrame(document, begunOn->layer, begunOn->frame->time());
+}
+
+bool StrokeEdit::doExecute(LayerManager& document) {
+    if (frameAdded_ && !document.activeLayer(camera_))
+        return false;
+    adoptAdditions(document);
+    return commit(document);
+}
+
+bool StrokeEdit::commit(LayerManager& document) {
+    const auto begunOn = document.strokePlace(camera_);
+    const bool elsewhere = settings().undoReturnsToFrame && begunOn &&
+                           begunOn->layer == document.activeLayerIndex(camera_) &&
+                           begunOn->frame != document.currentFrame(camera_);
+    if (elsewhere)
+        document.timeChanged(begunOn->frame->intTime());
+    const Frame* frame = document.currentFrame(camera_);
+    const bool done = document.commitStroke(camera_, png_);
+    if (done) {
+        drawn_.layer = LayerAddress(camera_);
+        drawn_.layer.bindToActive(document);
+        drawn_.frame = frame->time();
+        drawn_.seenAt = elsewhere ? frame->time() : MAnimControl::currentTime();
     }
-    return document.commitStroke(camera_, png_);
+    if (elsewhere)
+        document.timeChanged(currentIntTime());
+    return done;
+}
+
+bool StrokeEdit::exchange(LayerManager& document) {
+    if (png_.isEmpty()) {
+        return false; // the picture before could not be packed: there is nothing to go back to
+    }
+    return settings().undoReturnsToFrame ? exchangeDrawn(document)
+                                         : document.replaceActiveImage(camera_, png_);
+}
+
+bool StrokeEdit::exchangeDrawn(LayerManager& document) {
+    const int index = drawn_.layer.index(document);
+    const Layer* layer = document.layer(camera_, index);
+    const Frame* frame = layer ? layer->frameAtMoment(drawn_.frame) : nullptr;
+    if (!frame) {
+        report::error(QStringLiteral("The frames of the layer have changed since."));
+        return false;
+    }
+    const MTime before = MAnimControl::currentTime();
+    // A static drawing is seen at many times, one is as good as another.
+    if (layer->state() != LayerState::Static || layer->currentFrame() != frame)
+        goTo(document, drawn_.seenAt);
+    if (layer->currentFrame() != frame)
+        goTo(document, drawn_.frame);
+    if (document.replaceImage(camera_, index, png_))
+        return true;
+    goTo(document, before);
+    return false;
 }
 
 bool StrokeEdit::doUndo(LayerManager& document) {
-    if (!document.replaceActiveImage(camera_, png_))
+    if (!added_.isThere(document) || !exchange(document))
         return false;
-    takeAdditionsBack(document);
-    return true;
-}
-
-void StrokeEdit::takeAdditionsBack(LayerManager& document) {
     added_.takeBack(document);
     if (added_.hasLayer() && previousLayerIndex_ >= 0)
         document.setActiveLayer(previousCamera_, previousLayerIndex_, true);
+    return true;
 }
 
 bool StrokeEdit::doRedo(LayerManager& document) {
+    LayerAddress active(camera_);
+    active.bindToActive(document);
     if (!added_.putAgain(document))
         return false;
-    if (added_.hasLayer())
-        document.setCurrentCamera(camera_);
-    if (!document.replaceActiveImage(camera_, png_)) {
-        takeAdditionsBack(document); // else a second redo would find them in its way
+    if (!exchange(document)) {
+        added_.takeBack(document); // else a second redo would find it in its way
+        if (active.index(document) >= 0)
+            document.setActiveLayer(camera_, active.index(document), false);
         return false;
     }
+    if (added_.hasLayer())
+        document.setCurrentCamera(camera_);
     return true;
 }
 

@@ -47,29 +47,42 @@ int TargetAdditions::layerIndex(const LayerManager& document) const {
     return layerAdded_ ? layer_.index(document) : -1;
 }
 
-void TargetAdditions::takeBack(LayerManager& document) {
-    if (frame_)
-        document.takeFrameAt(layer_.camera(), frame_->time);
-    if (layerAdded_)
-        takeLayer(document);
+void TargetAdditions::adoptFrame(const LayerManager& document, int layer, const MTime& time) {
+    if (!layerAdded_)
+        layer_.bind(document, layer);
+    frame_ = {time, 0};
 }
 
-void TargetAdditions::takeLayer(LayerManager& document) {
+bool TargetAdditions::isThere(const LayerManager& document) const {
+    if (isEmpty())
+        return true;
+    const Layer* layer = document.layer(layer_.camera(), layer_.index(document));
+    return layer && (layerAdded_ || layer->frameAtMoment(frame_->time));
+}
+
+bool TargetAdditions::takeBack(LayerManager& document) {
+    if (layerAdded_)
+        return takeLayer(document);
+    return !frame_ || document.exchangeFrames(layer_.camera(), layer_.index(document),
+                                              {frame_->time}, keptFrame_);
+}
+
+bool TargetAdditions::takeLayer(LayerManager& document) {
     const QString& camera = layer_.camera();
-    kept_ = document.takeLayer(camera, layer_.index(document));
+    const int index = layer_.index(document);
+    if (index < 0)
+        return false;
+    kept_ = document.takeLayer(camera, index);
     if (before_ && before_->current != camera && document.currentCamera() == camera)
         document.restoreCurrentCamera(before_->current, before_->previous);
+    return true;
 }
 
 bool TargetAdditions::putAgain(LayerManager& document) {
-    if (layerAdded_ && !putLayer(document))
-        return false;
-    if (frame_ && document.addFrameAt(layer_.camera(), frame_->time) < 0) {
-        if (layerAdded_)
-            takeLayer(document);
-        return false;
-    }
-    return true;
+    if (layerAdded_)
+        return putLayer(document);
+    return !frame_ ||
+           document.exchangeFrames(layer_.camera(), layer_.index(document), {}, keptFrame_);
 }
 
 /// The very layer that was taken: later steps of the undo queue look for it.

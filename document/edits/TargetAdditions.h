@@ -11,9 +11,11 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace vellum {
 
+class Frame;
 class Layer;
 class LayerManager;
 
@@ -32,7 +34,7 @@ public:
     // Made before by another value, as the stroke command is told. The camera that was current
     // before is not known then, and stays to whoever adopts.
     void adoptLayer(const LayerManager& document, int index);
-    void adoptFrame(const MTime& time) { frame_ = {time, 0}; }
+    void adoptFrame(const LayerManager& document, int layer, const MTime& time);
 
     bool hasLayer() const { return layerAdded_; }
     bool hasFrame() const { return frame_.has_value(); }
@@ -41,12 +43,16 @@ public:
     /// Where the added layer is now; -1 when there is none.
     int layerIndex(const LayerManager& document) const;
 
-    /// Takes the frame, blank again, out of the active layer, and the layer with all it holds out
-    /// of the document. A camera that became current by getting the layer stops being it.
-    void takeBack(LayerManager& document);
+    /// Whether takeBack() finds what was added.
+    bool isThere(const LayerManager& document) const;
 
-    /// After takeBack(): the very layer, active, and a blank frame. False, changing nothing, when
-    /// there is no layer to put or the frame's place is taken.
+    /// Takes the frame out of its layer, or the layer with all it holds out of the document, and
+    /// keeps it. A camera that became current by getting the layer stops being it. False, changing
+    /// nothing, when it is not there.
+    bool takeBack(LayerManager& document);
+
+    /// After takeBack(): the very layer, active, or the very frame, with the picture it had then.
+    /// False, changing nothing and keeping it, when the frame's place is taken or its layer gone.
     bool putAgain(LayerManager& document);
 
     /// Takes back, for good, only what nobody has touched since: the frame while it is blank, the
@@ -65,14 +71,16 @@ private:
 
     void rememberCamera(const LayerManager& document);
     bool putLayer(LayerManager& document);
-    void takeLayer(LayerManager& document);
+    bool takeLayer(LayerManager& document);
 
     LayerAddress layer_; ///< the one added, or the one that got the frame
     bool layerAdded_ = false;
     int index_ = -1; ///< of the added layer
     std::optional<AddedFrame> frame_;
     std::optional<CurrentCamera> before_; ///< before the layer was added
-    std::unique_ptr<Layer> kept_;         ///< the added layer, while taken back
+    // While taken back. The frame of an added layer goes and comes with it.
+    std::unique_ptr<Layer> kept_;
+    std::vector<std::unique_ptr<Frame>> keptFrame_;
 };
 
 } // namespace vellum

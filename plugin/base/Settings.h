@@ -73,6 +73,7 @@ struct Settings {
     int defaultStaticFrameTime = -999; // frame, far before any time worked at
     TimelineDisplay timelineFrameDisplay = TimelineDisplay::Always;
     QColor timelineFrameColor = factoryTimelineFrameColor();
+    bool undoReturnsToFrame = false; // of strokes: the frame drawn on, not the one shown
 
     ToolOptions& of(Tool tool) { return toolOptions[static_cast<std::size_t>(tool)]; }
     const ToolOptions& of(Tool tool) const { return toolOptions[static_cast<std::size_t>(tool)]; }

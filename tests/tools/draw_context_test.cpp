@@ -13,6 +13,8 @@
 #include <QCoreApplication>
 #include <QProcess>
 
+#include <maya/MAnimControl.h>
+
 namespace vellum::test {
 namespace {
 
@@ -201,16 +203,66 @@ TEST_F(Drawing, TextIsTypedAndCommittedByTheNextPress) {
 TEST_F(Drawing, TimeChangeDuringAStrokeLosesNothing) {
     at(1);
     stroke({{100, 100}, {200, 100}});
+    const QImage one = picture();
     at(10);
     stroke({{100, 200}, {200, 200}});
     const QImage ten = picture();
-    at(1);
+    for (const Tool tool : {Tool::Pencil, Tool::Eraser}) {
+        SCOPED_TRACE(numberOf(tool));
+        settings().activeTool = tool;
+        at(1);
+        drag({{100, 300}, {200, 300}});
+        at(10);
+        release();
+        EXPECT_EQ(alphaAt(imagePixel({120, 200})), 255) << "nothing was in the stroke's way";
+        EXPECT_EQ(alphaAt(imagePixel({120, 300})), tool == Tool::Pencil ? 255 : 0);
+        EXPECT_EQ(alphaAt(imagePixel({120, 100})), 0) << "nothing comes along from frame 1";
+        at(1);
+        EXPECT_EQ(picture(), one);
+        at(10);
+    }
+    ASSERT_TRUE(run(QStringLiteral("undo; undo")));
+    EXPECT_EQ(picture(), ten);
+
+    // The frame that was made for the stroke goes with it, though another one was shown.
+    settings().activeTool = Tool::Pencil;
+    at(5);
     drag({{100, 300}, {200, 300}});
     at(10);
     release();
-    EXPECT_EQ(picture(), ten) << "the stroke belongs to the frame it was begun on";
+    EXPECT_NE(picture(), ten);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(picture(), ten);
+    EXPECT_EQ(document()->activeLayer(camera)->frameTimes(), (QList<int>{1, 10}));
+    // Nothing is shown to draw on any more.
+    at(-5);
+    drag({{100, 300}, {200, 300}});
+    at(-9);
+    release();
+    EXPECT_EQ(document()->activeLayer(camera)->frameTimes(), (QList<int>{1, 10}));
+    EXPECT_EQ(document()->currentStroke(), nullptr);
+}
+
+TEST_F(Drawing, PlaybackDuringAStrokeDestroysNothing) {
+    ASSERT_TRUE(run(QStringLiteral("playbackOptions -min 1 -max 3")));
+    for (const int time : {1, 2, 3}) {
+        at(time);
+        stroke({{100, 100 * time}, {200, 100 * time}});
+    }
     at(1);
-    EXPECT_GT(alphaAt(imagePixel({120, 300})), 0);
+    drag({{250, 100}, {300, 100}});
+    ASSERT_TRUE(run(QStringLiteral("play -state on")));
+    moveTo({330, 100});
+    waitFor([] { return MAnimControl::currentTime() != MTime(1, MTime::uiUnit()); });
+    release();
+    ASSERT_TRUE(run(QStringLiteral("play -state off")));
+    int strokes = 0;
+    for (const int time : {1, 2, 3}) {
+        at(time);
+        EXPECT_EQ(alphaAt(imagePixel({150, 100 * time})), 255);
+        strokes += alphaAt(imagePixel({275, 100})) == 255 ? 1 : 0;
+    }
+    EXPECT_EQ(strokes, 1);
 }
 
 TEST_F(Drawing, LeavingTheToolDuringAStrokeKeepsIt) {

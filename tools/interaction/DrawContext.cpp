@@ -13,7 +13,6 @@
 #include "plugin/session/DrawingTarget.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
-#include "plugin/session/SceneTime.h"
 #include "plugin/session/Timeline.h"
 #include "tools/interaction/ThreadManager.h"
 #include "tools/interaction/ViewMeasure.h"
@@ -155,7 +154,6 @@ void DrawContext::beginStroke(const MEvent& press) {
         return;
     document->RefreshActiveCamera();
     camera_ = currentCamera();
-    pressFrame_ = currentFrame();
     DrawingTarget target = drawingTarget(*active, camera_);
     added_ = std::move(target.added);
     if (!target || !document->beginStroke(camera_, tool, settings().activeColor))
@@ -289,8 +287,7 @@ void DrawContext::commitText() {
     commit();
 }
 
-// Merges the stroke through its command. The stroke belongs to the frame that was current at the
-// press, even when the time has moved since.
+// Merges the stroke through its command, into the frame that is current now.
 void DrawContext::commit() {
     const auto document = document_;
     const Stroke* stroke = strokeInProgress();
@@ -301,16 +298,13 @@ void DrawContext::commit() {
         forgetStroke();
         return;
     }
-    const int now = currentFrame();
-    if (now != pressFrame_)
-        document->timeChanged(pressFrame_);
     const bool done = script::execute(
         command::commitStroke(camera_, added_.layerIndex(*document), added_.hasFrame()), true,
         true);
-    if (now != pressFrame_)
-        document->timeChanged(now);
-    if (!done && document->currentStroke())
+    if (!done) {
         document->discardStroke();
+        added_.takeBackUntouched(*document);
+    }
     if (BaseNode* drawn = node())
         drawn->forceRedraw();
     forgetStroke();

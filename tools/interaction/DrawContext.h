@@ -63,7 +63,6 @@ private:
     void eraseSizeCursor();
 
     // The target stands from the press to the release, and while typing.
-    int pressFrame_ = 0;    ///< frame drawn on
     TargetAdditions added_; ///< what the stroke needed first
     int composing_ = 0;     ///< units at the end of the text that an input method has not settled
 

@@ -126,7 +126,8 @@ const std::vector<Group>& groups() {
           {"insertDefaultStaticFrame", &s.insertDefaultStaticFrame, {}},
           {"defaultStaticFrameTime", &s.defaultStaticFrameTime, {}},
           {"timelineFrameDisplay", &s.timelineFrameDisplay, kept(0, kTimelineDisplayCount - 1)},
-          {"timelineFrameColor", &s.timelineFrameColor, {}}}},
+          {"timelineFrameColor", &s.timelineFrameColor, {}},
+          {"undoReturnsToFrame", &s.undoReturnsToFrame, {}}}},
     };
     return table;
 }

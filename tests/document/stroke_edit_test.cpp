@@ -313,5 +313,62 @@ TEST(StrokeSteps, RefusedOnesKeepWhatTheyHold) {
     EXPECT_TRUE(board.pictures() == nine);
 }
 
+TEST(StrokeSteps, ReturnToTheFrameDrawnOnWhereTheUserWishes) {
+    Board board;
+    settings().undoReturnsToFrame = true;
+    for (const int time : {1, 5, 9}) {
+        board.go(time);
+        ASSERT_TRUE(board.draw(100 * time));
+    }
+    const Pictures drawn = board.pictures();
+    board.go(9);
+    ASSERT_TRUE(board.undo() && board.undo());
+    EXPECT_EQ(currentIntTime(), 5);
+    EXPECT_EQ(board.pictures().at(0).size(), 1U);
+    EXPECT_EQ(board.pictureAt(1), drawn.at(0).at(1));
+    board.go(-3); // where nothing is shown
+    ASSERT_TRUE(board.redo());
+    EXPECT_EQ(currentIntTime(), 5);
+    ASSERT_TRUE(board.redo());
+    EXPECT_EQ(currentIntTime(), 9);
+    EXPECT_TRUE(board.pictures() == drawn);
+
+    // The time goes on under the hand.
+    board.go(5);
+    const TargetAdditions added = board.begin(300);
+    board.go(9);
+    ASSERT_TRUE(board.commit(added));
+    EXPECT_EQ(currentIntTime(), 9);
+    EXPECT_EQ(board.document.currentFrame(kCamera)->intTime(), 9);
+    EXPECT_EQ(board.pictureAt(9), drawn.at(0).at(9));
+    EXPECT_NE(board.pictureAt(5), drawn.at(0).at(5));
+    ASSERT_TRUE(board.undo());
+    EXPECT_EQ(currentIntTime(), 5);
+    EXPECT_TRUE(board.pictures() == drawn);
+
+    // The frame has gone, behind the back of the undo queue.
+    std::vector<std::unique_ptr<Frame>> gone;
+    ASSERT_TRUE(board.document.exchangeFrames(kCamera, 0, {fromIntTime(5)}, gone));
+    board.go(7);
+    EXPECT_FALSE(board.redo());
+    EXPECT_EQ(currentIntTime(), 7);
+}
+
+TEST(StrokeSteps, ReturnOnAStaticLayerOnlyFromAnotherDrawing) {
+    Board board;
+    settings().undoReturnsToFrame = true;
+    settings().defaultLayerState = numberOf(LayerState::Static);
+    board.go(30);
+    ASSERT_TRUE(board.draw(100));
+    ASSERT_TRUE(board.draw(200));
+    board.go(50);
+    ASSERT_TRUE(board.undo());
+    EXPECT_EQ(currentIntTime(), 50) << "it is shown here too";
+    ASSERT_GE(board.document.addFrameAt(kCamera, 40), 0);
+    ASSERT_TRUE(board.redo());
+    EXPECT_EQ(currentIntTime(), 30);
+    EXPECT_TRUE(board.isBlank(40));
+}
+
 } // namespace
 } // namespace vellum

@@ -138,8 +138,8 @@ TEST_F(SettingsFile, EveryKindOfValueComesBackAndStrangersStay) {
     EXPECT_EQ(file.value(QStringLiteral("main/version")).toInt(), 1);
     EXPECT_EQ(file.value(QStringLiteral("tools/laterOption")).toInt(), 7);
     EXPECT_EQ(file.value(QStringLiteral("companion/name")).toString(), QStringLiteral("kept"));
-    // version, 6 main, 28 tools, 16 preferences, 2 strangers
-    EXPECT_EQ(file.allKeys().size(), 1 + 6 + 28 + 16 + 2);
+    // version, 6 main, 28 tools, 17 preferences, 2 strangers
+    EXPECT_EQ(file.allKeys().size(), 1 + 6 + 28 + 17 + 2);
 }
 
 TEST_F(SettingsFile, KeysStandInTheirOrderWhateverTheFileLookedLike) {
@@ -170,7 +170,7 @@ TEST_F(SettingsFile, KeysStandInTheirOrderWhateverTheFileLookedLike) {
             "disableGhostingDuringPlayback timeControlRangeMoveEnabled ignore2dPanZoom "
             "defaultLayerState automaticallyAddFirstLayer alwaysDisplayNewLayerDialog "
             "insertDefaultStaticFrame defaultStaticFrameTime timelineFrameDisplay "
-            "timelineFrameColor later [companion] name")
+            "timelineFrameColor undoReturnsToFrame later [companion] name")
             .split(QLatin1Char(' '));
     EXPECT_EQ(order.join(QLatin1Char(' ')).toStdString(),
               expected.join(QLatin1Char(' ')).toStdString());

@@ -49,7 +49,7 @@ void refreshTimeline(LayerManager* drawing) {
     const auto move = timeline->rangeMove();
     if (move && move->offset != 0) {
         for (int& time : times) {
-            if (time >= move->start && time <= move->end)
+            if (time >= move->start && time < move->end)
                 time = shifted(time, move->offset);
         }
     }

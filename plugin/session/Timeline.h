@@ -22,7 +22,7 @@ public:
     virtual void setEnabled(bool enabled) = 0; ///< the draw tool became or stopped being current
     virtual void timeChanged() = 0;
 
-    /// Frames by which the dragged range has moved so far, and that range as it was, [start, end];
+    /// Frames by which the dragged range has moved so far, and that range as it was, [start, end);
     /// empty when no range is being moved.
     struct RangeMove {
         int offset = 0;

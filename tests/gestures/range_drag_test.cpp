@@ -12,7 +12,7 @@ bool operator==(const RangeDrag::Move& a, const RangeDrag::Move& b) {
     return a.offset == b.offset && a.start == b.start && a.end == b.end;
 }
 std::ostream& operator<<(std::ostream& out, const RangeDrag::Move& move) {
-    return out << '[' << move.start << ", " << move.end << ") by " << move.offset;
+    return out << move.start << " to " << move.end << " by " << move.offset;
 }
 
 namespace {
@@ -43,17 +43,17 @@ TEST_F(RangeDragged, MovesWhatWasHighlightedByWhatTheRangeWent) {
     EXPECT_EQ(drag.offset(), 2);
     EXPECT_EQ(drag.before(), (Range{10, 20})) << "the drawings are still there";
     dragTo(15, 25);
-    EXPECT_EQ(drag.release(highlighted), (Move{5, 10, 20}));
+    EXPECT_EQ(drag.release(highlighted), (Move{5, 10, 19}));
     EXPECT_FALSE(drag.isDragging());
     // The next drag starts where this one ended.
     grab();
     dragTo(9, 19);
-    EXPECT_EQ(drag.release(highlighted), (Move{-6, 15, 25}));
+    EXPECT_EQ(drag.release(highlighted), (Move{-6, 15, 24}));
     // Whole frames on both sides of zero.
     drag.restart(Range{-3.5, 1.5});
     grab();
     dragTo(-5.5, -0.5);
-    EXPECT_EQ(drag.release(highlighted), (Move{-2, -3, 1}));
+    EXPECT_EQ(drag.release(highlighted), (Move{-2, -3, 0}));
 }
 
 TEST_F(RangeDragged, WhatIsNoMoveMovesNothing) {
@@ -65,11 +65,11 @@ TEST_F(RangeDragged, WhatIsNoMoveMovesNothing) {
     grab();
     dragTo(13, 23);
     dragTo(10, 20);
-    EXPECT_EQ(drag.release(highlighted), (Move{0, 10, 20})) << "there and back: only to be shown";
+    EXPECT_EQ(drag.release(highlighted), (Move{0, 10, 19})) << "there and back: only to be shown";
     grab();
     dragTo(10, 25);
     EXPECT_EQ(drag.offset(), 0) << "made longer";
-    EXPECT_EQ(drag.release(highlighted), (Move{0, 10, 20}));
+    EXPECT_EQ(drag.release(highlighted), (Move{0, 10, 19}));
     // The time that changes by itself, as in playback.
     grab();
     drag.follow(Range{13, 28});
@@ -101,13 +101,13 @@ TEST_F(RangeDragged, ARangeThatComesOrGoesUnderTheHandIsNotDragged) {
 TEST_F(RangeDragged, ADragWhoseReleaseNeverCameEndsWithTheNextPress) {
     grab();
     dragTo(15, 25);
-    EXPECT_EQ(drag.press(highlighted), (Move{5, 10, 20}));
+    EXPECT_EQ(drag.press(highlighted), (Move{5, 10, 19}));
     EXPECT_FALSE(drag.isDragging());
     dragTo(16, 26);
-    EXPECT_EQ(drag.release(highlighted), (Move{1, 15, 25})) << "counted from there, once";
+    EXPECT_EQ(drag.release(highlighted), (Move{1, 15, 24})) << "counted from there, once";
     grab();
     dragTo(20, 30);
-    EXPECT_EQ(drag.press(std::nullopt), (Move{4, 16, 26})) << "also when nothing can be grabbed";
+    EXPECT_EQ(drag.press(std::nullopt), (Move{4, 16, 25})) << "also when nothing can be grabbed";
     dragTo(25, 35);
     EXPECT_EQ(drag.release(highlighted), std::nullopt);
 }

@@ -176,6 +176,18 @@ TEST_F(TimeSliderMarkers, ADraggedRangeTakesItsDrawingsAlong) {
     EXPECT_THAT(markers(), ElementsAre(5, 10, 13, 19, 28));
 }
 
+TEST_F(TimeSliderMarkers, TheDrawingAfterADraggedRangeStays) {
+    drawAt({10, 20, 21});
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -draw")));
+    highlight(10, 20);
+    grab(14);
+    dragTo(11);
+    EXPECT_THAT(markers(), ElementsAre(7, 17, 21)) << "during the drag";
+    hand.release();
+    EXPECT_THAT(markers(), ElementsAre(7, 17, 21));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
 TEST_F(TimeSliderMarkers, EveryOperationWorksOnTheHighlight) {
     using Frames = std::vector<int>;
     Frames shown{2, 11, 13, 25};

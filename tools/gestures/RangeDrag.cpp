@@ -40,7 +40,8 @@ void RangeDrag::follow(const std::optional<Range>& highlighted) {
 std::optional<RangeDrag::Move> RangeDrag::release(const std::optional<Range>& highlighted) {
     std::optional<Move> result;
     if (followed_ && before_)
-        result = Move{offset_, static_cast<int>(before_->first), static_cast<int>(before_->second)};
+        result =
+            Move{offset_, static_cast<int>(before_->first), static_cast<int>(before_->second) - 1};
     restart(highlighted);
     return result;
 }

@@ -13,7 +13,8 @@ public:
     using Range = std::pair<double, double>; ///< frames, [start, end)
 
     /// What a drag that has ended asks for: the drawings of frames `start`..`end` go `offset`
-    /// frames on. By 0 frames, everything stays and only has to be shown where it is.
+    /// frames on, the last one with them. By 0 frames, everything stays and only has to be shown
+    /// where it is.
     struct Move {
         int offset = 0;
         int start = 0;

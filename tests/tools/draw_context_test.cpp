@@ -7,11 +7,13 @@
 #include "plugin/session/PluginState.h"
 #include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
+#include "ui/InputInjector.h"
 #include "ui/Tools.h"
 #include "ui/ViewWidget.h"
 
 #include <QCoreApplication>
 #include <QProcess>
+#include <QThread>
 
 #include <maya/MAnimControl.h>
 
@@ -241,6 +243,40 @@ TEST_F(Drawing, TimeChangeDuringAStrokeLosesNothing) {
     release();
     EXPECT_EQ(document()->activeLayer(camera)->frameTimes(), (QList<int>{1, 10}));
     EXPECT_EQ(document()->currentStroke(), nullptr);
+}
+
+// The program is busy while the hand draws, lets go and moves on.
+TEST_F(Drawing, UnderLoadTheLineEndsWhereTheButtonWentUp) {
+    const auto hand = host::InputInjector::create();
+    if (!hand->isReal())
+        GTEST_SKIP() << "the pointer is only moved by the events themselves";
+    const auto place = [this](QPoint viewPixel) {
+        return host::InputInjector::toScreen(&view(), viewPixel);
+    };
+    settings().of(Tool::Pencil).size = 1;
+    for (int round = 0; round < 6; ++round) {
+        SCOPED_TRACE(round);
+        const QPoint end(300 + 7 * round, 100 + 20 * round);
+        moveTo({100, end.y()});
+        press();
+        hand->moveTo(place({(100 + end.x()) / 2, end.y()}));
+        QThread::msleep(round % 2 == 0 ? 40 : 0);
+        hand->moveTo(place(end));
+        hand->release(Qt::LeftButton);
+        hand->moveTo(place({500, 380}));
+        QThread::msleep(round % 3 == 0 ? 100 : 30);
+        ASSERT_TRUE(waitFor([this] { return document()->currentStroke() == nullptr; }));
+        const QPoint last = imagePixel(end);
+        EXPECT_GT(alphaAt(last), 0);
+        const QImage image = picture();
+        int beyond = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = last.x() + 2; x < image.width(); ++x)
+                beyond += y <= last.y() + 1 && y >= last.y() - 1 && qAlpha(image.pixel(x, y)) > 0;
+        }
+        EXPECT_EQ(beyond, 0);
+        EXPECT_EQ(alphaAt(last + QPoint(4, 6)), 0) << "no tail";
+    }
 }
 
 TEST_F(Drawing, PlaybackDuringAStrokeDestroysNothing) {

@@ -14,6 +14,7 @@
 
 #include <deque>
 #include <gtest/gtest.h>
+#include <limits>
 
 using namespace vellum;
 
@@ -72,12 +73,15 @@ public:
         const QPoint position = positions_.front();
         if (positions_.size() > 1)
             positions_.pop_front();
-        return PointerSample{position, kCanvasSize};
+        return PointerSample{position, kCanvasSize, ++polls_ >= releasedFrom};
     }
+
+    int releasedFrom = std::numeric_limits<int>::max(); ///< the poll that finds the button up
 
 private:
     std::deque<QPoint> positions_;
     QSemaphore* polled_;
+    int polls_ = 0;
 };
 
 SampleOptions options(int width, bool pressure = false) {
@@ -95,10 +99,11 @@ TEST_F(Sampling, ClickLeavesTwoPoints) {
     sample(100, 50);
     // The second is (2 x 100 + 99) / 3 = 99.67, to the nearest.
     EXPECT_EQ(positions(), (QList<QPoint>{{99, 50}, {100, 50}}));
-    EXPECT_EQ(redraws_, 1);
+    EXPECT_EQ(redraws_, 2);
     EXPECT_TRUE(stroke_.dirty);
     sample(100, 50); // the pointer rests
     EXPECT_EQ(stroke_.points.size(), 2U);
+    EXPECT_EQ(redraws_, 2) << "nothing to show";
 }
 
 TEST_F(Sampling, SmoothsTowardsTheNewest) {
@@ -160,7 +165,7 @@ TEST_F(Sampling, ShapesKeepPressAndPresentAndTextFollows) {
     EXPECT_EQ(positions(), (QList<QPoint>{{300, 400}}));
     EXPECT_EQ(stroke_.fontFamily, QStringLiteral("DejaVu Serif"));
     resetSettings();
-    EXPECT_EQ(redraws_, 0);
+    EXPECT_EQ(redraws_, 6) << "nothing waits for the next event of the pointer";
 }
 
 TEST_F(Sampling, IgnoresSamplesWhenIdleOrWithoutStroke) {
@@ -267,13 +272,72 @@ TEST_F(Sampling, NothingSampledBeforeTheReleaseIsLost) {
                    options(6));
     ASSERT_TRUE(polled.tryAcquire(3, 5000)); // three samples are under way, none delivered
     EXPECT_TRUE(stroke_.points.empty());
-    // The pointer came to rest where the button was released: that place is part of the stroke,
-    // smoothed like any other: (4 x 191 + 3 x 161 + 2 x 131 + 101) / 10 with the click's two
-    // points.
     manager_.finish(QPoint(190 + 1, kCanvasSize - 100 + 1));
     manager_.stop();
-    ASSERT_EQ(stroke_.points.size(), 5U);
-    EXPECT_EQ(stroke_.points.back().x, (5 * 191 + 4 * 161 + 3 * 131 + 2 * 101 + 100 + 7) / 15);
+    // The click's two points and the smoothed ones, then straight to where the button went up.
+    const QList<QPoint> all = positions();
+    ASSERT_GE(all.size(), 5);
+    EXPECT_EQ(all[3], QPoint((4 * 161 + 3 * 131 + 2 * 101 + 100 + 5) / 10, 99));
+    EXPECT_EQ(all.last(), QPoint(191, 99));
+    for (int i = 1; i < all.size(); ++i)
+        EXPECT_GT(all[i].x(), all[i - 1].x());
+}
+
+// Whatever was thinned out or smoothed away, at any width and speed.
+TEST_F(Sampling, EndsWhereTheButtonWentUp) {
+    for (const int width : {1, 6, 40, 100}) {
+        for (const int way : {1, 2, 7, 30, 400}) {
+            for (const Tool tool : {Tool::Pencil, Tool::Brush, Tool::Eraser, Tool::Line}) {
+                SCOPED_TRACE(testing::Message()
+                             << "width " << width << ", way " << way << ", tool " << int(tool));
+                stroke_ = Stroke();
+                begin(tool);
+                sample(99, 100, width);
+                sample(100, 100, width);
+                sample(100 + way / 2, 100, width);
+                manager_.finish(QPoint(100 + way, kCanvasSize - 100));
+                manager_.finish(std::nullopt); // as the tool does once more
+                EXPECT_EQ(positions().last(), QPoint(100 + way, 100));
+            }
+        }
+    }
+}
+
+// A machine under load: the release is handled long after the button went up.
+TEST_F(Sampling, NothingPolledAfterTheButtonWentUpCounts) {
+    for (const Tool tool : {Tool::Pencil, Tool::Line}) {
+        stroke_ = Stroke();
+        stroke_.tool = tool;
+        QSemaphore polled;
+        auto poller = std::make_unique<ScriptedPoller>(
+            std::deque<QPoint>{{100, 100}, {150, 100}, {300, 300}, {500, 500}}, &polled);
+        poller->releasedFrom = 3;
+        manager_.start(target(), std::move(poller), options(6),
+                       QPoint(90 + 1, kCanvasSize - 100 + 1));
+        ASSERT_TRUE(polled.tryAcquire(3, 5000));
+        QThread::msleep(50);
+        EXPECT_LE(polled.available(), 0) << "nor is it asked any more";
+        manager_.finish(QPoint(200 + 1, kCanvasSize - 100 + 1));
+        manager_.stop();
+        EXPECT_EQ(positions().last(), QPoint(201, 99));
+        for (const QPoint position : positions())
+            EXPECT_EQ(position.y(), 99);
+    }
+}
+
+TEST_F(Sampling, APollSeenOffByTheReleaseIsTheLast) {
+    stroke_.tool = Tool::Line;
+    QSemaphore polled;
+    manager_.start(target(),
+                   std::make_unique<ScriptedPoller>(std::deque<QPoint>{{100, 100}}, &polled),
+                   options(6));
+    ASSERT_TRUE(polled.tryAcquire(1, 5000));
+    manager_.pointerUp();
+    QThread::msleep(30);
+    const int asked = polled.available();
+    QThread::msleep(30);
+    EXPECT_EQ(polled.available(), asked);
+    manager_.stop();
 }
 
 TEST_F(Sampling, StopDropsWhatIsStillUnderWay) {
@@ -316,7 +380,9 @@ TEST_F(Sampling, APollThatHangsIsLeftBehind) {
     ASSERT_TRUE(signs->asked.tryAcquire(1, 5000));
     manager_.finish(QPoint(251, kCanvasSize - 100 + 1));
     manager_.stop();
-    EXPECT_EQ(stroke_.points.size(), 3U) << "two polls, of which the first counts double";
+    // Two polls, of which the first counts double, and on to where the button went up.
+    EXPECT_EQ(positions().mid(0, 3), (QList<QPoint>{{150, 99}, {151, 99}, {176, 99}}));
+    EXPECT_EQ(positions().last(), QPoint(251, 99));
 
     stroke_ = Stroke();
     begin(Tool::Brush);
@@ -325,6 +391,37 @@ TEST_F(Sampling, APollThatHangsIsLeftBehind) {
     EXPECT_TRUE(support::waitFor([&] { return signs->gone.tryAcquire(); }));
     support::settle();
     EXPECT_EQ(stroke_.points.size(), 1U) << "nothing of it reaches the next stroke";
+
+    // Nor does it answer at all, with the press held back for the pen's pressure.
+    for (const bool awaited : {false, true}) {
+        const auto silent = std::make_shared<Signs>();
+        class Silent : public CursorPoller {
+        public:
+            explicit Silent(std::shared_ptr<Signs> signs) : signs_(std::move(signs)) {}
+            ~Silent() override { signs_->gone.release(); }
+            std::optional<PointerSample> poll() override {
+                signs_->asked.release();
+                signs_->answer.acquire();
+                return std::nullopt;
+            }
+
+        private:
+            std::shared_ptr<Signs> signs_;
+        };
+        stroke_ = Stroke();
+        stroke_.tool = Tool::Brush;
+        pluginState().pressureAwaited = awaited;
+        manager_.start(target(), std::make_unique<Silent>(silent), options(6, true),
+                       QPoint(100, 500));
+        ASSERT_TRUE(silent->asked.tryAcquire(1, 5000));
+        manager_.finish(QPoint(500, 500));
+        manager_.stop();
+        pluginState().pressureAwaited = false;
+        EXPECT_EQ(positions().first(), QPoint(99, 524));
+        EXPECT_EQ(positions().last(), QPoint(500, 524));
+        silent->answer.release(2);
+        EXPECT_TRUE(support::waitFor([&] { return silent->gone.tryAcquire(); }));
+    }
 }
 
 TEST_F(Sampling, PointerOutOfSightYieldsNothing) {

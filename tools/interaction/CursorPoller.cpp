@@ -75,8 +75,11 @@ public:
             return std::nullopt;
         const int x = reply->win_x;
         const int y = reply->win_y;
+        const bool released = (reply->mask & XCB_BUTTON_MASK_1) == 0;
         std::free(reply);
-        return sampleInWindow(place, x, y);
+        PointerSample sample = sampleInWindow(place, x, y);
+        sample.released = released;
+        return sample;
     }
 
 private:
@@ -96,13 +99,20 @@ public:
     std::optional<PointerSample> poll() override {
         const ViewPlace place = view_.now();
         POINT point;
+        const int first = GetSystemMetrics(SM_SWAPBUTTON) ? VK_RBUTTON : VK_LBUTTON;
+        const bool down = (GetAsyncKeyState(first) & 0x8000) != 0;
         if (!GetCursorPos(&point) || !ScreenToClient(reinterpret_cast<HWND>(place.window), &point))
             return std::nullopt;
-        return sampleInWindow(place, point.x, point.y);
+        PointerSample sample = sampleInWindow(place, point.x, point.y);
+        // Some pens press no button that can be asked for.
+        seenDown_ = seenDown_ || down;
+        sample.released = seenDown_ && !down;
+        return sample;
     }
 
 private:
     ViewPlaceWatch view_;
+    bool seenDown_ = false;
 };
 
 #endif

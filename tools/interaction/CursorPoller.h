@@ -15,6 +15,7 @@ namespace vellum {
 struct PointerSample {
     QPoint position;
     int viewHeight = 0;
+    bool released = false; ///< the first button is up; false where that cannot be told
 };
 
 /// Made on the main thread for one view widget, then used from one thread at a time. Polling asks

@@ -4,6 +4,7 @@
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
 #include "plugin/session/TimeSlider.h"
+#include "tools/interaction/ThreadManager.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -178,6 +179,8 @@ bool DrawContextInputHandler::filterTyping(QEvent* event) {
 void DrawContextInputHandler::seeMouse(const QMouseEvent& event) {
     if (event.type() == QEvent::MouseButtonPress)
         commitPendingText();
+    if (event.type() == QEvent::MouseButtonRelease && event.button() == Qt::LeftButton)
+        ThreadManager::instance().pointerUp();
     if (event.type() != QEvent::MouseButtonRelease && event.buttons() == event.button())
         relatePenTo(event);
 }

@@ -24,26 +24,26 @@ InputWorker::InputWorker(std::unique_ptr<CursorPoller> poller, const SampleOptio
 }
 
 std::optional<QPoint> InputWorker::look() {
-    const auto sample = poller_ ? poller_->poll() : std::nullopt;
-    if (!sample)
+    const auto sample = poller_ && !released_ ? poller_->poll() : std::nullopt;
+    released_ = released_ || (sample && sample->released);
+    if (!sample || released_)
         return std::nullopt;
     // The mapping to the image expects these offsets of a pixel.
     return QPoint(sample->position.x() + 1, sample->viewHeight - sample->position.y() + 1);
 }
 
-bool InputWorker::poll() {
+void InputWorker::poll() {
     const bool holds = awaitsPressure();
     if (!holds)
         releaseHeld();
     const std::optional<QPoint> position = look();
     if (!position)
-        return false;
+        return;
     // The event's pixel and the polled one may be rounded to neighbours.
     if (std::exchange(begun_, false) && (*position - lastSent_).manhattanLength() <= 1)
         lastSent_ = *position;
     if (*position != lastSent_)
         take(*position, holds);
-    return true;
 }
 
 void InputWorker::begin(QPoint press) {
@@ -88,12 +88,12 @@ void InputWorker::Run() {
         // Delivers Shutdown(). Not processEvents(): under GLib's dispatcher that leaves out what
         // was queued before this call began.
         QCoreApplication::sendPostedEvents(this);
-        poll();
+        if (running_ || lastSent_ == QPoint(kNowhere, kNowhere))
+            poll();
         if (running_)
             wake_.tryAcquire(1, kPeriodMs);
     }
     releaseHeld();
-    ended_.store(true, std::memory_order_release);
 }
 
 void InputWorker::Shutdown() {

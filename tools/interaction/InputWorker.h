@@ -7,7 +7,6 @@
 #include <QPoint>
 #include <QSemaphore>
 
-#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -28,29 +27,23 @@ public:
     InputWorker(std::unique_ptr<CursorPoller> poller, const SampleOptions& options);
 
     /// One poll: emits the position when it is new. The first one is emitted twice, the first time
-    /// one pixel to the left, so that a click leaves a mark. Called by Run(); afterwards, when the
-    /// thread has ended, also from outside. False when no position could be had.
-    bool poll();
+    /// one pixel to the left, so that a click leaves a mark. A poll that finds the button up emits
+    /// nothing, nor does any later one: the stroke may be handled as ended long after that.
+    void poll();
 
     /// Takes the position of the press for the first one polled, wherever the pointer has gone
     /// since. Before Run(), in the thread that receives the signal.
     void begin(QPoint press);
 
-    /// The position poll() would emit, without doing so. Empty when there is none.
-    std::optional<QPoint> look();
-
     /// Emits what is held back because the pen has not told its pressure. poll() does so itself
     /// once the pressure is known or has been waited for long enough.
     void releaseHeld();
-
-    /// Run() has returned. Once true, all the worker did is seen by the thread that asks.
-    bool hasEnded() const { return ended_.load(std::memory_order_acquire); }
 
     /// Ends the pause between two polls. From any thread.
     void wake() { wake_.release(); }
 
 public Q_SLOTS:
-    /// Polls every 8 milliseconds until Shutdown(), at least once.
+    /// Polls every 8 milliseconds until Shutdown(); at least once unless the press is known.
     void Run();
     void Shutdown();
 
@@ -61,13 +54,14 @@ Q_SIGNALS:
 
 private:
     void take(QPoint position, bool holds);
+    std::optional<QPoint> look();
     bool awaitsPressure();
     void send(QPoint position);
 
     std::unique_ptr<CursorPoller> poller_;
     SampleOptions options_;
     bool running_ = false;
-    std::atomic<bool> ended_{false};
+    bool released_ = false;
     QPoint lastSent_;    ///< both coordinates the largest int: nothing sent yet
     bool begun_ = false; ///< what was last sent is the press
     std::vector<QPoint> held_;

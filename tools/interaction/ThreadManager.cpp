@@ -24,6 +24,10 @@ bool isAt(const StrokePoint& point, QPoint position) {
     return point.x == position.x() && point.y == position.y();
 }
 
+bool isTooNear(const StrokePoint& point, const StrokePoint& last) {
+    return std::hypot(point.x - last.x, point.y - last.y) * kThinning < point.width;
+}
+
 } // namespace
 
 ThreadManager& ThreadManager::instance() {
@@ -38,6 +42,10 @@ ThreadManager::~ThreadManager() {
 void ThreadManager::start(Target target) {
     stop();
     history_.clear();
+    press_.reset();
+    options_ = SampleOptions();
+    lastPlace_.reset();
+    places_ = 0;
     target_ = std::move(target);
     active_ = true;
 }
@@ -45,6 +53,9 @@ void ThreadManager::start(Target target) {
 void ThreadManager::start(Target target, std::unique_ptr<CursorPoller> poller,
                           const SampleOptions& options, std::optional<QPoint> press) {
     start(std::move(target));
+    press_ = press;
+    options_ = options;
+    lastOpacity_ = options.opacity;
     timerPeriod_ = std::make_unique<FineTimerPeriod>();
     thread_ = std::make_unique<QThread>();
     worker_ = std::make_unique<InputWorker>(std::move(poller), options);
@@ -80,19 +91,61 @@ void ThreadManager::abandonThread() {
     connect(thread, &QThread::finished, thread, &QObject::deleteLater);
 }
 
+void ThreadManager::pointerUp() {
+    if (thread_) {
+        Q_EMIT ShutdownInputWorker();
+        worker_->wake();
+    }
+}
+
 void ThreadManager::finish(std::optional<QPoint> release) {
-    if (!active_ || !thread_)
+    if (!active_)
         return;
-    const bool joined = joinThread();
-    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-    if (!joined)
-        abandonThread();
-    if (!release || !worker_ || !worker_->hasEnded())
+    if (thread_) {
+        const bool joined = joinThread();
+        QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+        if (!joined)
+            abandonThread();
+    }
+    if (release)
+        endAt(*release);
+}
+
+// The last place is the event's, whatever was polled: the hand may have been quicker than the
+// thread, and the pointer may have moved on since.
+void ThreadManager::endAt(QPoint release) {
+    const auto sample = [this](QPoint place) {
+        OnMousePositionChanged(place, options_.width, lastOpacity_, options_.hardness);
+    };
+    if (!lastPlace_ && press_) { // held back by a thread that does not answer
+        sample(*press_ - QPoint(1, 0));
+        sample(*press_);
+    }
+    const bool click = places_ == 2 && lastPlace_ == release;
+    Stroke* stroke = target_.stroke ? target_.stroke() : nullptr;
+    if (!stroke || !lastPlace_ || click)
         return;
-    // A pointer that has moved on says nothing about the stroke any more.
-    const std::optional<QPoint> now = worker_->look();
-    if (now && (*now - *release).manhattanLength() <= 1)
-        worker_->poll();
+    if (!isFreehand(kindOf(stroke->tool)) || stroke->points.empty()) {
+        sample(release);
+        return;
+    }
+    const QPoint image = viewToImage(release, target_.mapping());
+    arriveAt(*stroke, {options_.width, lastOpacity_, options_.hardness, image.x(), image.y()});
+}
+
+// The smoothed point lags behind: the same place again and again brings it there. The last one is
+// exact, and kept however near it is to the one before.
+void ThreadManager::arriveAt(Stroke& stroke, const StrokePoint& point) {
+    std::vector<StrokePoint>& points = stroke.points;
+    const QPoint place(point.x, point.y);
+    for (std::size_t i = 0; i < kHistory && !isAt(points.back(), place); ++i) {
+        remember(point);
+        const StrokePoint smooth = smoothed(point);
+        if (isAt(smooth, place) || !isTooNear(smooth, points.back()))
+            points.push_back(smooth);
+    }
+    stroke.dirty = true;
+    target_.requestRedraw();
 }
 
 void ThreadManager::stop() {
@@ -112,6 +165,9 @@ void ThreadManager::OnMousePositionChanged(const QPoint& p, int width, float opa
     Stroke* stroke = active_ && target_.stroke ? target_.stroke() : nullptr;
     if (!stroke)
         return;
+    lastPlace_ = p;
+    lastOpacity_ = opacity;
+    ++places_;
     const QPoint image = viewToImage(p, target_.mapping());
     const StrokePoint point{width, opacity, hardness, image.x(), image.y()};
     std::vector<StrokePoint>& points = stroke->points;
@@ -138,8 +194,7 @@ void ThreadManager::OnMousePositionChanged(const QPoint& p, int width, float opa
         return; // follows its own context
     }
     stroke->dirty = true;
-    if (isFreehand(kind) && points.size() == 2)
-        target_.requestRedraw();
+    target_.requestRedraw();
 }
 
 // False when the sample adds nothing.
@@ -148,19 +203,20 @@ bool ThreadManager::appendFreehand(Stroke& stroke, const StrokePoint& point) {
     const QPoint position(point.x, point.y);
     if (points.size() >= 2 && isAt(points.back(), position))
         return false;
-    if (history_.size() >= kHistory)
-        history_.pop_back();
-    history_.insert(history_.begin(), {position, point.opacity});
+    remember(point);
     const StrokePoint smooth = smoothed(point);
-    if (points.size() >= 2) {
-        const double distance = std::hypot(smooth.x - points.back().x, smooth.y - points.back().y);
-        if (distance * kThinning < point.width) {
-            history_.erase(history_.begin());
-            return false;
-        }
+    if (points.size() >= 2 && isTooNear(smooth, points.back())) {
+        history_.erase(history_.begin());
+        return false;
     }
     points.push_back(smooth);
     return true;
+}
+
+void ThreadManager::remember(const StrokePoint& point) {
+    if (history_.size() >= kHistory)
+        history_.pop_back();
+    history_.insert(history_.begin(), {QPoint(point.x, point.y), point.opacity});
 }
 
 // Weighted mean of the history: n for the newest of n samples down to 1 for the oldest.

@@ -45,9 +45,12 @@ public:
     /// The same without a thread: samples come through OnMousePositionChanged() only.
     void start(Target target);
 
-    /// Ends the polling, takes in what the thread has sampled so far, and the release position
-    /// (view coordinates of the worker's convention) if the pointer still is where it was released.
-    /// To be followed by stop().
+    /// The button is up: nothing more is to be polled, what was polled is still taken in.
+    void pointerUp();
+
+    /// Ends the polling, takes in what the thread has sampled so far, and leads the stroke to where
+    /// the button was released, if that is known (view coordinates of the worker's convention). To
+    /// be followed by stop().
     void finish(std::optional<QPoint> release);
 
     /// Ends at once; samples not yet delivered are dropped. Does nothing when idle.
@@ -70,6 +73,9 @@ private:
 
     bool joinThread();
     void abandonThread();
+    void endAt(QPoint release);
+    void arriveAt(Stroke& stroke, const StrokePoint& point);
+    void remember(const StrokePoint& point);
     bool appendFreehand(Stroke& stroke, const StrokePoint& point);
     StrokePoint smoothed(const StrokePoint& point) const;
 
@@ -79,6 +85,11 @@ private:
     bool active_ = false;
     Target target_;
     std::vector<Sample> history_; // newest first, at most five
+    std::optional<QPoint> press_;
+    SampleOptions options_;
+    float lastOpacity_ = 1.0F;
+    std::optional<QPoint> lastPlace_; ///< of the last sample, in the view
+    int places_ = 0;                  ///< samples so far
 };
 
 } // namespace vellum

@@ -81,8 +81,11 @@ QImage StrokeSession::merged(const QImage& frameImage) {
         update();
     if (kindOf(stroke_.tool) == ToolKind::Text)
         drawShape(image_, stroke_, false);
-    if (replacesFrame())
+    if (replacesFrame()) {
+        for (int y = touched_.top(); y <= touched_.bottom(); ++y)
+            rows::blacken(image_.scanLine(y) + 4 * touched_.left(), touched_.width());
         return image_;
+    }
     // Only where the stroke is: painting with nothing would still round faint colours.
     QImage result = frameImage;
     for (int y = touched_.top(); y <= touched_.bottom(); ++y) {

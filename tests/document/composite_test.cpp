@@ -14,6 +14,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 #include <random>
@@ -176,6 +177,39 @@ TEST(PixelRows, WhatIsAloneOrOpaqueOrUnderNothingStaysAsItIs) {
             expectKept(result, opaque, which + " under something opaque");
         }
     }
+}
+
+// Also where nothing is laid over them, and beside pixels that are painted.
+TEST(Composite, PixelsThatCannotBeSeenHaveNoColor) {
+    for (const int painted : {-1, 0, 40, 255}) {
+        std::array<std::uint8_t, 1024> result{}, source{};
+        for (std::size_t i = 0; i < 256; ++i) {
+            result[4 * i] = static_cast<std::uint8_t>(i);
+            result[4 * i + 3] = i % 3 == 0 ? 200 : 0;
+            source[4 * i + 1] = 80;
+            source[4 * i + 3] = static_cast<int>(i) == painted ? 9 : 0;
+        }
+        rows::over(result.data(), source.data(), 256);
+        for (std::size_t i = 0; i < result.size(); i += 4) {
+            if (result[i + 3] == 0) {
+                EXPECT_EQ(result[i] | result[i + 1] | result[i + 2], 0) << i;
+            }
+        }
+    }
+    LayerManager manager;
+    manager.addLayer(kCamera, 0, QString());
+    manager.addFrameAtCurrentTime(kCamera);
+    for (const Tool tool : {Tool::Pencil, Tool::Eraser}) {
+        Stroke* stroke = manager.beginStroke(kCamera, tool, Qt::red);
+        ASSERT_NE(stroke, nullptr);
+        stroke->points = {{20, 1.0F, 1.0F, 100, 100}, {20, 1.0F, 1.0F, 200, 140}};
+        stroke->dirty = true;
+        QByteArray undo;
+        ASSERT_TRUE(manager.commitStroke(kCamera, undo));
+    }
+    const QImage erased = manager.currentFrame(kCamera)->image();
+    EXPECT_EQ(std::count(erased.constBits(), erased.constBits() + erased.sizeInBytes(), 0),
+              erased.sizeInBytes());
 }
 
 TEST(Composite, EqualsQPainterOnStraightAlpha) {

@@ -122,12 +122,12 @@ void stepped(QImage& image, const StrokePoint& a, const StrokePoint& b, bool era
     }
 }
 
-void brushDab(QImage& image, int x, int y, int width, float opacity, float weight, bool hard) {
+void brushDab(QImage& image, int x, int y, int width, float opacity, float weight) {
     const float r = static_cast<float>(width) * 0.5F;
     const float radius = width < 20 ? r + 1.0F : r;
     const float peak = width < 20 ? 0.4F * opacity : opacity;
     const auto soft = [](float size, float o) { return softTable(size, o); };
-    const Table& table = hard ? hardTable(radius, peak) : lastTable(radius, peak, soft);
+    const Table& table = lastTable(radius, peak, soft);
     const int ceiling = cut(opacity * 255);
     const auto below = [&](int at, float distance) {
         return static_cast<int>(std::floor(static_cast<float>(at) + distance));
@@ -159,7 +159,9 @@ void wuSteps(const StrokePoint& a, const StrokePoint& b,
     const float gradient =
         length == 0 ? 0 : static_cast<float>(n1 - n0) / static_cast<float>(length);
     for (int i = 0; i <= length; ++i) {
-        const float across = static_cast<float>(n0) + gradient * static_cast<float>(i);
+        const float across = i == length && i > 0
+                                 ? static_cast<float>(n1)
+                                 : static_cast<float>(n0) + gradient * static_cast<float>(i);
         const int n = static_cast<int>(std::floor(across));
         const float fraction = across - static_cast<float>(n);
         const auto along = static_cast<float>(swapped ? length - i : i);
@@ -190,7 +192,7 @@ void thin(QImage& image, const StrokePoint& a, const StrokePoint& b) {
 
 void soft(QImage& image, const StrokePoint& a, const StrokePoint& b, bool start) {
     if (start)
-        brushDab(image, a.x, a.y, a.width, a.opacity, a.opacity, true);
+        brushDab(image, a.x, a.y, a.width, a.opacity, a.opacity);
     float length = 0;
     wuSteps(a, b, [&](int, int, int, int, float, float, float d) { length = std::max(length, d); });
     wuSteps(a, b, [&](int x, int y, int x2, int y2, float near, float far, float d) {
@@ -198,8 +200,8 @@ void soft(QImage& image, const StrokePoint& a, const StrokePoint& b, bool start)
         if (length > 0 && a.opacity != b.opacity)
             opacity =
                 std::min(std::max(a.opacity + (b.opacity - a.opacity) * d / length, 0.0F), 1.0F);
-        brushDab(image, x, y, a.width, opacity, near, false);
-        brushDab(image, x2, y2, a.width, opacity, far, false);
+        brushDab(image, x, y, a.width, opacity, near);
+        brushDab(image, x2, y2, a.width, opacity, far);
     });
 }
 

@@ -4,10 +4,12 @@
 #include "support/Seed.h"
 #include "tools/raster/BrushStamp.h"
 #include "tools/raster/FreehandRaster.h"
+#include "tools/raster/SoftWalk.h"
 #include "tools/raster/Stroke.h"
 
 #include <QImage>
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -170,35 +172,73 @@ TEST(Freehand, HardDabByHand) {
 }
 
 TEST(Freehand, SoftDabByHand) {
-    // Width 4: stamps of radius 3 at 0.4, covering 2 to either side. First a hard one, 102
-    // throughout but for the corners, where sqrt(9 - 4) reaches 2.236: 102 as well. Then a soft one
-    // twice by half at the ends of a line without length: 102 in the centre, just below 68 beside
-    // it and 34 two away, so 67 and 33, and in the corners 1 - sqrt(8) / 3 = 0.057 of 102.
+    // Width 4: stamps of radius 3 at 0.4, covering 2 to either side. First a whole one, then twice
+    // by half at the ends of a line without length: 102 in the centre, just below 68 beside it and
+    // 34 two away, so 67 and 33, and in the corners 1 - sqrt(8) / 3 = 0.057 of 102.
     QImage image = canvas(16);
     drawFreehandSegments(image, {point(8, 8, 4), point(8, 8, 4)}, 0, Tool::Brush);
     EXPECT_EQ(alpha(image, 8, 8), 204);
     EXPECT_EQ(alpha(image, 9, 8), alpha(image, 8, 7));
-    EXPECT_EQ(alpha(image, 9, 8), 102 + 33 + 33);
-    EXPECT_EQ(alpha(image, 10, 8), 102 + 16 + 16);
-    EXPECT_EQ(alpha(image, 10, 10), 102 + 2 + 2);
+    EXPECT_EQ(alpha(image, 9, 8), 67 + 33 + 33);
+    EXPECT_EQ(alpha(image, 10, 8), 33 + 16 + 16);
+    EXPECT_EQ(alpha(image, 10, 10), 5 + 2 + 2);
     EXPECT_EQ(alpha(image, 11, 8), 0);
     EXPECT_EQ(image.pixelColor(8, 8).green(), 200); // colour stays
 }
 
-// Its weight is its opacity: 0.5 of 127 is 63, then half of it twice at the ends of the line.
-// Beside radius 10 the rim of the disc is cut, and nothing is drawn beyond the ceiling.
+// Its weight is its opacity: 0.5 of 127 is 63, then half of it twice at the ends of the line, and
+// nothing is drawn beyond the ceiling.
 TEST(Freehand, ABrushStrokeBeginsWithAFullDab) {
     QImage image = canvas(64);
     const StrokePoint here = point(32, 32, 20, 0.5F);
     drawFreehandSegments(image, {here, here}, 0, Tool::Brush);
     EXPECT_EQ(alpha(image, 32, 32), 127);
-    EXPECT_EQ(alpha(image, 41, 32), 63 + 6 + 6); // 1 - 9/10 of 127 is 12
-    EXPECT_EQ(alpha(image, 42, 32), 63);
-    EXPECT_EQ(alpha(image, 43, 32), 0);
+    EXPECT_EQ(alpha(image, 41, 32), 6 + 6 + 6); // 1 - 9/10 of 127 is 12
+    EXPECT_EQ(alpha(image, 42, 32), 0);
     QImage border = canvas(64);
     drawFreehandSegments(border, {point(-9, 40, 20), point(-9, 40, 20)}, 0, Tool::Brush);
-    // Five rows up the disc reaches sqrt(100 - 25) = 8.66: 0.66 (0xa8) of the column 9 away.
-    EXPECT_EQ(map(border, QRect(0, 34, 2, 4)), (Rows{" . .", " a8 .", " ff 2a", " ff 89"}));
+    // Four rows up the column 9 away is sqrt(97) off: 3 of 255, and 1 twice; three rows up 13.
+    EXPECT_EQ(map(border, QRect(0, 35, 2, 3)), (Rows{" . .", " 5 .", " 19 ."}));
+}
+
+// The same ink at both ends but for the one dab more at the start, and nowhere beside the line.
+TEST(Freehand, ABrushLineBeginsWithoutABlot) {
+    for (int width = 2; width <= 100; ++width) {
+        QImage image = canvas(512);
+        drawFreehandSegments(image, {point(100, 100, width), point(400, 100, width)}, 0,
+                             Tool::Brush);
+        const bool thin = width < 20;
+        const double radius = width / 2.0 + (thin ? 1.0 : 0.0);
+        for (int across = -60; across <= 60; ++across) {
+            const int y = 100 + across;
+            for (int before = 0; before <= 60; ++before) {
+                const double dab = 1.0 - std::hypot(before, across) / radius;
+                // Dabs of odd width lie half a pixel aside, so that the ends are no mirror images.
+                if (width % 2 == 0) {
+                    ASSERT_LE(alpha(image, 100 - before, y),
+                              alpha(image, 400 + before, y) + 0.5 +
+                                  std::max(dab, 0.0) * (thin ? 102 : 255))
+                        << "width " << width << ", " << before << " before, " << across;
+                }
+                ASSERT_TRUE(alpha(image, 100 - before, y) == 0 || alpha(image, 250, y) > 0)
+                    << "width " << width << " is wider at its start";
+            }
+        }
+    }
+}
+
+TEST(Freehand, ASlopingLineEndsOnAWholePixel) {
+    for (int length = 1; length <= 400; ++length) {
+        for (int rise = -length; rise <= length; rise += 1 + length / 40) {
+            const SoftWalk walk(point(7, 9, 8), point(7 + length, 9 + rise, 8));
+            for (const int end : {0, walk.count() - 1}) {
+                const SoftStep step = walk.step(end);
+                ASSERT_EQ(step.near, 0.5F) << length << ", " << rise;
+                ASSERT_EQ(step.far, 0.0F) << length << ", " << rise;
+                ASSERT_EQ(step.minor, end == 0 ? 9 : 9 + rise);
+            }
+        }
+    }
 }
 
 TEST(Freehand, WhatIsNoNumberDrawsNothing) {

@@ -1,6 +1,6 @@
 // The dab of the freehand tools: a small table of alpha values.
 //
-// Hard (pencil, eraser, a brush stroke's first dab): opacity x 255 inside the disc, fractional
+// Hard (pencil, eraser): opacity x 255 inside the disc, fractional
 // coverage on the rim. Soft (brush): falls linearly from opacity x 255 at the centre to 0 at the
 // radius, no rim. The circle is Xiaolin Wu's antialiased one ("An efficient antialiasing
 // technique", 1991). A radius of exactly 1 is a block of 2 x 2 cells at (1, 1) in both. Floats

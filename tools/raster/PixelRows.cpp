@@ -26,8 +26,8 @@ void setPixel(std::uint8_t* row, int index, std::uint32_t pixel) {
 void overPiece(std::uint8_t* destination, const std::uint8_t* source) {
     Stack stack;
     stack.over(destination);
-    if (stack.over(source))
-        stack.store(destination);
+    stack.over(source);
+    stack.store(destination);
 }
 
 } // namespace
@@ -53,6 +53,13 @@ void tint(std::uint8_t* row, int pixels, std::uint8_t red, std::uint8_t green, s
     for (int i = 0; i < pixels; ++i) {
         const std::uint32_t pixel = pixelAt(row, i);
         setPixel(row, i, pixel >> 24 == 0 ? pixel : (pixel & 0xFF000000U) | color);
+    }
+}
+
+void blacken(std::uint8_t* row, int pixels) {
+    for (int i = 0; i < pixels; ++i) {
+        const std::uint32_t pixel = pixelAt(row, i);
+        setPixel(row, i, pixel >> 24 == 0 ? 0 : pixel);
     }
 }
 

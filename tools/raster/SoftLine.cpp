@@ -363,11 +363,12 @@ private:
     std::uint16_t factors_[2] = {};
 };
 
-// Hard, so that a stroke begins as round and full as its line, whose dabs add up, goes on.
+// The line's own stamp: a hard one would stand out as a blot, and be cut to a square where it is
+// wider than the line.
 void drawStartDab(const AlphaPlane& plane, const StrokePoint& point) {
     static BrushStamp stamp;
     const SoftStampSize size = softStampSize(point.width, point.opacity);
-    stamp.build(BrushStamp::Mode::Hard, size.radius, size.opacity);
+    stamp.build(BrushStamp::Mode::Soft, size.radius, size.opacity);
     const std::uint8_t ceiling = toByte(point.opacity);
     const float radius = static_cast<float>(point.width) * 0.5F;
     const int low = static_cast<int>(std::floor(-radius));

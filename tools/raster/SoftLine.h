@@ -15,7 +15,7 @@
 namespace vellum {
 
 /// Width and opacity are `from.width` (2 or more) and from.opacity to to.opacity. `startDab` puts a
-/// full dab at the start point first: hard, and with the opacity as weight as well.
+/// full dab at the start point first, of the line's own soft stamp, with the opacity as weight.
 void drawSoftLine(const AlphaPlane& plane, const StrokePoint& from, const StrokePoint& to,
                   bool startDab);
 

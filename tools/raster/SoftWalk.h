@@ -57,7 +57,10 @@ struct SoftWalk {
         const int i = std::min(number, length());
         const bool end = number == 0 || number == count() - 1;
         const float share = end ? 0.5F : 1.0F; // gap between a pixel's centre and its border
-        const float across = static_cast<float>(minor0) + gradient * static_cast<float>(i);
+        // The last point is a pixel, which the sum of many rounded parts may just miss.
+        const float across = i == length() && i > 0
+                                 ? static_cast<float>(minor1)
+                                 : static_cast<float>(minor0) + gradient * static_cast<float>(i);
         const float below = std::floor(across);
         SoftStep step;
         step.major = major0 + i;

@@ -132,7 +132,8 @@ public:
 
     /// Begins a region transform there in the same way: a stroke of Tool::Transform whose
     /// `region` the caller changes from then on, marking the stroke dirty. With `state.copy` the
-    /// clipboard gets the region's pixels, with `state.paste` they float.
+    /// clipboard gets the region's pixels, with `state.paste` they float. The drawing shown may be
+    /// one that is held from an earlier time.
     Stroke* beginTransform(const QString& camera, const RegionTransform& state);
 
     /// The pixels last copied or cut by a region transform; null before.

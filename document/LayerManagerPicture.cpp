@@ -17,7 +17,9 @@ GhostOptions ghostOptions() {
 
 Stroke* LayerManager::beginStroke(const QString& camera, Tool tool, const QColor& color) {
     discardStroke();
-    const Frame* frame = findTool(tool) ? frameForStroke(camera) : nullptr;
+    const Layer* active = findTool(tool) ? activeLayer(camera) : nullptr;
+    const bool here = active && active->hasFrameAtCurrentTime();
+    const Frame* frame = here ? frameForStroke(camera) : nullptr;
     return frame ? &stroke_.begin(camera, *frame, tool, color) : nullptr;
 }
 
@@ -29,10 +31,8 @@ Stroke* LayerManager::beginTransform(const QString& camera, const RegionTransfor
 
 const Frame* LayerManager::frameForStroke(const QString& camera) {
     const Layer* active = activeLayer(camera);
-    if (!active || active->state() == LayerState::Locked || !active->hasFrameAtCurrentTime() ||
-        !active->currentFrame()) {
+    if (!active || active->state() == LayerState::Locked || !active->currentFrame())
         return nullptr;
-    }
     // While the stroke is drawn the ghosts stay as they are, so they have to be right now.
     pictures_.updateGhosts(camera, *find(camera), ghostOptions());
     return active->currentFrame();

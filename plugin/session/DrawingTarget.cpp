@@ -16,12 +16,21 @@ namespace vellum {
 
 namespace {
 
+void reportNoLayer() {
+    report::error(QStringLiteral("A layer does not exist for the current camera"));
+}
+
+void reportNoStaticFrame() {
+    report::error(
+        QStringLiteral("Static layer: A frame is required at or before the current time."));
+}
+
 /// Makes the camera's first layer when the preferences allow. False: the stroke is dropped.
 bool provideFirstLayer(LayerManager& document, const QString& camera, DrawingTarget& target) {
     if (document.cameraLayerCount(camera) > 0)
         return true;
     if (!settings().automaticallyAddFirstLayer) {
-        report::error(QStringLiteral("A layer does not exist for the current camera"));
+        reportNoLayer();
         return false;
     }
     if (settings().alwaysDisplayNewLayerDialog) {
@@ -33,10 +42,8 @@ bool provideFirstLayer(LayerManager& document, const QString& camera, DrawingTar
 
 /// False, after reporting, when the camera's active layer refuses to be drawn on.
 bool acceptsDrawing(const LayerManager& document, const QString& camera, int layer) {
-    if (layer < 0) {
-        report::error(QStringLiteral("An active layer does not exist."));
+    if (!requireActiveLayer(document, camera))
         return false;
-    }
     if (!document.layerVisible(camera, layer)) {
         report::error(QStringLiteral("Active layer is not visible."));
         return false;
@@ -55,8 +62,7 @@ bool provideFrame(LayerManager& document, const QString& camera, int layer, Draw
     if (document.layerState(camera, layer) == LayerState::Static) {
         const int time = settings().defaultStaticFrameTime;
         if (!settings().insertDefaultStaticFrame || time > currentFrame()) {
-            report::error(
-                QStringLiteral("Static layer: A frame is required at or before the current time."));
+            reportNoStaticFrame();
             return false;
         }
         target.added.addFrame(document, fromIntTime(time));
@@ -67,6 +73,29 @@ bool provideFrame(LayerManager& document, const QString& camera, int layer, Draw
 }
 
 } // namespace
+
+bool requireActiveLayer(const LayerManager& document, const QString& camera) {
+    if (document.activeLayerIndex(camera) >= 0)
+        return true;
+    if (document.cameraLayerCount(camera) == 0)
+        reportNoLayer();
+    else
+        report::error(QStringLiteral("An active layer does not exist."));
+    return false;
+}
+
+bool requireDrawing(const LayerManager& document, const QString& camera) {
+    const int layer = document.activeLayerIndex(camera);
+    if (!acceptsDrawing(document, camera, layer))
+        return false;
+    if (document.currentFrame(camera))
+        return true;
+    if (document.layerState(camera, layer) == LayerState::Static)
+        reportNoStaticFrame();
+    else
+        report::error(QStringLiteral("A frame is required at or before the current time."));
+    return false;
+}
 
 DrawingTarget drawingTarget(BaseNode& node, const QString& camera) {
     DrawingTarget target{nullptr, TargetAdditions(camera)};

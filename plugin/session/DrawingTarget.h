@@ -9,6 +9,7 @@ namespace vellum {
 
 class BaseNode;
 class Frame;
+class LayerManager;
 
 /// What the check found or made.
 struct DrawingTarget {
@@ -22,5 +23,12 @@ struct DrawingTarget {
 /// frame where the preferences allow. A refusal has been reported and changed nothing, except that
 /// a layer made on the way stays.
 DrawingTarget drawingTarget(BaseNode& node, const QString& camera);
+
+/// Whether the camera has an active layer. If not, says so as the check does.
+bool requireActiveLayer(const LayerManager& document, const QString& camera);
+
+/// Whether the camera's active layer shows a drawing now, its own or a held one, that may be worked
+/// on. If not, says why as the check does.
+bool requireDrawing(const LayerManager& document, const QString& camera);
 
 } // namespace vellum

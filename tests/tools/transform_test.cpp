@@ -209,6 +209,63 @@ TEST_F(Transforming, AnotherFrameEndsIt) {
     EXPECT_FALSE(run(QStringLiteral("undo")));
 }
 
+TEST_F(Transforming, WorksOnADrawingThatIsHeld) {
+    at(5);
+    ASSERT_EQ(document()->activeLayer(camera)->frameTimes(), QList<int>{1});
+    const QRect around = kInk.adjusted(-20, -20, 20, 20);
+    select(around);
+    choose("Copy");
+    EXPECT_EQ(inked(document()->clipboardImage()).size(), kInk.size());
+    EXPECT_EQ(picture(), drawn);
+    select(around);
+    choose("Cut");
+    EXPECT_TRUE(inked(picture()).isNull());
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(picture(), drawn);
+    takeTool();
+    enter();
+    ASSERT_TRUE(tool()->isTransforming());
+    const QPoint from = view().rect().center() * view().devicePixelRatioF();
+    drag(from, from + QPoint(30, 0));
+    enter();
+    EXPECT_GT(inked(picture()).left(), kInk.left());
+    EXPECT_EQ(document()->activeLayer(camera)->frameTimes(), QList<int>{1});
+    at(1);
+    EXPECT_NE(picture(), drawn) << "it is the drawing itself, not a copy at 5";
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+TEST_F(Transforming, SaysWhyNothingCanBeTransformed) {
+    const auto refusedWith = [&](const char* message) {
+        SCOPED_TRACE(message);
+        for (const char* entry : {"", "Copy", "Cut"}) {
+            errors.clear();
+            takeTool();
+            select(kInk);
+            errors.clear();
+            *entry ? choose(entry) : enter();
+            EXPECT_EQ(errors, QStringList{QStringLiteral("[Vellum2] ") + QLatin1String(message)})
+                << entry;
+            EXPECT_FALSE(tool()->isTransforming());
+        }
+    };
+    document()->setLayerState(camera, 0, LayerState::Locked);
+    refusedWith("Active layer is locked.");
+    document()->setLayerState(camera, 0, LayerState::Animated);
+    document()->setLayerVisible(camera, 0, false);
+    refusedWith("Active layer is not visible.");
+    document()->setLayerVisible(camera, 0, true);
+    at(-3);
+    refusedWith("A frame is required at or before the current time.");
+    document()->setLayerState(camera, 0, LayerState::Static);
+    refusedWith("Static layer: A frame is required at or before the current time.");
+    at(1);
+    EXPECT_EQ(picture(), drawn);
+    document()->takeLayer(camera, 0);
+    refusedWith("A layer does not exist for the current camera");
+    EXPECT_FALSE(run(QStringLiteral("undo")));
+}
+
 TEST_F(Transforming, SurvivesWhatHappensMeanwhile) {
     const QPoint from = view().rect().center() * view().devicePixelRatioF();
     const auto lift = [&] {

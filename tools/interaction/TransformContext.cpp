@@ -101,6 +101,8 @@ bool TransformContext::begin(bool paste) {
         DrawingTarget target = drawingTarget(*active, camera_);
         added_ = std::move(target.added);
         possible = bool(target);
+    } else {
+        possible = requireActiveLayer(*document, camera_);
     }
     const int layer = document->activeLayerIndex(camera_);
     layer_ = LayerAddress(camera_);
@@ -211,7 +213,8 @@ bool TransformContext::ensureBegun() {
 }
 
 bool TransformContext::beginTransform(bool copy, bool cut) {
-    if (hasMoved() || !gesture_.chooseRegion(copy, cut, document_->clipboardImage().size()))
+    if (hasMoved() || !gesture_.chooseRegion(copy, cut, document_->clipboardImage().size()) ||
+        !requireDrawing(*document_, camera_))
         return false;
     if (!document_->beginTransform(camera_, gesture_.state()))
         return false;

@@ -88,7 +88,10 @@ QString quote(const QString& plain) {
 }
 
 QString deferred(const QString& command) {
-    return call("evalDeferred", {quote(command)});
+    // The plug-in may have been unloaded by then.
+    const QString needed = command.section(QLatin1Char(' '), 0, 0);
+    return call("evalDeferred",
+                {quote(QStringLiteral("if (`exists ") + needed + QStringLiteral("`) ") + command)});
 }
 
 QString createNode() {
@@ -100,8 +103,12 @@ QString refreshGhosting() {
 }
 
 QString playbackJob() {
-    return join({QStringLiteral("scriptJob -cf"), quote(QStringLiteral("playingBack")),
-                 quote(refreshGhosting())});
+    // The scene may have no drawing, which refreshGhosting() takes for a failure.
+    const QString exists = join({text(kNodeCommand), QStringLiteral("-ex")});
+    const QString refresh =
+        QStringLiteral("if (`") + exists + QStringLiteral("`) ") + refreshGhosting();
+    return join(
+        {QStringLiteral("scriptJob -cf"), quote(QStringLiteral("playingBack")), quote(refresh)});
 }
 
 QString killJob(int job) {

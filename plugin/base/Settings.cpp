@@ -2,6 +2,7 @@
 
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/IniText.h"
+#include "plugin/base/Owned.h"
 #include "plugin/base/QtCompat.h"
 #include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
@@ -198,10 +199,9 @@ void read(const QVariant& stored, const std::optional<Limits>&, QByteArray& targ
     target = stored.toByteArray();
 }
 
-// QSettings keeps what it wrote in a cache of the process, which outlives an unloaded plug-in:
-// text must not point into the plug-in's own memory, as literals do.
+// QSettings keeps what it wrote in a cache of the process.
 QVariant stored(const QString& value) {
-    return QString(value.constData(), value.size());
+    return owned(value);
 }
 
 template <typename Value> QVariant stored(const Value& value) {

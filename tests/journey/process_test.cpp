@@ -86,7 +86,6 @@ protected:
     }
     QStringList files() { return QDir(directory_.path()).entryList(QDir::Files, QDir::Name); }
 
-private:
     QTemporaryDir directory_;
 };
 
@@ -170,6 +169,41 @@ TEST_F(Processes, DyingInTheMiddleOfAStrokeLeavesTheLastSave) {
         EXPECT_EQ(layerData(path("read-" + form + ".ma")), layerData(path("safe.ma")));
     }
     EXPECT_TRUE(layerData(path("safe.ma")).value(0).contains("89504e47"));
+}
+
+TEST_F(Processes, TheProgramOutlivesThePluginAndWhatItTyped) {
+    const QString typing = "0.1 press left 200 300\n0.15 release left 200 300\n"
+                           "0.2 key A\n0.25 key B\n0.3 key Escape\n";
+    QFile file(path("type.session"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    double start = 0;
+    const auto add = [&](const QString& steps) {
+        for (const QString& step : steps.split('\n', Qt::SkipEmptyParts))
+            file.write(line(start + step.section(' ', 0, 0).toDouble(), step.section(' ', 1)));
+        start += 0.5;
+    };
+    file.write("vellum-session 1\nspace view 800 600\n");
+    for (int cycle = 0; cycle < 2; ++cycle) {
+        // What is deferred here comes when the plug-in has gone, then when it is back.
+        add("0 command rvVellumUtil -textTool\n" + typing);
+        add("0 command file -f -new; rvVellumNode -layer; file -f -new; unloadPlugin vellum2\n"
+            "0.1 command currentTime 3\n"
+            "0.2 command loadPlugin \"" +
+            support::pluginPath() +
+            "\"\n"
+            "0.3 command play -state on\n0.4 command play -state off\n");
+    }
+    // With the draw tool current and a text open.
+    add("0 command rvVellumUtil -textTool\n" + typing.section('\n', 0, 2));
+    add("0 command unloadPlugin -force vellum2; print(\"tool \" + `currentCtx` + \"\\n\")\n"
+        "0.1 command file -f -new; quit -force\n");
+    file.close();
+    const Outcome outcome = HostProgram(shot() + QStringList{"--replay", file.fileName()},
+                                        directory_.path(), {"MAYA_APP_DIR", path("prefs")})
+                                .outcome();
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(outcome.err.find("Error"), std::string::npos) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("tool selectSuperContext"));
 }
 
 TEST_F(Processes, MachinesWithoutThePluginHandDrawingsOn) {

@@ -99,10 +99,12 @@ TEST_F(CommandStrings, FormatsOfTheCallsThatOthersReadBack) {
     EXPECT_EQ(command::commitStroke(QStringLiteral("cam"), 0, true),
               QStringLiteral("rvVellumStroke -la 0 -fa \"cam\""));
     EXPECT_EQ(command::playbackJob(),
-              QStringLiteral("scriptJob -cf \"playingBack\" \"rvVellumNode -rg\""));
+              QStringLiteral(
+                  "scriptJob -cf \"playingBack\" \"if (`rvVellumNode -ex`) rvVellumNode -rg\""));
     EXPECT_EQ(command::updateMainMenu(Tool::Text, true, false, TimelineDisplay::Never),
               QStringLiteral("rvVlUpdateMainMenu(3, 1, 0, 2)"));
-    EXPECT_EQ(command::drawDeferred(), QStringLiteral("evalDeferred(\"rvVellumUtil -draw\")"));
+    EXPECT_EQ(command::drawDeferred(),
+              QStringLiteral("evalDeferred(\"if (`exists rvVellumUtil`) rvVellumUtil -draw\")"));
     EXPECT_TRUE(command::chooseTool(Tool::Transform).isEmpty());
     EXPECT_TRUE(command::chooseTool(static_cast<Tool>(-1)).isEmpty());
 }

@@ -11,6 +11,12 @@
 
 namespace vellum {
 
+// Not later: a closed menu that Qt has yet to delete would outlive the plug-in, whose memory it
+// uses.
+ToolInputHandler::~ToolInputHandler() {
+    delete menu_.data();
+}
+
 void ToolInputHandler::activate(bool active) {
     if (!active && !active_)
         return;

@@ -19,6 +19,8 @@ class ToolInputHandler : public QObject {
     Q_OBJECT
 
 public:
+    ~ToolInputHandler() override;
+
     /// While its tool is current. Derived classes call activate(false) in their destructor.
     virtual void activate(bool active);
     bool isActive() const { return active_; }

@@ -1,5 +1,6 @@
 #include "tools/raster/ShapeRaster.h"
 
+#include "plugin/base/Owned.h"
 #include "plugin/base/ToolTable.h"
 
 #include <QFont>
@@ -53,7 +54,7 @@ QRect paintArrow(QPainter& painter, QPoint tail, QPoint tip) {
 // Returns what was painted, pen widths included.
 QRect paintText(QPainter& painter, const Stroke& stroke, QPen pen, bool showTextBox) {
     const StrokePoint& first = stroke.points.front();
-    QFont font(stroke.fontFamily);
+    QFont font(owned(stroke.fontFamily)); // Qt keeps a cache of fonts
     font.setPointSize(std::clamp(first.width, 1, 100));
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.setFont(font);

@@ -31,10 +31,11 @@ MStatus provide(QString& contextName, const char* creationCommand) {
     return MS::kSuccess;
 }
 
-/// Undoable for the sake of the tool that is left: what it still commits is a step.
+/// What the tool that is left still commits is a step to undo, the change of tool is none.
 MStatus take(const QString& contextName) {
-    return script::execute(command::setToolTo(contextName), false, true) ? MS::kSuccess
-                                                                         : MS::kFailure;
+    if (UnfinishedWork* work = pluginState().unfinished)
+        work->finish();
+    return script::execute(command::setToolTo(contextName)) ? MS::kSuccess : MS::kFailure;
 }
 
 bool isOf(const FlagNames& names, const char* flag) {

@@ -276,6 +276,14 @@ QString setToolTo(const QString& context) {
     return QStringLiteral("setToolTo ") + quote(context);
 }
 
+QString chooseSelectionTool() {
+    return setToolTo(QStringLiteral("selectSuperContext"));
+}
+
+QString flushUndo() {
+    return QStringLiteral("flushUndo");
+}
+
 QString focusPanelUnderPointer() {
     return QStringLiteral("setFocus `getPanel -underPointer`");
 }

@@ -74,6 +74,8 @@ QString commandExists(const QString& name);
 QString preferencesDirectory();
 QString contextExists(const QString& name);
 QString setToolTo(const QString& context);
+QString chooseSelectionTool();
+QString flushUndo();
 QString focusPanelUnderPointer(); ///< fails where there is none
 QString timeSliderName();
 QString timeRangeArray();

@@ -208,6 +208,18 @@ void abandonLoading() {
     resetPluginState();
 }
 
+/// A tool of ours must not be current when its code goes. What it commits as it is left would be
+/// called by an undo later.
+void leaveOurTools() {
+    PluginState& state = pluginState();
+    if (!state.drawToolActive && !state.transformContext)
+        return;
+    if (state.unfinished)
+        state.unfinished->finish();
+    script::execute(command::chooseSelectionTool());
+    script::execute(command::flushUndo());
+}
+
 } // namespace
 
 MStatus initializePlugin(MObject object) {
@@ -239,6 +251,7 @@ MStatus initializePlugin(MObject object) {
 }
 
 MStatus uninitializePlugin(MObject object) {
+    leaveOurTools();
     if (pluginState().interactive && !script::execute(command::deleteMainMenu()))
         report::plainError(QStringLiteral("Failed to delete main menu"));
     if (pluginState().playbackJob >= 0)

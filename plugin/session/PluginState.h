@@ -23,6 +23,14 @@ public:
     virtual void timeChanged() = 0;
 };
 
+/// A tool that may hold something unfinished: a stroke, a text being typed.
+class UnfinishedWork {
+public:
+    virtual ~UnfinishedWork() = default;
+    /// Commits it, as a step of its own. Nothing happens when there is none.
+    virtual void finish() = 0;
+};
+
 struct PluginState {
     bool interactive = false; ///< false in batch mode: no widget is ever made then
     bool menuSourced = false; ///< Maya knows the main menu's procedures, and there is a menu bar
@@ -37,6 +45,7 @@ struct PluginState {
 
     bool drawToolActive = false;              ///< the draw context is the current tool
     TimeListener* transformContext = nullptr; ///< while it is the current tool; not owned
+    UnfinishedWork* unfinished = nullptr;     ///< the draw context, likewise
 
     QString drawContextName; ///< context made by the first activation, empty before
     QString transformContextName;

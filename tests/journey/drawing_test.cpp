@@ -1,4 +1,6 @@
 // A session of drawing from the first stroke to the closed window.
+#include "foundation/Events.h"
+#include "foundation/UndoQueue.h"
 #include "journey/Desk.h"
 #include "journey/LayerData.h"
 #include "plugin/base/ToolTable.h"
@@ -78,6 +80,25 @@ TEST_F(Drawing, EveryFrameKeepsItsOwn) {
     scrub(1);
     EXPECT_TRUE(shows(one));
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+TEST_F(Drawing, AChangeOfToolIsNoStepAndWhatItCommitsIsOne) {
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -textTool")));
+    stroke({{150, 100}});
+    hand.type({Qt::Key_W});
+    std::vector<bool> recorded;
+    const int listener = host::events::listen(
+        "ToolChanged", [&] { recorded.push_back(host::undoQueue().enabled()); });
+    const std::size_t steps = host::undoQueue().undoCount();
+    for (const char* tool : {"-transform", "-draw", "-pencilTool"}) {
+        ASSERT_TRUE(run(QStringLiteral("rvVellumUtil ") + QLatin1String(tool)));
+        EXPECT_EQ(host::undoQueue().undoCount(), steps + 1) << tool;
+    }
+    host::events::removeListener(listener);
+    EXPECT_EQ(recorded, std::vector<bool>(3, false));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count shotCam")), 1);
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(number(QStringLiteral("rvVellumLayer -count shotCam")), 0) << "with what it needed";
 }
 
 TEST_F(Drawing, ChangesShowWhereTheVisibilityIsLocked) {

@@ -2,6 +2,7 @@
 #include "foundation/Idle.h"
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Settings.h"
+#include "support/Hand.h"
 #include "support/Paths.h"
 #include "support/Session.h"
 #define MNoPluginEntry
@@ -16,6 +17,7 @@
 #include <QTemporaryDir>
 #include <QWidget>
 
+#include <malloc.h>
 #include <map>
 
 namespace vellum::test {
@@ -71,6 +73,26 @@ TEST_F(Loading, LoadUnloadLoadLeavesNothing) {
             << "events reach nobody who is gone";
     }
     loadPlugin();
+}
+
+TEST_F(Loading, MemoryDoesNotGrowWithTheLoads) {
+    const auto used = [] {
+        const auto heap = mallinfo2();
+        return static_cast<double>(heap.uordblks + heap.hblkhd);
+    };
+    constexpr int cycles = 25;
+    double before = 0;
+    for (int i = 0; i < 2 * cycles; ++i) {
+        if (i == cycles) // by now every cache is filled
+            before = used();
+        ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -brushTool; rvVellumNode -rg;"
+                                       "rvVellumLayer -add persp; rvVellumFrame -ins persp;"
+                                       "rvVellumUtil -transform; file -f -new")));
+        unloadPlugin();
+        loadPlugin();
+        support::settle();
+    }
+    EXPECT_LT((used() - before) / cycles, 3000) << "bytes a cycle";
 }
 
 TEST_F(Loading, UnloadSavesTheSettingsAndLoadReadsThem) {

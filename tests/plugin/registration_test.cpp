@@ -265,6 +265,26 @@ TEST_F(Registration, AForeignHandInItsJobIsNoReasonToFail) {
     EXPECT_EQ(number(QStringLiteral("size(`scriptJob -listJobs`)")), 1);
 }
 
+TEST_F(Registration, LeavesItsToolsBeforeAnythingElseGoes) {
+    for (const char* tool : {"-draw", "-transform"}) {
+        SCOPED_TRACE(tool);
+        ASSERT_TRUE(load());
+        ASSERT_TRUE(run(QStringLiteral("rvVellumNode; rvVellumUtil %1; delete vellum").arg(tool)));
+        std::vector<int> menus; // whether the menu was there at each change of tool
+        const int listener = host::events::listen("ToolChanged", [&] {
+            menus.push_back(number(QStringLiteral("menu -exists $gRvVlMainMenu")));
+        });
+        host::faults::arm("leaveToolsOf");
+        EXPECT_TRUE(unload()) << allErrors().toStdString();
+        host::faults::clear();
+        host::events::removeListener(listener);
+        EXPECT_EQ(menus, std::vector<int>{1});
+        EXPECT_EQ(text(QStringLiteral("$r = `currentCtx`")), QStringLiteral("selectSuperContext"));
+        EXPECT_FALSE(run(QStringLiteral("undo"))) << "no step of ours is left";
+        hostWorks();
+    }
+}
+
 TEST_F(Registration, AForcedUnloadLeavesTheDrawingsToTheScene) {
     QTemporaryDir directory;
     const auto file = [&](const char* name) { return directory.filePath(QLatin1String(name)); };

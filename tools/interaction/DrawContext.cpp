@@ -87,6 +87,8 @@ DrawContext::DrawContext() {
 }
 
 DrawContext::~DrawContext() {
+    if (pluginState().unfinished == this)
+        pluginState().unfinished = nullptr;
     if (document_)
         ThreadManager::instance().stop();
 }
@@ -97,17 +99,23 @@ void DrawContext::toolOnSetup(MEvent& event) {
     if (allNodes().empty())
         script::execute(command::createNode(), true, true);
     setDrawToolActive(true);
+    pluginState().unfinished = this;
     handler_.activate(true);
 }
 
 void DrawContext::toolOffCleanup() {
-    // A pointer that is still down: what was drawn is kept.
-    endStroke();
-    commitText();
-    forgetAdjusting();
+    pluginState().unfinished = nullptr;
+    finish();
     setDrawToolActive(false);
     handler_.activate(false);
     MPxContext::toolOffCleanup();
+}
+
+// Of a pointer that is still down, what was drawn is kept.
+void DrawContext::finish() {
+    endStroke();
+    commitText();
+    forgetAdjusting();
 }
 
 Stroke* DrawContext::strokeInProgress() const {
@@ -120,9 +128,7 @@ bool DrawContext::isTextStroke() const {
 }
 
 MStatus DrawContext::doPress(MEvent& event) {
-    endStroke(); // its release never came
-    commitText();
-    forgetAdjusting();
+    finish(); // a stroke whose release never came
     added_ = {};
     handler_.watchActiveView();
     const AdjustDrag::Option option = AdjustDrag::optionFor(

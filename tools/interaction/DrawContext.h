@@ -5,6 +5,7 @@
 
 #include "document/edits/TargetAdditions.h"
 #include "plugin/base/Tool.h"
+#include "plugin/session/PluginState.h"
 #include "tools/gestures/AdjustDrag.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 #include "tools/interaction/ToolContext.h"
@@ -14,7 +15,7 @@ namespace vellum {
 
 struct Stroke;
 
-class DrawContext : public ToolContext, public TextTarget {
+class DrawContext : public ToolContext, public TextTarget, public UnfinishedWork {
 public:
     DrawContext();
     ~DrawContext() override;
@@ -38,6 +39,8 @@ public:
     bool typeKey(const QKeyEvent& event) override;
     void typeText(const QString& text, const QString& composing) override;
     void commitText() override;
+
+    void finish() override;
 
 private:
     Stroke* strokeInProgress() const;

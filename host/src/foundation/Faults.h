@@ -8,7 +8,8 @@
 namespace host::faults {
 
 /// The step fails each time it is due, after `passes` times that it does not, until cleared.
-/// Steps: "MFnPlugin", "removeCallbacks", "setMPxData", the register and deregister functions of
+/// Steps: "MFnPlugin", "removeCallbacks", "setMPxData", "leaveToolsOf" (its tools, before a
+/// plug-in is unloaded), the register and deregister functions of
 /// MFnPlugin and MDrawRegistry with the name registered ("registerCommand polyCube"), and "command
 /// NAME" for any script command.
 void arm(const std::string& step, int passes = 0);

@@ -1,5 +1,6 @@
 #include "plugins/PluginLoader.h"
 
+#include "foundation/Faults.h"
 #include "foundation/Report.h"
 #include "foundation/UndoQueue.h"
 #include "plugins/PluginObject.h"
@@ -205,7 +206,7 @@ bool PluginLoader::unload(const std::string& name, bool force, std::string& erro
         return false;
     }
     for (const PluginRecord::Tool& tool : plugin->tools)
-        if (pluginServices().leaveToolsOf)
+        if (pluginServices().leaveToolsOf && !faults::due("leaveToolsOf"))
             pluginServices().leaveToolsOf(tool.contextCommand);
     const Requirement requirement{plugin->name, plugin->version, plugin->nodeTypes,
                                   plugin->dataTypes};

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <map>
 #include <string>
 #include <vector>
 

@@ -1,5 +1,6 @@
 #include "document/BaseNodeLayerData.h"
 
+#include "document/DocumentEnvironment.h"
 #include "document/LayerDataFormat.h"
 #include "document/LayerManager.h"
 #include "plugin/base/Names.h"
@@ -42,11 +43,15 @@ MStatus BaseNodeLayerData::writeASCII(std::ostream& out) {
         out << "-1";
         return MS::kFailure;
     }
+    documentEnvironment().settleCameraNames();
     return layer_data::writeAscii(*manager_, out);
 }
 
 MStatus BaseNodeLayerData::writeBinary(std::ostream& out) {
-    return manager_ ? layer_data::writeBinary(*manager_, out) : MStatus(MS::kFailure);
+    if (!manager_)
+        return MS::kFailure;
+    documentEnvironment().settleCameraNames();
+    return layer_data::writeBinary(*manager_, out);
 }
 
 void BaseNodeLayerData::copy(const MPxData& other) {

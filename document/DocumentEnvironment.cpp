@@ -18,6 +18,9 @@ QString DocumentEnvironment::currentCamera() const {
     return {};
 }
 
+void DocumentEnvironment::settleCameraNames() {
+}
+
 bool DocumentEnvironment::isPlaying() const {
     return MAnimControl::isPlaying();
 }

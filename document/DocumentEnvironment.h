@@ -17,6 +17,10 @@ public:
     /// Transform name of the active 3D view's camera. Default: none.
     virtual QString currentCamera() const;
 
+    /// Cameras may have got other names that the documents are yet to hear of: they do so now.
+    /// Asked before a document is looked for and before it is written. Default: does nothing.
+    virtual void settleCameraNames();
+
     /// Whether the scene plays back. Default: asks Maya.
     virtual bool isPlaying() const;
 };

@@ -195,6 +195,59 @@ int LayerManager::moveLayerToCamera(const QString& camera, int index, const QStr
     return insertLayer(newCamera, newIndex, std::move(moved));
 }
 
+LayerStack LayerManager::takeLayers(const QString& camera, const std::vector<quint64>& ids) {
+    LayerStack taken;
+    LayerStack* layers = find(camera);
+    if (!layers)
+        return taken;
+    const auto leaves = [&ids](const auto& layer) {
+        return std::find(ids.begin(), ids.end(), layer->id()) != ids.end();
+    };
+    const auto first = std::stable_partition(
+        layers->begin(), layers->end(), [&leaves](const auto& layer) { return !leaves(layer); });
+    std::move(first, layers->end(), std::back_inserter(taken));
+    layers->erase(first, layers->end());
+    markCameraModified(camera);
+    if (layers->empty()) {
+        cameras_.erase(camera);
+        pictures_.drop(camera);
+    } else if (activeLayerIndex(camera) < 0) {
+        layers->back()->setActive(true);
+    }
+    return taken;
+}
+
+void LayerManager::moveLayers(const std::vector<CameraMove>& moves) {
+    const ChangeGroup group;
+    std::vector<LayerStack> taken;
+    taken.reserve(moves.size());
+    for (const CameraMove& move : moves)
+        taken.push_back(takeLayers(move.from, move.layers));
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+        if (taken[i].empty())
+            continue;
+        LayerStack& layers = cameras_[moves[i].to];
+        for (auto& layer : taken[i]) {
+            layer->setActive(layer->isActive() && !activeOf(layers));
+            layer->markDirty();
+            layers.push_back(std::move(layer));
+        }
+        if (!activeOf(layers))
+            layers.back()->setActive(true);
+        markCameraModified(moves[i].to);
+    }
+    const auto renamed = [&moves](const QString& camera) {
+        const auto found = std::find_if(moves.begin(), moves.end(), [&](const CameraMove& move) {
+            return move.isRename && move.from == camera;
+        });
+        return found == moves.end() ? camera : found->to;
+    };
+    currentCamera_ = renamed(currentCamera_);
+    previousCamera_ = renamed(previousCamera_);
+    stroke_.setCamera(renamed(stroke_.camera()));
+    changeStep();
+}
+
 void LayerManager::renameLayer(const QString& camera, int index, const QString& name) {
     Layer* found = find(camera, index);
     if (found && found->name() != name) {

@@ -91,6 +91,17 @@ public:
     void setCurrentCamera(const QString& camera);
     void restoreCurrentCamera(const QString& current, const QString& previous); ///< for undo
 
+    /// Layers that are to go from one camera to another since names of cameras have changed.
+    struct CameraMove {
+        QString from;
+        QString to;
+        std::vector<quint64> layers; ///< by Layer::id()
+        bool isRename = false;       ///< what is said of `from` is true of `to` now
+    };
+    /// All at once, so that names may be exchanged. Each camera's layers stay in their order, above
+    /// those that are there.
+    void moveLayers(const std::vector<CameraMove>& moves);
+
     // --- Frames of the active layer of a camera; neutral without one ----------------------------
 
     int addFrameAt(const QString& camera, const MTime& time);
@@ -197,6 +208,7 @@ private:
     Layer* find(const QString& camera, int index) const;
     Layer* findActive(const QString& camera) const;
 
+    LayerStack takeLayers(const QString& camera, const std::vector<quint64>& ids);
     bool adoptCamera(const QString& camera);
     void changeStep();
     bool framesChanged(bool done);

@@ -30,6 +30,7 @@ public:
 
     Stroke* stroke() { return session_ ? &session_->stroke() : nullptr; }
     const QString& camera() const { return camera_; } ///< of the last one when there is none
+    void setCamera(const QString& camera) { camera_ = camera; } ///< it has another name now
 
     /// The stroke drawn for that camera, or null.
     StrokeSession* on(const QString& camera) const;

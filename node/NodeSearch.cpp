@@ -1,5 +1,6 @@
 #include "node/NodeSearch.h"
 
+#include "document/DocumentEnvironment.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "plugin/base/MayaStrings.h"
@@ -36,6 +37,7 @@ std::vector<BaseNode*> allNodes() {
 }
 
 BaseNode* activeNode() {
+    documentEnvironment().settleCameraNames();
     return activeAmong(allNodes());
 }
 
@@ -59,6 +61,7 @@ std::shared_ptr<LayerManager> lastActiveDrawing() {
 BaseNode* nodeWith(const LayerManager* document) {
     if (!document)
         return nullptr;
+    documentEnvironment().settleCameraNames();
     if (BaseNode* holder = holderOf(*document))
         return holder;
     for (BaseNode* node : allNodes()) {

@@ -2,8 +2,10 @@
 
 #include "document/Changes.h"
 #include "node/NodeSearch.h"
+#include "plugin/base/MayaStrings.h"
 #include "plugin/base/Settings.h"
 #include "plugin/entry/SaveGuard.h"
+#include "plugin/session/CameraNames.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 #include "plugin/session/SceneTime.h"
@@ -12,6 +14,12 @@
 #include <maya/MEventMessage.h>
 #include <maya/MFileIO.h>
 #include <maya/MMessage.h>
+#include <maya/MNodeMessage.h>
+#include <maya/MObject.h>
+#include <maya/MSceneMessage.h>
+#include <maya/MString.h>
+
+#include <memory>
 
 namespace vellum {
 
@@ -37,8 +45,26 @@ void onTimeUnitChanged(void*) {
         drawingsChanged(Change::Time);
 }
 
-void onDrawingsChanged(void*) {
+/// Another scene: those of its cameras have the names that its drawings know.
+void onNewScene(void*) {
+    pluginState().cameraNames = std::make_shared<CameraNames>();
     drawingsChanged(Change::Drawings);
+}
+
+void onImported(void*) {
+    if (const auto names = pluginState().cameraNames)
+        names->imported();
+    drawingsChanged(Change::Drawings);
+}
+
+void onNameChanged(MObject& node, const MString& before, void*) {
+    if (const auto names = pluginState().cameraNames)
+        names->nodeRenamed(node, fromMaya(before));
+}
+
+void onNamespaceRenamed(const MString&, const MString&, void*) {
+    if (const auto names = pluginState().cameraNames)
+        names->namesMoved();
 }
 
 void onQuit(void*) {
@@ -46,6 +72,8 @@ void onQuit(void*) {
 }
 
 void onUndoOrRedo(void*) {
+    if (const auto names = pluginState().cameraNames)
+        names->look();
     drawingsChanged(Change::Stepped);
 }
 
@@ -58,18 +86,23 @@ constexpr Event kEvents[] = {
     {"SelectionChanged", onSelectionChanged},
     {"timeChanged", onTimeChanged},
     {"timeUnitChanged", onTimeUnitChanged},
-    {"SceneOpened", onDrawingsChanged},
+    {"SceneOpened", onNewScene},
     {"quitApplication", onQuit},
     {"Undo", onUndoOrRedo},
     {"Redo", onUndoOrRedo},
     // Drawings go with their scene and come with an import, and Maya may tell so by no other event.
-    {"NewSceneOpened", onDrawingsChanged},
-    {"SceneImported", onDrawingsChanged},
+    {"NewSceneOpened", onNewScene},
+    {"SceneImported", onImported},
 };
 
 } // namespace
 
 void installSceneEvents() {
+    pluginState().cameraNames = std::make_shared<CameraNames>();
+    MObject everyNode;
+    for (const MCallbackId id : {MNodeMessage::addNameChangedCallback(everyNode, onNameChanged),
+                                 MSceneMessage::addNamespaceRenamedCallback(onNamespaceRenamed)})
+        pluginState().callbackIds.append(id);
     for (const Event& event : kEvents) {
         MStatus status;
         const MCallbackId id =

@@ -10,9 +10,11 @@
 
 #include <atomic>
 #include <cstddef>
+#include <memory>
 
 namespace vellum {
 
+class CameraNames;
 class Panels;
 class TimelineMarkers;
 
@@ -40,6 +42,8 @@ struct PluginState {
 
     QPointer<QWidget> timeControl;       ///< Maya's time slider, cached
     TimelineMarkers* timeline = nullptr; ///< overlay over timeControl, clears this when it dies
+
+    std::shared_ptr<CameraNames> cameraNames; ///< from load to unload
 
     Panels* panels = nullptr; ///< reached through panels(); not owned
 

@@ -9,6 +9,7 @@ class SceneEnvironment : public DocumentEnvironment {
 public:
     bool cameraExists(const QString& camera) const override;
     QString currentCamera() const override;
+    void settleCameraNames() override;
 };
 
 } // namespace vellum

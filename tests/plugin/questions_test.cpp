@@ -83,7 +83,7 @@ TEST_F(Questions, WhichCameraToMoveLayersFrom) {
 
     // The drawing's camera is in the scene no more: nothing is preselected, and none is an answer.
     ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow;"
-                                   "rvVellumLayer -e -act 0 shotCam; rename shotCam lost")));
+                                   "rvVellumLayer -e -act 0 shotCam; delete shotCam")));
     EXPECT_EQ(answered(ask,
                        [](QDialog& dialog) {
                            EXPECT_EQ(dialog.findChild<QComboBox*>()->currentIndex(), -1);

@@ -304,6 +304,8 @@ void DrawContext::commit() {
         forgetStroke();
         return;
     }
+    if (stroke)
+        camera_ = document->strokeCamera(); // it may have another name since the press
     const bool done = script::execute(
         command::commitStroke(camera_, added_.layerIndex(*document), added_.hasFrame()), true,
         true);

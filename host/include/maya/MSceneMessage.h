@@ -69,4 +69,8 @@ public:
     static MCallbackId addCheckCallback(Message msg, MCheckFunction func,
                                         void* clientData = nullptr,
                                         MStatus* ReturnStatus = nullptr);
+    /// The strings are the namespace's name before and after.
+    static MCallbackId addNamespaceRenamedCallback(MTwoStringFunction func,
+                                                   void* clientData = nullptr,
+                                                   MStatus* ReturnStatus = nullptr);
 };

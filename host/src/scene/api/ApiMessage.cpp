@@ -1,41 +1,46 @@
-// MMessage, MEventMessage, MSceneMessage and MAnimControl.
+// MMessage, its kinds, and MAnimControl.
 #include "foundation/Events.h"
 #include "foundation/Faults.h"
 #include "scene/api/ApiStatus.h"
+#include "scene/core/Scene.h"
 #include "scene/core/TimeState.h"
 
 #include <maya/MAnimControl.h>
 #include <maya/MEventMessage.h>
+#include <maya/MNodeMessage.h>
+#include <maya/MObject.h>
 #include <maya/MSceneMessage.h>
 #include <maya/MString.h>
 #include <maya/MStringArray.h>
 
+#include <functional>
+#include <map>
 #include <memory>
-#include <set>
+#include <utility>
 
 using host::setStatus;
 namespace timeline = host::timeline;
 
 namespace {
 
-std::set<int>& installed() {
-    static std::set<int> ids;
-    return ids;
+/// How each callback is taken away again.
+std::map<MCallbackId, std::function<void()>>& installed() {
+    static std::map<MCallbackId, std::function<void()>> all;
+    return all;
 }
 
-int running = 0;
+MCallbackId running = 0;
 
-// Calls a callback of a plug-in, whose id is known only after it is installed.
-class Call {
-public:
-    explicit Call(const std::shared_ptr<int>& id) : before_(running) { running = *id; }
-    ~Call() { running = before_; }
-    Call(const Call&) = delete;
-    Call& operator=(const Call&) = delete;
+MCallbackId nextId() {
+    static MCallbackId last = 0;
+    return ++last;
+}
 
-private:
-    const int before_;
-};
+template <class Call> void runAs(MCallbackId id, Call call) {
+    const MCallbackId before = std::exchange(running, id);
+    call();
+    running = before;
+}
 
 bool isCheck(MSceneMessage::Message message) {
     switch (message) {
@@ -52,19 +57,15 @@ bool isCheck(MSceneMessage::Message message) {
     }
 }
 
-MCallbackId install(int id, MStatus* status) {
-    installed().insert(id);
-    setStatus(status, MS::kSuccess);
-    return static_cast<MCallbackId>(id);
-}
-
 } // namespace
 
 MStatus MMessage::removeCallback(MCallbackId id) {
-    const int number = static_cast<int>(id);
-    if (installed().erase(number) == 0)
+    const auto found = installed().find(id);
+    if (found == installed().end())
         return MS::kFailure;
-    host::events::removeListener(number);
+    const auto remove = std::move(found->second);
+    installed().erase(found);
+    remove();
     return MS::kSuccess;
 }
 MStatus MMessage::removeCallbacks(const MCallbackIdArray& ids) {
@@ -79,7 +80,7 @@ MStatus MMessage::removeCallbacks(const MCallbackIdArray& ids) {
 }
 MCallbackId MMessage::currentCallbackId(MStatus* status) {
     setStatus(status, running != 0);
-    return static_cast<MCallbackId>(running);
+    return running;
 }
 
 MCallbackId MEventMessage::addEventCallback(const MString& event, MBasicFunction func,
@@ -88,37 +89,69 @@ MCallbackId MEventMessage::addEventCallback(const MString& event, MBasicFunction
         setStatus(status, MS::kFailure);
         return 0;
     }
-    const auto id = std::make_shared<int>(0);
-    *id = host::events::listen(std::string(event.asChar()), [func, clientData, id] {
-        const Call call(id);
-        func(clientData);
+    const MCallbackId id = nextId();
+    const int listener = host::events::listen(std::string(event.asChar()), [func, clientData, id] {
+        runAs(id, [&] { func(clientData); });
     });
-    return install(*id, status);
+    installed().emplace(id, [listener] { host::events::removeListener(listener); });
+    setStatus(status, MS::kSuccess);
+    return id;
 }
 
 MCallbackId MSceneMessage::addCallback(Message message, MBasicFunction func, void* clientData,
                                        MStatus* status) {
     if (!setStatus(status, func && message < kLast && !isCheck(message)))
         return 0;
-    const auto id = std::make_shared<int>(0);
-    *id = host::messages::listen(message, [func, clientData, id] {
-        const Call call(id);
-        func(clientData);
-    });
-    return install(*id, status);
+    const MCallbackId id = nextId();
+    const int listener = host::messages::listen(
+        message, [func, clientData, id] { runAs(id, [&] { func(clientData); }); });
+    installed().emplace(id, [listener] { host::events::removeListener(listener); });
+    return id;
 }
 MCallbackId MSceneMessage::addCheckCallback(Message message, MCheckFunction func, void* clientData,
                                             MStatus* status) {
     if (!setStatus(status, func && isCheck(message)))
         return 0;
-    const auto id = std::make_shared<int>(0);
-    *id = host::messages::listenCheck(message, [func, clientData, id] {
-        const Call call(id);
+    const MCallbackId id = nextId();
+    const int listener = host::messages::listenCheck(message, [func, clientData, id] {
         bool allowed = true;
-        func(&allowed, clientData);
+        runAs(id, [&] { func(&allowed, clientData); });
         return allowed;
     });
-    return install(*id, status);
+    installed().emplace(id, [listener] { host::events::removeListener(listener); });
+    return id;
+}
+
+
+MCallbackId MNodeMessage::addNameChangedCallback(MObject& node, MNodeStringFunction func,
+                                                 void* clientData, MStatus* status) {
+    const host::NodePtr only = host::Access::as<host::Node>(node);
+    if (!func || (!node.isNull() && !only)) {
+        setStatus(status, MS::kInvalidParameter);
+        return 0;
+    }
+    const MCallbackId id = nextId();
+    const std::weak_ptr<host::Node> watched = only;
+    const bool all = !only;
+    const int listener =
+        host::renames::listen([=](const host::NodePtr& renamed, const std::string& before) {
+            if (!all && watched.lock() != renamed)
+                return;
+            MObject object = host::Access::make(renamed);
+            runAs(id, [&] { func(object, before.c_str(), clientData); });
+        });
+    installed().emplace(id, [listener] { host::renames::removeListener(listener); });
+    setStatus(status, MS::kSuccess);
+    return id;
+}
+
+MCallbackId MSceneMessage::addNamespaceRenamedCallback(MTwoStringFunction func, void*,
+                                                       MStatus* status) {
+    if (!setStatus(status, func != nullptr))
+        return 0;
+    const MCallbackId id = nextId();
+    installed().emplace(id, [] {}); // no namespace is ever renamed here
+    return id;
 }
 
 MStatus MEventMessage::getEventNames(MStringArray& names) {

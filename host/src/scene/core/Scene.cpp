@@ -12,7 +12,9 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <map>
 #include <unordered_set>
+#include <utility>
 
 namespace host {
 namespace {
@@ -208,6 +210,40 @@ void Scene::touch() {
     changes::notify();
 }
 
+namespace renames {
+
+namespace {
+
+std::map<int, Listener>& listeners() {
+    static std::map<int, Listener> all;
+    return all;
+}
+
+} // namespace
+
+int listen(Listener listener) {
+    static int last = 0;
+    listeners().emplace(++last, std::move(listener));
+    return last;
+}
+void removeListener(int id) {
+    listeners().erase(id);
+}
+
+} // namespace renames
+
+namespace {
+
+void tellName(const NodePtr& node, const std::string& before) {
+    const auto all = renames::listeners(); // one may remove itself
+    for (const auto& [id, listener] : all) {
+        if (renames::listeners().count(id))
+            listener(node, before);
+    }
+}
+
+} // namespace
+
 void Scene::unindex(Node& node) {
     names_.remove(node);
     if (const auto* dag = dynamic_cast<const DagNode*>(&node))
@@ -259,6 +295,7 @@ void Scene::insert(const NodePtr& node, const std::string& name, const DagNodePt
     nodes_.push_back(node);
     names_.add(*node);
     touch();
+    tellName(node, {});
 }
 
 NodePtr Scene::create(const std::string& type, const std::string& name, const DagNodePtr& parent) {
@@ -368,9 +405,11 @@ Removal Scene::remove(const NodePtr& node) {
 }
 
 void Scene::restore(const Removal& removal) {
+    std::vector<std::pair<NodePtr, std::string>> renamed;
     for (const Removal::Item& item : removal.items) {
         if (item.node->inScene_)
             continue;
+        const std::string before = item.node->name;
         if (DagNode* dag = asDag(item.node)) {
             DagNode* above = item.parent->inScene_ ? item.parent.get() : root_.get();
             auto& siblings = above->children_;
@@ -382,6 +421,8 @@ void Scene::restore(const Removal& removal) {
         } else {
             item.node->name = uniqueName(item.node->name, *item.node, nullptr);
         }
+        if (item.node->name != before)
+            renamed.emplace_back(item.node, before);
         item.node->inScene_ = true;
         names_.add(*item.node);
     }
@@ -398,6 +439,8 @@ void Scene::restore(const Removal& removal) {
     for (const auto& [source, destination] : removal.connections)
         connect(source, destination);
     touch();
+    for (const auto& [node, before] : renamed)
+        tellName(node, before);
 }
 
 bool Scene::reparent(const DagNodePtr& node, const DagNodePtr& newParent, std::size_t position) {
@@ -412,24 +455,29 @@ bool Scene::reparent(const DagNodePtr& node, const DagNodePtr& newParent, std::s
     auto& siblings = above->children_;
     siblings.insert(
         siblings.begin() + static_cast<std::ptrdiff_t>(std::min(position, siblings.size())), node);
-    node->name = name;
+    const std::string before = std::exchange(node->name, name);
     index(*node);
     touch();
+    if (node->name != before)
+        tellName(node, before);
     return true;
 }
 
 std::string Scene::rename(Node& node, const std::string& wanted) {
     const DagNode* dag = dynamic_cast<const DagNode*>(&node);
-    const std::string name = uniqueName(wanted, node, dag ? dag->parent_ : nullptr);
+    const std::string before = node.name;
+    const std::string after = uniqueName(wanted, node, dag ? dag->parent_ : nullptr);
     if (node.inScene_)
         unindex(node);
-    node.name = name;
+    node.name = after;
     if (node.inScene_) {
         index(node);
         touch();
+        if (after != before)
+            tellName(node.self(), before);
         events::emit("NameChanged");
     }
-    return node.name;
+    return after;
 }
 
 std::vector<NodePtr> Scene::find(const std::string& pattern) const {

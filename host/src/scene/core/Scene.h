@@ -5,6 +5,7 @@
 #include "scene/core/Node.h"
 #include "scene/core/SceneState.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,6 +23,17 @@ struct Removal {
     std::vector<Item> items; ///< parents before children
     std::vector<std::pair<SlotPtr, SlotPtr>> connections;
 };
+
+/// Whoever wants to know of every node that gets its first or another name: by a rename, its undo
+/// and redo, or because it came to where its name was taken.
+namespace renames {
+
+using Listener = std::function<void(const NodePtr& node, const std::string& before)>;
+
+int listen(Listener listener);
+void removeListener(int id);
+
+} // namespace renames
 
 class Scene {
 public:

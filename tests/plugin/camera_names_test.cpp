@@ -1,0 +1,129 @@
+// Drawings follow their camera through whatever happens to its name.
+#include "foundation/Idle.h"
+#include "support/Seed.h"
+#include "support/Session.h"
+
+#include <QTemporaryDir>
+
+#include <random>
+
+namespace vellum::test {
+namespace {
+
+class CameraNames : public Session {
+protected:
+    void SetUp() override {
+        Session::SetUp();
+        ASSERT_TRUE(run(QStringLiteral(
+            "global proc string camOf(int $i) { string $s; for ($s in `ls -type camera`) {"
+            " string $p[] = `listRelatives -fullPath -parent $s`;"
+            " if (`getAttr ($p[0] + \".tx\")` == $i) return $p[0]; } return \"\"; }"
+            "global proc string shortName(int $i) { string $parts[];"
+            " tokenize(camOf($i), \"|\", $parts); return $parts[size($parts) - 1]; }")));
+    }
+    /// Camera number i, told apart by where it stands, with a layer "Li" of its own.
+    void add(int i, const QString& name) {
+        ASSERT_TRUE(run(QStringLiteral("$made = `camera`; rename $made[0] \"%1\"; setAttr \"%1.tx\""
+                                       " %2; if (!`rvVellumNode -ex`) rvVellumNode;"
+                                       "rvVellumLayer -add -name \"L%2\" \"%1\"")
+                            .arg(name)
+                            .arg(i)));
+    }
+    bool isThere(int i) { return !text(QStringLiteral("$r = camOf(%1)").arg(i)).isEmpty(); }
+    QString nameOf(int i) { return text(QStringLiteral("$r = shortName(%1)").arg(i)); }
+    QStringList layersOf(const QString& camera) {
+        QStringList names;
+        const int count = number(QStringLiteral("rvVellumLayer -count \"%1\"").arg(camera));
+        for (int i = 0; i < count; ++i)
+            names += text(QStringLiteral("rvVellumLayer -qn %1 \"%2\"").arg(i).arg(camera));
+        return names;
+    }
+    QStringList layers(int i) { return layersOf(nameOf(i)); }
+    static QStringList only(int i) { return {QStringLiteral("L%1").arg(i)}; }
+};
+
+TEST_F(CameraNames, ExchangedTakenOverAndGivenBack) {
+    add(11, "a");
+    add(12, "b");
+    ASSERT_TRUE(run(QStringLiteral("rename a tmp; rename b a; rename tmp b")));
+    EXPECT_EQ(nameOf(11), QStringLiteral("b"));
+    EXPECT_EQ(layers(11), only(11));
+    EXPECT_EQ(layers(12), only(12));
+    ASSERT_TRUE(run(QStringLiteral("undo; undo; undo")));
+    EXPECT_EQ(nameOf(11), QStringLiteral("a"));
+    EXPECT_EQ(layers(11), only(11));
+
+    ASSERT_TRUE(run(QStringLiteral("delete a")));
+    ASSERT_TRUE(run(QStringLiteral("rename b \"a\"")));
+    EXPECT_EQ(layers(12), (QStringList{"L11", "L12"})) << "merged";
+    ASSERT_TRUE(run(QStringLiteral("rename a \"ns:late\"")));
+    EXPECT_EQ(layersOf(QStringLiteral("ns:late")), only(12));
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    ASSERT_TRUE(run(QStringLiteral("undo; undo"))); // b has its name again, then a is back
+    EXPECT_EQ(layers(11), only(11));
+    EXPECT_EQ(layers(12), only(12));
+    ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -ev off 0 a; undo; undo; redo; redo")));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
+TEST_F(CameraNames, AreSettledInWhatIsSavedAndImported) {
+    const QTemporaryDir directory;
+    const QString file = directory.filePath(QStringLiteral("cameras.ma"));
+    add(11, "shot");
+    ASSERT_TRUE(run(QStringLiteral("rename shot \"hero\"; file -rename \"%1\"; file -f -save;"
+                                   "file -f -new; file -f -open \"%1\"")
+                        .arg(file)));
+    EXPECT_EQ(layersOf(QStringLiteral("hero")), only(11));
+    ASSERT_TRUE(run(QStringLiteral("delete vellum; file -i \"%1\"").arg(file)));
+    EXPECT_EQ(number(QStringLiteral("objExists hero1")), 1);
+    EXPECT_EQ(layersOf(QStringLiteral("hero1")), only(11)) << "its camera had to take a number";
+}
+
+TEST_F(CameraNames, RandomRenamesLoseNothing) {
+    const unsigned seed = support::seed();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto below = [&random](int count) { return int(random() % unsigned(count)); };
+    constexpr int cameras = 4;
+    for (int i = 0; i < cameras; ++i)
+        add(11 + i, QStringLiteral("c%1").arg(i));
+    ASSERT_TRUE(run(QStringLiteral("createNode transform -name group; flushUndo")));
+    for (int step = 0; step < 150; ++step) {
+        SCOPED_TRACE("step " + std::to_string(step));
+        const int i = 11 + below(cameras);
+        const QString path = text(QStringLiteral("$r = camOf(%1)").arg(i));
+        const QString target = QStringLiteral("c%1").arg(below(5));
+        switch (path.isEmpty() ? 5 : below(8)) {
+        case 0:
+            run(QStringLiteral("delete \"%1\"").arg(path));
+            break;
+        case 1:
+        case 2:
+            run(QStringLiteral("catch(`undo`)"));
+            break;
+        case 3:
+            run(QStringLiteral("catch(`redo`)"));
+            break;
+        case 4:
+            run(QStringLiteral("catch(`parent \"%1\" group`)").arg(path));
+            break;
+        case 5:
+            run(QStringLiteral("catch(`undo`); catch(`undo`)"));
+            break;
+        default:
+            run(QStringLiteral("rename \"%1\" \"%2\"").arg(path, target));
+            break;
+        }
+        if (below(3) == 0)
+            host::idle::drain();
+        for (int c = 11; c < 11 + cameras; ++c) {
+            if (isThere(c)) {
+                ASSERT_TRUE(layers(c).contains(only(c).first()))
+                    << c << ' ' << nameOf(c).toStdString();
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace vellum::test

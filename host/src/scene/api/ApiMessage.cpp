@@ -122,7 +122,6 @@ MCallbackId MSceneMessage::addCheckCallback(Message message, MCheckFunction func
     return id;
 }
 
-
 MCallbackId MNodeMessage::addNameChangedCallback(MObject& node, MNodeStringFunction func,
                                                  void* clientData, MStatus* status) {
     const host::NodePtr only = host::Access::as<host::Node>(node);

@@ -41,8 +41,10 @@ void onTimeChanged(void*) {
 
 // The moment stays, but other frames may share its number now.
 void onTimeUnitChanged(void*) {
-    if (!isReading())
-        drawingsChanged(Change::Time);
+    if (isReading())
+        return;
+    drawingsChanged(Change::Time);
+    warnOfCoincidingFrames();
 }
 
 /// Another scene: those of its cameras have the names that its drawings know.

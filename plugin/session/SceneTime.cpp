@@ -4,10 +4,16 @@
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
+#include "plugin/base/Report.h"
 #include "plugin/session/PluginState.h"
 #include "plugin/session/Timeline.h"
 
+#include <QStringList>
+
 #include <maya/MAnimControl.h>
+
+#include <memory>
+#include <set>
 
 namespace vellum {
 
@@ -29,7 +35,53 @@ void handTimeOn(Changes before) {
         state.transformContext->timeChanged();
 }
 
+/// The numbers that several frames of the layer share; `hidden`: how many frames cannot be reached
+/// by their number.
+QStringList sharedNumbers(const Layer& layer, int& hidden) {
+    QStringList shared;
+    hidden = 0;
+    for (int i = 1; i < layer.frameCount(); ++i) {
+        const int number = toIntTime(layer.frameAt(i)->time());
+        if (number != toIntTime(layer.frameAt(i - 1)->time()))
+            continue;
+        ++hidden;
+        const QString text = QString::number(number);
+        if (shared.isEmpty() || shared.last() != text)
+            shared.append(text);
+    }
+    return shared;
+}
+
+void warnOf(const Layer& layer, const QString& camera) {
+    constexpr int longest = 10;
+    int hidden = 0;
+    QStringList shared = sharedNumbers(layer, hidden);
+    if (shared.isEmpty())
+        return;
+    const bool isLong = shared.size() > longest;
+    if (isLong)
+        shared = shared.mid(0, longest);
+    report::warning(QString::fromLatin1("Layer ") + layer.name() + QString::fromLatin1(" of ") +
+                    camera + QString::fromLatin1(": in this time unit ") + QString::number(hidden) +
+                    QString::fromLatin1(" of its frames share a number with another one (") +
+                    shared.join(QString::fromLatin1(", ")) +
+                    QString::fromLatin1(isLong ? ", ...)." : ")."));
+}
+
 } // namespace
+
+void warnOfCoincidingFrames() {
+    std::set<const LayerManager*> seen; // nodes may share a document
+    for (const BaseNode* node : allNodes()) {
+        const auto document = node->layerManager();
+        if (!document || !seen.insert(document.get()).second)
+            continue;
+        for (const QString& camera : document->cameras()) {
+            for (int i = 0; i < document->cameraLayerCount(camera); ++i)
+                warnOf(*document->layer(camera, i), camera);
+        }
+    }
+}
 
 int currentFrame() {
     return currentIntTime();

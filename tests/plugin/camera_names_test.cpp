@@ -1,5 +1,6 @@
 // Drawings follow their camera through whatever happens to its name.
 #include "foundation/Idle.h"
+#include "foundation/Report.h"
 #include "support/Seed.h"
 #include "support/Session.h"
 
@@ -77,6 +78,26 @@ TEST_F(CameraNames, AreSettledInWhatIsSavedAndImported) {
     ASSERT_TRUE(run(QStringLiteral("delete vellum; file -i \"%1\"").arg(file)));
     EXPECT_EQ(number(QStringLiteral("objExists hero1")), 1);
     EXPECT_EQ(layersOf(QStringLiteral("hero1")), only(11)) << "its camera had to take a number";
+}
+
+TEST_F(CameraNames, ACoarserTimeUnitNamesTheLayersWhoseFramesMeet) {
+    add(11, "shot");
+    for (int frame = 1; frame <= 6; ++frame)
+        ASSERT_TRUE(run(QStringLiteral("currentTime %1; rvVellumFrame -ins shot").arg(frame)));
+    QStringList said;
+    const int listener =
+        host::report::addListener([&](host::report::Level level, const std::string& message) {
+            if (level == host::report::Level::Warning)
+                said += QString::fromStdString(message);
+        });
+    ASSERT_TRUE(run(QStringLiteral("currentUnit -time \"12fps\"")));
+    EXPECT_EQ(said.join(QLatin1Char('|')).toStdString(),
+              "[Vellum2] Layer L11 of shot: in this time unit 2 of its frames share a number with "
+              "another one (1, 2).");
+    said.clear();
+    ASSERT_TRUE(run(QStringLiteral("currentUnit -time film")));
+    EXPECT_TRUE(said.isEmpty()) << "nothing was lost";
+    host::report::removeListener(listener);
 }
 
 TEST_F(CameraNames, RandomRenamesLoseNothing) {

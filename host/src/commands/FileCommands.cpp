@@ -2,6 +2,7 @@
 #include "commands/SceneCommands.h"
 #include "plugins/PluginLoader.h"
 #include "scene/core/SceneState.h"
+#include "scene/core/TimeState.h"
 #include "scene/files/FileIO.h"
 #include "scene/text/UnitNames.h"
 
@@ -194,6 +195,11 @@ Value requiresCommand(const CommandCall& call) {
     return Value();
 }
 
+/// Time tells who shows it, by "timeUnitChanged", in undo and redo as well.
+struct TimeScale {
+    static void setUIUnit(MTime::Unit unit) { timeline::setUnit(unit); }
+};
+
 template <class Scale, class Unit>
 void changeUnit(const ParsedFlags& parsed, const char* flag, Unit before,
                 bool (*fromName)(const std::string&, Unit&)) {
@@ -220,7 +226,7 @@ Value currentUnit(const CommandCall& call) {
     if (!parsed.isQuery()) {
         changeUnit<MDistance>(parsed, "-linear", MDistance::uiUnit(), linearFromName);
         changeUnit<MAngle>(parsed, "-angle", MAngle::uiUnit(), angleFromName);
-        changeUnit<MTime>(parsed, "-time", MTime::uiUnit(), timeFromName);
+        changeUnit<TimeScale>(parsed, "-time", MTime::uiUnit(), timeFromName);
         return Value();
     }
     const bool full = parsed.isSet("-fullName");

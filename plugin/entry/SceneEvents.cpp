@@ -41,10 +41,8 @@ void onTimeChanged(void*) {
 
 // The moment stays, but other frames may share its number now.
 void onTimeUnitChanged(void*) {
-    if (isReading())
-        return;
-    drawingsChanged(Change::Time);
-    warnOfCoincidingFrames();
+    if (!isReading())
+        timeUnitChanged();
 }
 
 /// Another scene: those of its cameras have the names that its drawings know.

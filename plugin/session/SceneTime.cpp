@@ -19,7 +19,7 @@ namespace vellum {
 
 namespace {
 
-void handTimeOn(Changes before) {
+std::vector<BaseNode*> handTimeOn(Changes before) {
     const std::vector<BaseNode*> nodes = allNodes();
     const BaseNode* active = activeAmong(nodes);
     if (before)
@@ -33,6 +33,7 @@ void handTimeOn(Changes before) {
     PluginState& state = pluginState();
     if (!nodes.empty() && state.transformContext && !MAnimControl::isPlaying())
         state.transformContext->timeChanged();
+    return nodes;
 }
 
 /// The numbers that several frames of the layer share; `hidden`: how many frames cannot be reached
@@ -68,11 +69,9 @@ void warnOf(const Layer& layer, const QString& camera) {
                     QString::fromLatin1(isLong ? ", ...)." : ")."));
 }
 
-} // namespace
-
-void warnOfCoincidingFrames() {
+void warnOfCoincidingFrames(const std::vector<BaseNode*>& nodes) {
     std::set<const LayerManager*> seen; // nodes may share a document
-    for (const BaseNode* node : allNodes()) {
+    for (const BaseNode* node : nodes) {
         const auto document = node->layerManager();
         if (!document || !seen.insert(document.get()).second)
             continue;
@@ -82,6 +81,8 @@ void warnOfCoincidingFrames() {
         }
     }
 }
+
+} // namespace
 
 int currentFrame() {
     return currentIntTime();
@@ -99,6 +100,14 @@ void drawingsChanged(Change happened) {
         timeline->timeChanged();
     handTimeOn({});
     tell(happened);
+}
+
+void timeUnitChanged() {
+    if (TimelineMarkers* timeline = pluginState().timeline)
+        timeline->timeChanged();
+    const std::vector<BaseNode*> nodes = handTimeOn({});
+    tell(Change::Time);
+    warnOfCoincidingFrames(nodes);
 }
 
 } // namespace vellum

@@ -12,9 +12,9 @@ int currentFrame();
 /// to the transform tool. One look over the scene.
 void propagateCurrentTime();
 
-/// After a change of the time unit: warns of each layer of which frames share a number now, and
-/// changes nothing. Back in a finer unit each has its own again.
-void warnOfCoincidingFrames();
+/// After a change of the time unit, in one look as well: hands the time on and warns of each layer
+/// of which frames share a number now. In a finer unit each has its own again.
+void timeUnitChanged();
 
 /// After drawings may have come or gone, which may have been away while time went on: hands the
 /// time to all, in the same look, then tells what has happened (Drawings, Stepped).

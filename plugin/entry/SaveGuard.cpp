@@ -34,9 +34,8 @@ QString currentFile() {
 QString listed(const QStringList& losses) {
     constexpr int shown = 5;
     QString text = losses.mid(0, shown).join(QLatin1Char('\n'));
-    if (losses.size() > shown) {
+    if (losses.size() > shown)
         text += QStringLiteral("\n… and %1 more").arg(losses.size() - shown);
-    }
     return text;
 }
 
@@ -52,14 +51,12 @@ bool userWants() {
 
 void beforeSaveCheck(bool* allowed, void*) {
     *allowed = true;
-    if (guarded().file.isEmpty() || currentFile() != guarded().file) {
+    if (guarded().file.isEmpty() || currentFile() != guarded().file)
         return;
-    }
     if (pluginState().interactive) {
         *allowed = userWants();
-        if (!*allowed) {
+        if (!*allowed)
             return;
-        }
     } else {
         *allowed = false;
         report::error(QStringLiteral("Not every drawing of this file could be read; saving over it "
@@ -75,9 +72,8 @@ void beforeAnotherScene(void*) {
 }
 
 void afterOpen(void*) {
-    if (!layer_data::losses().isEmpty()) {
+    if (!layer_data::losses().isEmpty())
         guarded() = {currentFile(), layer_data::losses()};
-    }
     layer_data::forgetLosses();
 }
 
@@ -103,13 +99,11 @@ constexpr Message kMessages[] = {
 void installSaveGuard(MCallbackIdArray& ids) {
     MStatus status;
     const auto keep = [&](MCallbackId id) {
-        if (status == MS::kSuccess) {
+        if (status == MS::kSuccess)
             ids.append(id);
-        }
     };
-    for (const Message& message : kMessages) {
+    for (const Message& message : kMessages)
         keep(MSceneMessage::addCallback(message.message, message.handler, nullptr, &status));
-    }
     keep(MSceneMessage::addCheckCallback(MSceneMessage::kBeforeSaveCheck, beforeSaveCheck, nullptr,
                                          &status));
 }

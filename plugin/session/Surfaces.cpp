@@ -57,6 +57,7 @@ constexpr Row kTable[] = {
     {Change::LayersAsked, LayerList},
 };
 
+constexpr unsigned kOfTheSession = Menu | Toolbox | Options;
 constexpr unsigned kOfTheDrawing = Markers | LayerList | EmptyLayerList | AllViews;
 
 unsigned surfacesOf(Changes changes) {
@@ -124,12 +125,16 @@ unsigned Surfaces::withoutShownByStep(unsigned surfaces, Changes changes,
 }
 
 void Surfaces::changed(Changes changes, const std::vector<LayerManager*>& drawings) {
-    // While a file is read, nodes stand without their data; once it is open, all is shown.
-    if (MFileIO::isReadingFile() && !(changes & (Change::Drawings | Change::Stepped)))
-        return;
-    if (changes & (Change::Layers | Change::Frames | Change::Pixels | Change::Opacity))
+    // While a file is read, nodes stand without their data; once it is open, all of it is shown.
+    // What scripts in the file do to the session shows at once.
+    const bool reading =
+        MFileIO::isReadingFile() && !(changes & (Change::Drawings | Change::Stepped));
+    if (!reading &&
+        (changes & (Change::Layers | Change::Frames | Change::Pixels | Change::Opacity)))
         script::execute(command::markSceneModified(true));
     unsigned surfaces = surfacesOf(changes);
+    if (reading)
+        surfaces &= kOfTheSession;
     const auto shown =
         surfaces & kOfTheDrawing ? drawingToShow(changes, drawings) : lastActiveDrawing();
     surfaces = withoutShownByStep(surfaces, changes, shown.get());

@@ -32,7 +32,7 @@ void writeBool(std::ostream& out, bool value) {
 }
 
 void writeFloat(std::ostream& out, float value) {
-    std::int32_t bits;
+    std::int32_t bits = 0;
     static_assert(sizeof bits == sizeof value && std::numeric_limits<float>::is_iec559);
     std::memcpy(&bits, &value, sizeof bits);
     writeInt(out, bits);
@@ -117,7 +117,7 @@ public:
 
     float decimal() {
         const std::int32_t bits = integer();
-        float value;
+        float value = 0.0F;
         std::memcpy(&value, &bits, sizeof value);
         return value;
     }
@@ -150,7 +150,7 @@ public:
     /// Anything but UTF-8 is no text but something else whose length was misread.
     QString string() {
         const QByteArray utf8 = bytes();
-        const QString text = QString::fromUtf8(utf8);
+        QString text = QString::fromUtf8(utf8);
         if (text.toUtf8() != utf8)
             fail();
         return text;
@@ -246,7 +246,7 @@ private:
         const int tail = end - kLayerTailSize;
         const auto visible = static_cast<unsigned char>(bytes_.at(tail + 4));
         const std::int32_t bits = integer(tail + 5);
-        float opacity;
+        float opacity = 0.0F;
         std::memcpy(&opacity, &bits, sizeof opacity);
         const auto state = layerStateOf(integer(tail + 9));
         if (visible > 1 || !(opacity >= 0.0F && opacity <= 1.0F) || !state)

@@ -159,7 +159,7 @@ std::shared_ptr<LayerManager> BaseNode::layerManager() const {
     if (status != MS::kSuccess)
         return {};
     const auto* data = dynamic_cast<const BaseNodeLayerData*>(holder.constData());
-    const auto document = data ? data->layerManager() : nullptr;
+    auto document = data ? data->layerManager() : nullptr;
     // A copy of the node may share the document: the first one keeps it as long as it is there.
     if (document && !document->holder().isValid())
         document->setHolder(MObjectHandle(thisMObject()));

@@ -18,7 +18,7 @@ void StrokeEdit::adoptAdditions(const LayerManager& document) {
     added_ = TargetAdditions(camera_);
     if (addedLayer_ >= 0) {
         added_.adoptLayer(document, addedLayer_);
-        const QString previous = document.previousCamera();
+        const QString& previous = document.previousCamera();
         if (document.cameraLayerCount(camera_) == 1 && !previous.isEmpty() && previous != camera_) {
             previousCamera_ = previous;
             previousLayerIndex_ = document.activeLayerIndex(previous);

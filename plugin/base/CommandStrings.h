@@ -17,10 +17,10 @@ namespace vellum::command {
 
 /// A string literal of Maya's script language with quotes: backslash, quote and line controls are
 /// escaped, NUL is dropped, everything else, Unicode included, stays as it is.
-QString quote(const QString& text);
+QString quote(const QString& plain);
 
 /// The same without the surrounding quotes, for text that goes between quotes already there.
-QString escape(const QString& text);
+QString escape(const QString& plain);
 
 /// "evalDeferred(...)" of any command.
 QString deferred(const QString& command);

@@ -53,7 +53,7 @@ QString nameAfterImport(const QString& inFile, const std::vector<QString>& camer
                    : QString();
     };
     for (const QChar separator : {QLatin1Char(':'), QLatin1Char('_')}) {
-        const QString found =
+        QString found =
             only([&](const QString& name) { return name.endsWith(separator + inFile); });
         if (!found.isEmpty())
             return found;

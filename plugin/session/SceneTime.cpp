@@ -20,7 +20,7 @@ namespace vellum {
 namespace {
 
 std::vector<BaseNode*> handTimeOn(Changes before) {
-    const std::vector<BaseNode*> nodes = allNodes();
+    std::vector<BaseNode*> nodes = allNodes();
     const BaseNode* active = activeAmong(nodes);
     if (before)
         tell(before);

@@ -71,7 +71,7 @@ unsigned surfacesOf(Changes changes) {
 
 std::shared_ptr<LayerManager> drawingToShow(Changes changes,
                                             const std::vector<LayerManager*>& drawings) {
-    const auto known = lastActiveDrawing();
+    auto known = lastActiveDrawing();
     // Who tells these has just looked.
     if (changes & (Change::Time | Change::Drawings | Change::Stepped))
         return known;

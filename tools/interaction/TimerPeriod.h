@@ -13,7 +13,7 @@ public:
     FineTimerPeriod& operator=(const FineTimerPeriod&) = delete;
 
 private:
-    unsigned period_ = 0; ///< milliseconds, 0: nothing requested
+    [[maybe_unused]] unsigned period_ = 0; ///< milliseconds, 0: nothing requested
 };
 
 } // namespace vellum

@@ -95,7 +95,7 @@ private:
             Number* numbers = clearedEnds(row(y));
             const std::uint8_t* pixels = at(around_.left(), y);
             for (std::size_t i = 0; i < width_; ++i) {
-                std::uint32_t pixel;
+                std::uint32_t pixel = 0;
                 std::memcpy(&pixel, pixels + 4 * i, sizeof pixel);
                 const Number seen = static_cast<Number>(pixel & kColor) | kSeen;
                 numbers[i] = pixel >> 24 == 0 ? 0 : seen;

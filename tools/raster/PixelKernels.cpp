@@ -18,19 +18,19 @@ constexpr Word kBiasBits = 0x4B000000;
 
 VELLUM_INLINE float biased(Word value) {
     const Word bits = value | kBiasBits;
-    float result;
+    float result = 0.0F;
     std::memcpy(&result, &bits, 4);
     return result;
 }
 
 VELLUM_INLINE Word byteOf(float sum) {
-    Word bits;
+    Word bits = 0;
     std::memcpy(&bits, &sum, 4);
     return bits & 255;
 }
 
 VELLUM_INLINE Word pixelAt(const Byte* piece, int index) {
-    Word pixel;
+    Word pixel = 0;
     std::memcpy(&pixel, piece + 4 * index, 4);
     return pixel;
 }

@@ -14,7 +14,7 @@ using pixel::kPieceBytes;
 using Piece = std::array<std::uint8_t, kPieceBytes>;
 
 std::uint32_t pixelAt(const std::uint8_t* row, int index) {
-    std::uint32_t pixel;
+    std::uint32_t pixel = 0;
     std::memcpy(&pixel, row + 4 * index, 4);
     return pixel;
 }

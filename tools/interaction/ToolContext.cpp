@@ -1,6 +1,7 @@
 #include "tools/interaction/ToolContext.h"
 
 #include "node/BaseNode.h"
+#include "plugin/session/Keyboard.h"
 #include "tools/interaction/DrawManagerScope.h"
 
 namespace vellum {

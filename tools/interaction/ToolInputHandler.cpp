@@ -1,6 +1,7 @@
 #include "tools/interaction/ToolInputHandler.h"
 
 #include "plugin/base/QtCompat.h"
+#include "plugin/session/Keyboard.h"
 
 #include <QCursor>
 #include <QKeyEvent>

@@ -2,18 +2,11 @@
 
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Script.h"
-#include "tools/interaction/ViewMeasure.h"
-
-#include <maya/M3dView.h>
+#include "plugin/session/Keyboard.h"
 
 #include <algorithm>
 
 namespace vellum {
-
-QWidget* activeViewWidget() {
-    M3dView view;
-    return activeView(view) ? view.widget() : nullptr;
-}
 
 void makeActiveView(QWidget& view) {
     if (activeViewWidget() == &view)

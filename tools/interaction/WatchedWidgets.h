@@ -9,9 +9,6 @@
 
 namespace vellum {
 
-/// The widget of the active 3D view; null without one.
-QWidget* activeViewWidget();
-
 /// Maya makes the view active in which a button goes down, but not of a press that a filter takes.
 /// The pointer has to be over `view`.
 void makeActiveView(QWidget& view);

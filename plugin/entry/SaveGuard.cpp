@@ -3,6 +3,7 @@
 #include "document/LayerDataLosses.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
+#include "plugin/session/ModalScope.h"
 #include "plugin/session/PluginState.h"
 
 #include <QMessageBox>
@@ -40,6 +41,7 @@ QString listed(const QStringList& losses) {
 }
 
 bool userWants() {
+    const ModalScope open;
     const auto answer = QMessageBox::question(
         MQtUtil::mainWindow(), QStringLiteral("Save over damaged drawings"),
         QStringLiteral("Not every drawing of this file could be read:\n\n%1\n\nSaving over the "

@@ -3,6 +3,7 @@
 #include "plugin/base/CommandStrings.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
+#include "plugin/session/ModalScope.h"
 #include "plugin/session/PluginState.h"
 
 #include <QComboBox>
@@ -55,6 +56,7 @@ std::optional<QString> Panels::chooseCamera(const QStringList& cameras,
     dialog.setComboBoxEditable(false);
     auto* list = dialog.findChild<QComboBox*>();
     list->setCurrentIndex(static_cast<int>(cameras.indexOf(preselected)));
+    const ModalScope open;
     if (dialog.exec() != QDialog::Accepted || list->currentIndex() < 0)
         return std::nullopt;
     return list->currentText();
@@ -63,11 +65,14 @@ std::optional<QString> Panels::chooseCamera(const QStringList& cameras,
 bool Panels::resetInterface() {
     if (!pluginState().interactive)
         return false;
-    const auto answer = QMessageBox::question(MQtUtil::mainWindow(), QStringLiteral("Reset UI"),
-                                              QStringLiteral("Reset user interface elements?"),
-                                              QMessageBox::Yes | QMessageBox::No);
-    if (answer != QMessageBox::Yes)
-        return true;
+    {
+        const ModalScope open;
+        const auto answer = QMessageBox::question(MQtUtil::mainWindow(), QStringLiteral("Reset UI"),
+                                                  QStringLiteral("Reset user interface elements?"),
+                                                  QMessageBox::Yes | QMessageBox::No);
+        if (answer != QMessageBox::Yes)
+            return true;
+    }
     closeAll();
     Settings& stored = settings();
     for (QByteArray* geometry :

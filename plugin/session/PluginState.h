@@ -46,6 +46,7 @@ struct PluginState {
     std::shared_ptr<CameraNames> cameraNames; ///< from load to unload
 
     Panels* panels = nullptr; ///< reached through panels(); not owned
+    int modalDialogs = 0;     ///< of ours, open now: counted by ModalScope
 
     bool drawToolActive = false;              ///< the draw context is the current tool
     TimeListener* transformContext = nullptr; ///< while it is the current tool; not owned

@@ -27,6 +27,12 @@ QString number(int value) {
     return QString::number(value);
 }
 
+/// Of 255, with all digits of a double: shortened ones come back a step lower when what is read is
+/// scaled and truncated.
+QString fraction(int component) {
+    return QString::number(component / 255.0, 'g', 17);
+}
+
 QString onOff(bool value) {
     return value ? QStringLiteral("1") : QStringLiteral("0");
 }
@@ -308,13 +314,26 @@ QString isSceneModified() {
     return QStringLiteral("file -q -modified");
 }
 
+QString createColorSlider(const QString& control, const QString& window, int width) {
+    return QStringLiteral("window ") + quote(window) + QStringLiteral("; columnLayout; ") +
+           join({QStringLiteral("colorSliderGrp -columnWidth3 0"), number(width),
+                 QStringLiteral("0"), quote(control)});
+}
+
+QString deleteInterface(const QString& element) {
+    // Windows and controls are asked for separately; deleteUI takes either.
+    const QString name = quote(element);
+    return QStringLiteral("if (`control -exists ") + name +
+           QStringLiteral("` || `window -exists ") + name + QStringLiteral("`) deleteUI ") + name;
+}
+
 QString colorSliderValue(const QString& control) {
     return QStringLiteral("colorSliderGrp -q -rgbValue ") + quote(control);
 }
 
 QString setColorSliderValue(const QString& control, const QColor& color) {
-    return join({QStringLiteral("colorSliderGrp -e -rgbValue"), QString::number(color.redF()),
-                 QString::number(color.greenF()), QString::number(color.blueF()), quote(control)});
+    return join({QStringLiteral("colorSliderGrp -e -rgbValue"), fraction(color.red()),
+                 fraction(color.green()), fraction(color.blue()), quote(control)});
 }
 
 QString setColorSliderCommand(const QString& control, const QString& command) {

@@ -82,6 +82,10 @@ QString timeRangeArray();
 QString timeRangeVisible();
 QString markSceneModified(bool modified);
 QString isSceneModified();
+/// Makes a colour slider group of which the slider has no room, in a window of its own that is
+/// never shown: groups are made in a layout, and a dialog of Qt's has none that Maya knows.
+QString createColorSlider(const QString& control, const QString& window, int width);
+QString deleteInterface(const QString& element); ///< nothing when there is no such element
 QString colorSliderValue(const QString& control);
 QString setColorSliderValue(const QString& control, const QColor& color);
 QString setColorSliderCommand(const QString& control, const QString& command);

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <array>
 #include <optional>
 #include <utility>
 
@@ -16,8 +17,9 @@ bool execute(const QString& command, bool display = false, bool undo = false);
 std::optional<int> executeInt(const QString& command);
 std::optional<QString> executeString(const QString& command);
 
-/// Two numbers (int or double array, at least two entries).
+/// The first numbers of an array of ints or doubles that has at least as many.
 std::optional<std::pair<double, double>> executePair(const QString& command);
+std::optional<std::array<double, 3>> executeTriple(const QString& command);
 
 /// Runs the command when Maya is idle next; in batch mode when the script engine is back at the
 /// top.

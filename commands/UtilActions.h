@@ -53,17 +53,20 @@ MStatus floatingView(const MArgDatabase& args, const char* flag);
 MStatus floatingViewMove(const MArgDatabase& args, const char* flag);
 
 // panels and dialogs, see UtilPanels.cpp
+/// In batch mode false, after saying that there is no user interface.
+bool hasInterface();
 template <Panel panel> MStatus showPanel(const MArgDatabase&, const char*) {
-    return panels().show(panel) ? MS::kSuccess : MS::kFailure;
+    return hasInterface() && panels().show(panel) ? MS::kSuccess : MS::kFailure;
 }
 template <Dialog dialog> MStatus openDialog(const MArgDatabase&, const char*) {
-    return panels().open(dialog) ? MS::kSuccess : MS::kFailure;
+    return hasInterface() && panels().open(dialog) ? MS::kSuccess : MS::kFailure;
 }
 MStatus openLayerProperties(const MArgDatabase& args, const char* flag);
 MStatus refreshLayerManager(const MArgDatabase& args, const char* flag);
 MStatus refreshToolbox(const MArgDatabase& args, const char* flag);
 MStatus resetInterface(const MArgDatabase& args, const char* flag);
-MStatus doNothing(const MArgDatabase& args, const char* flag);
+/// Succeeds in batch mode too, where there is nothing to do.
+MStatus openReelviewImport(const MArgDatabase& args, const char* flag);
 
 /// Reads three colour components; false, after reporting, when one is above 255.
 bool readColor(const MArgDatabase& args, const char* flag, QColor& color);

@@ -122,7 +122,7 @@ Flags panelFlags() {
         {"-nl", "-newLayer", {}, {openDialog<Dialog::NewLayer>}},
         {"-lp", "-layerProperties", {}, {openLayerProperties}},
         {"-gs", "-ghostingSettings", {}, {openDialog<Dialog::GhostingSettings>}},
-        {"-rvi", "-reelviewImport", {}, {doNothing}},
+        {"-rvi", "-reelviewImport", {}, {openReelviewImport}},
         {"-rui", "-resetUI", {}, {resetInterface}},
         {"-pr", "-preferences", {}, {openDialog<Dialog::Preferences>}},
         {"-ab", "-about", {}, {openDialog<Dialog::About>}},

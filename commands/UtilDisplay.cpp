@@ -49,7 +49,7 @@ MStatus ghostsChanged() {
 /// Undoable though this command is not: layers that were moved could never be brought back, and
 /// nothing done to them before could be undone.
 MStatus openFloatingView(const QString& sourceCamera) {
-    if (!pluginState().interactive) // before a camera is made for a view that cannot be had
+    if (!hasInterface()) // before a camera is made for a view that cannot be had
         return MS::kFailure;
     return script::execute(command::createFloatingView(sourceCamera), false, true) ? MS::kSuccess
                                                                                    : MS::kFailure;

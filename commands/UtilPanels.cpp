@@ -4,8 +4,10 @@
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/CommandStrings.h"
+#include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
 #include "plugin/session/Panels.h"
+#include "plugin/session/PluginState.h"
 
 namespace vellum::util {
 
@@ -17,7 +19,16 @@ MStatus statusOf(bool done) {
 
 } // namespace
 
+bool hasInterface() {
+    if (pluginState().interactive)
+        return true;
+    report::error(QStringLiteral("There is no user interface in batch mode."));
+    return false;
+}
+
 MStatus openLayerProperties(const MArgDatabase&, const char*) {
+    if (!hasInterface())
+        return MS::kFailure;
     const BaseNode* node = activeNode();
     if (!node)
         return MS::kFailure;
@@ -41,10 +52,12 @@ MStatus refreshToolbox(const MArgDatabase&, const char*) {
 }
 
 MStatus resetInterface(const MArgDatabase&, const char*) {
-    return statusOf(panels().resetInterface());
+    return statusOf(hasInterface() && panels().resetInterface());
 }
 
-MStatus doNothing(const MArgDatabase&, const char*) {
+MStatus openReelviewImport(const MArgDatabase&, const char*) {
+    if (pluginState().interactive)
+        panels().open(Dialog::ReelviewImport);
     return MS::kSuccess;
 }
 

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstddef>
 #include <optional>
 
 namespace vellum {
@@ -14,7 +15,8 @@ namespace vellum {
 class LayerManager;
 
 enum class Panel { LayerManager, Toolbox, ToolOptions, ColorPalette, RetimingTool };
-enum class Dialog { NewLayer, GhostingSettings, Preferences, About };
+inline constexpr std::size_t kPanelCount = 5;
+enum class Dialog { NewLayer, GhostingSettings, Preferences, About, ReelviewImport };
 
 class Panels {
 public:

@@ -41,6 +41,7 @@ plugin_floor(session plugin/session KNOWS node LINKS ${VELLUM_QT_WIDGETS})
 plugin_floor(interaction tools/interaction KNOWS session gestures
     LINKS ${vellum_pointer_library})
 plugin_floor(commands commands KNOWS session)
+plugin_floor(ui ui KNOWS session)
 # Pixel loops are optimised for the vectoriser whatever the configuration.
 foreach(room vellum_raster vellum_document)
     get_target_property(kind ${room} TYPE)
@@ -56,7 +57,8 @@ list(FILTER entry_compiled INCLUDE REGEX "\\.cpp$")
 if(entry_compiled)
     add_library(vellum2 MODULE ${entry_sources})
     vellum_room_includes(vellum_entry_headers ${CMAKE_SOURCE_DIR} plugin/entry)
-    target_link_libraries(vellum2 PRIVATE vellum_entry_headers vellum_commands vellum_interaction)
+    target_link_libraries(vellum2 PRIVATE vellum_entry_headers vellum_commands vellum_interaction
+        vellum_ui)
     if(TARGET vellumhost)
         target_link_libraries(vellum2 PRIVATE vellumhost)
     endif()

@@ -15,6 +15,7 @@
 #include "plugin/base/Settings.h"
 #include "plugin/entry/MenuScript.h"
 #include "plugin/entry/SceneEvents.h"
+#include "plugin/session/ModalScope.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
 #include "plugin/session/SceneEnvironment.h"
@@ -25,6 +26,7 @@
 #include "tools/interaction/StrokeCommand.h"
 #include "tools/interaction/TimeControlOverlay.h"
 #include "tools/interaction/TransformContextCommand.h"
+#include "ui/PanelSet.h"
 
 #include <maya/MDrawRegistry.h>
 #include <maya/MFnPlugin.h>
@@ -41,18 +43,23 @@ using namespace vellum;
 
 std::unique_ptr<SceneEnvironment> environment;
 std::unique_ptr<Surfaces> surfaces;
+std::unique_ptr<PanelSet> panelSet;
 
 /// The document's way to the scene, and that of every change to what shows it.
 void connectFloors() {
     environment = std::make_unique<SceneEnvironment>();
     surfaces = std::make_unique<Surfaces>();
     setDocumentEnvironment(environment.get());
+    panelSet = std::make_unique<PanelSet>();
     setChangeListener(surfaces.get());
+    connectPanels(panelSet.get());
 }
 
 void disconnectFloors() {
     setDocumentEnvironment(nullptr);
     setChangeListener(nullptr);
+    connectPanels(nullptr);
+    panelSet.reset();
     environment.reset();
     surfaces.reset();
 }
@@ -251,6 +258,12 @@ MStatus initializePlugin(MObject object) {
 }
 
 MStatus uninitializePlugin(MObject object) {
+    // The dialog's own event loop brought us here: it returns into code that would be gone.
+    if (ModalScope::anyOpen()) {
+        report::plainError(QStringLiteral("A dialog of %1 is open. Close it before unloading.")
+                               .arg(text(kProductName)));
+        return MS::kFailure;
+    }
     leaveOurTools();
     if (pluginState().interactive && !script::execute(command::deleteMainMenu()))
         report::plainError(QStringLiteral("Failed to delete main menu"));

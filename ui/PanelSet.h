@@ -1,0 +1,28 @@
+// The panels that exist, one of each kind, and the way from commands to panels and dialogs. Main
+// thread only.
+#pragma once
+
+#include "plugin/session/Panels.h"
+#include "ui/PanelDialog.h"
+
+#include <QPointer>
+
+#include <array>
+
+namespace vellum {
+
+class PanelSet : public Panels {
+public:
+    ~PanelSet() override;
+
+    bool show(Panel panel) override;
+    void closeAll() override;
+
+private:
+    /// Null when it has not been asked for yet.
+    PanelDialog* existing(Panel panel) const;
+
+    std::array<QPointer<PanelDialog>, kPanelCount> panels_; ///< children of Maya's main window
+};
+
+} // namespace vellum

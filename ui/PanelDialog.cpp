@@ -37,7 +37,8 @@ void PanelDialog::present() {
     }
     if (isMinimized())
         showNormal();
-    activateWindow();
+    if (!windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus))
+        activateWindow();
     raise();
     actionDone();
 }

@@ -1,8 +1,13 @@
 #include "ui/PanelSet.h"
 
 #include "plugin/session/PluginState.h"
+#include "ui/AboutDialog.h"
 #include "ui/ColorPaletteDialog.h"
+#include "ui/GhostingDialog.h"
 #include "ui/Modal.h"
+#include "ui/PreferencesDialog.h"
+#include "ui/ReelviewProImportDialog.h"
+#include "ui/RetimingDialog.h"
 
 #include <maya/MQtUtil.h>
 
@@ -21,7 +26,26 @@ PanelDialog* make(Panel panel) {
     case Panel::Toolbox:
     case Panel::ToolOptions:
     case Panel::LayerManager:
+        break;
     case Panel::RetimingTool:
+        return new RetimingDialog(parent);
+    }
+    return nullptr;
+}
+
+/// Null for a dialog that is not made here.
+QDialog* make(Dialog dialog) {
+    QWidget* parent = MQtUtil::mainWindow();
+    switch (dialog) {
+    case Dialog::GhostingSettings:
+        return new GhostingDialog(parent);
+    case Dialog::Preferences:
+        return new PreferencesDialog(parent);
+    case Dialog::About:
+        return new AboutDialog(parent);
+    case Dialog::ReelviewImport:
+        return new ReelviewProImportDialog(parent);
+    case Dialog::NewLayer:
         break;
     }
     return nullptr;
@@ -46,6 +70,17 @@ bool PanelSet::show(Panel panel) {
     if (!dialog)
         return false;
     dialog->present();
+    return true;
+}
+
+bool PanelSet::open(Dialog dialog) {
+    if (!pluginState().interactive)
+        return Panels::open(dialog);
+    const QPointer<QDialog> made = make(dialog);
+    if (!made)
+        return false;
+    runModal(made);
+    delete made.data();
     return true;
 }
 

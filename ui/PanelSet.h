@@ -16,6 +16,7 @@ public:
     ~PanelSet() override;
 
     bool show(Panel panel) override;
+    bool open(Dialog dialog) override;
     void closeAll() override;
 
 private:

@@ -16,6 +16,8 @@ PanelSession::PanelSession() {
         host::report::addListener([this](host::report::Level level, const std::string& text) {
             if (level == host::report::Level::Print)
                 echoes.append(QString::fromStdString(text).trimmed());
+            if (level == host::report::Level::Info)
+                notes.append(QString::fromStdString(text));
         });
 }
 
@@ -82,8 +84,11 @@ void PanelSession::answering(const char* className, const std::function<void(QDi
 }
 
 bool PanelSession::viewHasKeyboard() {
+    // The window system takes its time to activate a window.
+    const bool has = support::waitFor(
+        [&] { return QApplication::focusWidget() == &view() && view().isActiveWindow(); });
     support::settle();
-    return QApplication::focusWidget() == &view() && view().isActiveWindow();
+    return has && QApplication::focusWidget() == &view();
 }
 
 } // namespace vellum::test

@@ -43,6 +43,7 @@ protected:
 
     support::Hand hand;
     QStringList echoes; ///< what was shown in the script history since the last clear
+    QStringList notes;  ///< information for the user
 
 private:
     int echoListener_;

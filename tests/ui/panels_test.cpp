@@ -5,6 +5,7 @@
 #include "ui/ViewWidget.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QColorDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -133,7 +134,7 @@ TEST_F(Panels, TheViewNotTheScriptLineGetsTheKeyboard) {
             widget->setFocus();
     }
     support::settle();
-    ASSERT_FALSE(viewHasKeyboard());
+    ASSERT_NE(QApplication::focusWidget(), &view());
     click(*swatches(*dialog)[0]);
     EXPECT_TRUE(viewHasKeyboard());
 }

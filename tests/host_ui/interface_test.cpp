@@ -10,6 +10,7 @@
 #include "ui/TimeSlider.h"
 
 #include <QDoubleSpinBox>
+#include <QImage>
 #include <QLabel>
 #include <QToolButton>
 
@@ -17,8 +18,6 @@
 #include <maya/MQtUtil.h>
 
 #include <gmock/gmock.h>
-
-using testing::ElementsAre;
 
 class Interface : public uitest::UiTest {};
 
@@ -108,6 +107,19 @@ TEST_F(Interface, TheCurrentToolIsShown) {
     run("global string $gSelect; setToolTo $gSelect");
     host::Tools::instance().remove("one");
     EXPECT_EQ(runInt("contextInfo -exists one"), 0);
+}
+
+TEST_F(Interface, PicturesOfMayaAreFoundByTheirNames) {
+    const QImage up(":/moveLayerUp.png");
+    const QImage down(":/moveLayerDown.png");
+    const QImage layer(":/newLayerEmpty.png");
+    for (const QImage& image : {up, down, layer}) {
+        ASSERT_FALSE(image.isNull());
+        EXPECT_TRUE(image.hasAlphaChannel());
+        EXPECT_EQ(image.size(), up.size());
+    }
+    EXPECT_NE(up, down);
+    EXPECT_NE(up, layer);
 }
 
 TEST_F(Interface, TimeBarShowsAndSetsTime) {

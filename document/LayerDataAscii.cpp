@@ -377,6 +377,7 @@ MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index) 
     if (master)
         manager.setMaster(true);
     readCameras(reader, manager, cameraCount);
+    tellOfDroppedFrames();
     if (!currentCamera.isEmpty())
         manager.setCurrentCamera(currentCamera);
     return reader.inDoubt() ? MS::kFailure : MS::kSuccess;

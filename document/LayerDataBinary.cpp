@@ -311,6 +311,7 @@ public:
             reader_.mark();
         if (!reader_.isGood() || reader_.left() > 0)
             salvage();
+        tellOfDroppedFrames();
         if (reader_.isGood() ? !currentCamera.isEmpty()
                              : manager_.cameras().contains(currentCamera)) {
             manager_.setCurrentCamera(currentCamera);

@@ -324,6 +324,8 @@ TEST(LayerData, OddContentsAreReadAsFarAsTheyMakeSense) {
     const std::string good = hexOf(drawing::marked(1));
     const std::string second = hexOf(drawing::marked(2));
     const std::string small = hexOf(drawing::marked(3).copy(0, 0, 512, 512));
+    const std::string dropped = "[Vellum2] Drawings dropped, because their layer has another one at "
+                                "their frame: 1 (In at 3)";
     BaseNodeLayerData data;
     EXPECT_EQ(read(data, {"9",     "0",   "",      "1",  "cam",   "3",  "99",    "UNKNOWN",
                           "-1",    "In",  "5",     "1",  "1.5",   "1",  "3film", good,
@@ -334,9 +336,8 @@ TEST(LayerData, OddContentsAreReadAsFarAsTheyMakeSense) {
                                              "[Vellum2] Failed to load draw data: In (1)",
                                              "[Vellum2] Failed to load draw data: In (2)",
                                              "[Vellum2] Failed to load draw data: In (3)",
-                                             "[Vellum2] Dropped a drawing of In at frame 3: there "
-                                             "is another one already",
-                                             "[Vellum2] Invalid layer index: 99"));
+                                             "[Vellum2] Invalid layer index: 99",
+                                             dropped));
     EXPECT_EQ(described(*data.layerManager()),
               "0|cam\ncam 0\n  In 1 1 1 at -1: 3=1\n  In 0 0 2 at -1:\n");
 
@@ -355,9 +356,34 @@ TEST(LayerData, OddContentsAreReadAsFarAsTheyMakeSense) {
               MS::kFailure);
     EXPECT_EQ(described(*fromBytes.layerManager()), "0|cam\ncam 0\n  In 1 1 0 at -1: 3=1\n");
     EXPECT_THAT(messages.take(), ElementsAre("[Vellum2] Failed to load draw data: In (1)",
-                                             "[Vellum2] Dropped a drawing of In at frame 3: there "
-                                             "is another one already",
-                                             "[Vellum2] Unexpected data behind the last layer"));
+                                             "[Vellum2] Unexpected data behind the last layer",
+                                             dropped));
+}
+
+TEST(LayerData, DrawingsThatMeetInACoarserUnitAreToldTogether) {
+    const CleanScene scene;
+    drawing::Messages messages;
+    BaseNodeLayerData data;
+    data.createLayerManager();
+    std::vector<int> times;
+    for (int time = 1; time <= 30; ++time)
+        times.push_back(time);
+    data.layerManager()->insertLayer("cam", -1, drawing::layerWith("Ink", {1, 2, 3, 4, 5, 6}, 1));
+    data.layerManager()->insertLayer("cam", -1, drawing::layerWith("Alone", {1, 7}, 10));
+    data.layerManager()->insertLayer("cam", -1, drawing::layerWith("Fill", times, 20));
+    MTime::setUIUnit(MTime::k6FPS); // four of film's frames have one number
+    BaseNodeLayerData fromBytes;
+    EXPECT_EQ(readBytes(fromBytes, binary(data)), MS::kSuccess);
+    BaseNodeLayerData fromWords;
+    EXPECT_EQ(read(fromWords, tokens(ascii(data))), MS::kSuccess);
+    const std::string told = "[Vellum2] Drawings dropped, because their layer has another one at "
+                             "their frame: 26 (Ink at 0, 1; Fill at 0, 1, 2, 3, 4, 5, 6, 7)";
+    EXPECT_THAT(messages.take(), ElementsAre(told, told));
+    for (const BaseNodeLayerData* read : {&fromBytes, &fromWords}) {
+        EXPECT_EQ(read->layerManager()->layer("cam", 0)->frameTimes(), (QList<int>{0, 1}));
+        EXPECT_EQ(read->layerManager()->layer("cam", 1)->frameTimes(), (QList<int>{0, 1}));
+        EXPECT_EQ(read->layerManager()->layer("cam", 2)->frameCount(), 8);
+    }
 }
 
 namespace {

@@ -69,9 +69,8 @@ void tellOfDroppedFrames() {
     QStringList layers;
     for (const DroppedFrames& ofLayer : std::exchange(dropped(), {})) {
         count += ofLayer.count;
-        layers.append(
-            QStringLiteral("%1 at %2")
-                .arg(ofLayer.name, shortened(ofLayer.times, QStringLiteral(", "))));
+        layers.append(QStringLiteral("%1 at %2")
+                          .arg(ofLayer.name, shortened(ofLayer.times, QStringLiteral(", "))));
     }
     loss(QStringLiteral("Drawings dropped, because their layer has another one at their frame: "
                         "%1 (%2)")

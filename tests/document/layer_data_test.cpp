@@ -324,8 +324,9 @@ TEST(LayerData, OddContentsAreReadAsFarAsTheyMakeSense) {
     const std::string good = hexOf(drawing::marked(1));
     const std::string second = hexOf(drawing::marked(2));
     const std::string small = hexOf(drawing::marked(3).copy(0, 0, 512, 512));
-    const std::string dropped = "[Vellum2] Drawings dropped, because their layer has another one at "
-                                "their frame: 1 (In at 3)";
+    const std::string dropped =
+        "[Vellum2] Drawings dropped, because their layer has another one at "
+        "their frame: 1 (In at 3)";
     BaseNodeLayerData data;
     EXPECT_EQ(read(data, {"9",     "0",   "",      "1",  "cam",   "3",  "99",    "UNKNOWN",
                           "-1",    "In",  "5",     "1",  "1.5",   "1",  "3film", good,
@@ -336,8 +337,7 @@ TEST(LayerData, OddContentsAreReadAsFarAsTheyMakeSense) {
                                              "[Vellum2] Failed to load draw data: In (1)",
                                              "[Vellum2] Failed to load draw data: In (2)",
                                              "[Vellum2] Failed to load draw data: In (3)",
-                                             "[Vellum2] Invalid layer index: 99",
-                                             dropped));
+                                             "[Vellum2] Invalid layer index: 99", dropped));
     EXPECT_EQ(described(*data.layerManager()),
               "0|cam\ncam 0\n  In 1 1 1 at -1: 3=1\n  In 0 0 2 at -1:\n");
 
@@ -355,9 +355,9 @@ TEST(LayerData, OddContentsAreReadAsFarAsTheyMakeSense) {
                                        layer + "more"),
               MS::kFailure);
     EXPECT_EQ(described(*fromBytes.layerManager()), "0|cam\ncam 0\n  In 1 1 0 at -1: 3=1\n");
-    EXPECT_THAT(messages.take(), ElementsAre("[Vellum2] Failed to load draw data: In (1)",
-                                             "[Vellum2] Unexpected data behind the last layer",
-                                             dropped));
+    EXPECT_THAT(messages.take(),
+                ElementsAre("[Vellum2] Failed to load draw data: In (1)",
+                            "[Vellum2] Unexpected data behind the last layer", dropped));
 }
 
 TEST(LayerData, DrawingsThatMeetInACoarserUnitAreToldTogether) {

@@ -150,6 +150,9 @@ TEST_F(DamagedFilm, IsSavedOverOnlyByWhoInsists) {
     EXPECT_EQ(bytes("damaged.ma"), damaged);
     outcome = run(open + "file -rename \"other.ma\";" + save);
     EXPECT_THAT(outcome.out, HasSubstr("refused 0"));
+    ASSERT_TRUE(QFile::link(path("."), path("alias")));
+    outcome = run(open + "file -rename \"alias/damaged.ma\";" + save);
+    EXPECT_THAT(outcome.out, HasSubstr("refused 1")) << "another way to the same file";
     outcome =
         run(open + "file -f -new; file -f -o \"film.ma\"; file -rename \"damaged.ma\";" + save);
     EXPECT_THAT(outcome.out, HasSubstr("refused 0")) << "another scene was opened since";

@@ -3,6 +3,7 @@
 #include "document/Drawing.h"
 #include "document/FrameCache.h"
 #include "document/IntTime.h"
+#include "raster/ForeignPictures.h"
 #include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
 
@@ -210,6 +211,46 @@ TEST(LayerData, WritingNeitherDecodesNorEncodesWhatDidNotChange) {
         }
     }
     EXPECT_EQ(first.pngBytes().constData(), bytes);
+}
+
+TEST(LayerData, ForeignPicturesAreWrittenBackInOurOwnForm) {
+    const CleanScene scene;
+    const QImage canvas = drawing::marked(3);
+    const std::vector<drawing::ForeignPicture> kinds = drawing::foreignPictures(canvas);
+    BaseNodeLayerData data;
+    data.createLayerManager();
+    auto owned = std::make_unique<Layer>("Ink");
+    Layer& layer = *owned;
+    data.layerManager()->insertLayer("cam", -1, std::move(owned));
+    int time = 1;
+    for (const auto& one : kinds)
+        layer.addFrame(Frame::fromPng(fromIntTime(time++), one.png));
+    layer.addFrame(Frame::fromPng(fromIntTime(time), drawing::encoded(canvas)));
+    BaseNodeLayerData fromWords;
+    ASSERT_EQ(read(fromWords, tokens(ascii(data))), MS::kSuccess);
+    // In bytes a picture ends with itself.
+    layer.takeFrameAt(time - 1);
+    BaseNodeLayerData fromBytes;
+    ASSERT_EQ(readBytes(fromBytes, binary(data)), MS::kSuccess);
+
+    for (BaseNodeLayerData* opened : {&fromWords, &fromBytes}) {
+        SCOPED_TRACE(opened == &fromWords ? "words" : "bytes");
+        const Layer& shown = *opened->layerManager()->layer("cam", 0);
+        std::string words = ascii(*opened);
+        for (std::size_t i = 0; i < kinds.size(); ++i) {
+            SCOPED_TRACE(kinds[i].kind);
+            const Frame* frame = shown.frameAtMoment(fromIntTime(static_cast<int>(i) + 1));
+            if (!frame) {
+                EXPECT_STREQ(kinds[i].kind, "bytes after the end");
+                continue;
+            }
+            EXPECT_EQ(frame->image(),
+                      QImage::fromData(kinds[i].png).convertToFormat(QImage::Format_RGBA8888));
+            EXPECT_EQ(words.find(kinds[i].png.toHex().toStdString()), std::string::npos);
+            EXPECT_NE(words.find(hexOf(frame->image())), std::string::npos);
+        }
+        EXPECT_NE(words.find(hexOf(canvas)), std::string::npos) << "our own is as it was";
+    }
 }
 
 TEST(LayerData, NumbersDoNotDependOnTheLocale) {

@@ -25,10 +25,10 @@ public:
     Frame(const Frame&) = delete;
     Frame& operator=(const Frame&) = delete;
 
-    /// A packed frame of bytes that are known to load (PngCheck.h); nothing is decoded.
+    /// A packed frame of bytes that canvasPng() gave (PngCheck.h); nothing is decoded.
     static std::unique_ptr<Frame> fromPng(const MTime& time, const QByteArray& png);
 
-    /// An independent frame with the same time and picture, packed.
+    /// An independent frame with the same time and picture; packed, unless encoding fails.
     std::unique_ptr<Frame> copy() const;
 
     const MTime& time() const { return time_; }
@@ -52,7 +52,7 @@ public:
     /// first. Empty only when encoding fails.
     QByteArray pngBytes() const;
 
-    /// Replaces the picture by bytes that are known to load.
+    /// Replaces the picture by bytes that canvasPng() gave.
     void setPng(const QByteArray& png);
 
     /// Gives the decoded picture back, encoding it first if it changed. Keeps it when encoding

@@ -108,7 +108,7 @@ public:
     /// Replaces the picture of the current frame; nothing without one. `changed` limits what has to
     /// be shown anew when the caller knows it.
     void setCurrentImage(const QImage& image, const QRect& changed = wholeCanvas());
-    void setCurrentPng(const QByteArray& png); ///< bytes that are known to load
+    void setCurrentPng(const QByteArray& png); ///< bytes that canvasPng() gave
 
     /// Retiming: the i-th frame gets the i-th time, as far as both go. The times are ascending.
     void setFrameTimes(const QList<int>& times);

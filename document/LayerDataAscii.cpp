@@ -195,8 +195,8 @@ bool readFrame(ArgumentReader& reader, Layer& layer, int ordinal) {
     QString hex;
     if (!reader.time(time, kInvalidFrameTime) || !reader.string(hex, kInvalidDrawData))
         return false;
-    const QByteArray png = QByteArray::fromHex(hex.toUtf8());
-    if (pngLoads(png)) {
+    const QByteArray png = canvasPng(QByteArray::fromHex(hex.toUtf8()));
+    if (!png.isEmpty()) {
         keepFrame(layer, Frame::fromPng(time, png));
         return true;
     }
@@ -377,6 +377,7 @@ MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index) 
     if (master)
         manager.setMaster(true);
     readCameras(reader, manager, cameraCount);
+    tellOfDroppedFrames();
     if (!currentCamera.isEmpty())
         manager.setCurrentCamera(currentCamera);
     return reader.inDoubt() ? MS::kFailure : MS::kSuccess;

@@ -277,8 +277,9 @@ private:
 
     void takeFrame(int at, int start) {
         const int end = endOfPicture(bytes_, at);
-        const QByteArray png = end < 0 ? QByteArray() : bytes_.mid(at, end - at);
-        if (start >= behind_ && pngLoads(png)) {
+        const bool isWhole = end >= 0 && start >= behind_;
+        const QByteArray png = isWhole ? canvasPng(bytes_.mid(at, end - at)) : QByteArray();
+        if (!png.isEmpty()) {
             keepFrame(*layer_, Frame::fromPng(fromIntTime(integer(start)), png));
         } else {
             lossOfPicture(*layer_, layer_->frameCount());
@@ -311,6 +312,7 @@ public:
             reader_.mark();
         if (!reader_.isGood() || reader_.left() > 0)
             salvage();
+        tellOfDroppedFrames();
         if (reader_.isGood() ? !currentCamera.isEmpty()
                              : manager_.cameras().contains(currentCamera)) {
             manager_.setCurrentCamera(currentCamera);
@@ -370,10 +372,13 @@ private:
             png.isEmpty() || (png.startsWith(kPngSignature) && endOfPicture(png, 0) == png.size());
         if (!isOne) { // its size is wrong, or this is no frame at all
             reader_.fail();
-        } else if (pngLoads(png)) {
-            keepFrame(*layer_, Frame::fromPng(fromIntTime(time), png));
-        } else {
+            return;
+        }
+        const QByteArray own = canvasPng(png);
+        if (own.isEmpty()) {
             lossOfPicture(*layer_, ordinal);
+        } else {
+            keepFrame(*layer_, Frame::fromPng(fromIntTime(time), own));
         }
     }
 

@@ -33,7 +33,7 @@ MStatus writeAscii(const LayerManager& manager, std::ostream& out);
 
 /// Reads from argument `index` on and leaves `index` after the last one used. Each failure is
 /// reported with the index of the argument that caused it. Frames whose picture does not load, or
-/// whose time another has, are reported and skipped. kFailure for contents that break off, go on
+/// whose time another has, are skipped and reported, the latter in one message behind all others. kFailure for contents that break off, go on
 /// after their end or contradict themselves.
 MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index);
 

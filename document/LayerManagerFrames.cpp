@@ -110,8 +110,9 @@ bool LayerManager::replaceImage(const QString& camera, int index, QByteArray& pn
     const QByteArray before = frame ? frame->pngBytes() : QByteArray();
     if (before.isEmpty())
         return false;
-    if (pngLoads(png)) {
-        changed->setCurrentPng(png);
+    const QByteArray own = canvasPng(png);
+    if (!own.isEmpty()) {
+        changed->setCurrentPng(own);
     } else {
         changed->setCurrentImage(blankCanvas());
     }

@@ -6,6 +6,7 @@
 #include "plugin/session/ModalScope.h"
 #include "plugin/session/PluginState.h"
 
+#include <QFileInfo>
 #include <QMessageBox>
 
 #include <maya/MFileIO.h>
@@ -27,8 +28,11 @@ Guarded& guarded() {
     return now;
 }
 
+/// As the file system knows it, however it is reached; what is not there yet by its name.
 QString currentFile() {
-    return fromMaya(MFileIO::currentFile());
+    const QString name = fromMaya(MFileIO::currentFile());
+    const QString canonical = QFileInfo(name).canonicalFilePath();
+    return canonical.isEmpty() ? name : canonical;
 }
 
 /// The first few losses, and how many more there are.

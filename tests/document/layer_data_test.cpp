@@ -3,6 +3,7 @@
 #include "document/Drawing.h"
 #include "document/FrameCache.h"
 #include "document/IntTime.h"
+#include "raster/ForeignPictures.h"
 #include "support/Seed.h"
 #include "tools/raster/PngCodec.h"
 
@@ -212,6 +213,46 @@ TEST(LayerData, WritingNeitherDecodesNorEncodesWhatDidNotChange) {
     EXPECT_EQ(first.pngBytes().constData(), bytes);
 }
 
+TEST(LayerData, ForeignPicturesAreWrittenBackInOurOwnForm) {
+    const CleanScene scene;
+    const QImage canvas = drawing::marked(3);
+    const std::vector<drawing::ForeignPicture> kinds = drawing::foreignPictures(canvas);
+    BaseNodeLayerData data;
+    data.createLayerManager();
+    auto owned = std::make_unique<Layer>("Ink");
+    Layer& layer = *owned;
+    data.layerManager()->insertLayer("cam", -1, std::move(owned));
+    int time = 1;
+    for (const auto& one : kinds)
+        layer.addFrame(Frame::fromPng(fromIntTime(time++), one.png));
+    layer.addFrame(Frame::fromPng(fromIntTime(time), drawing::encoded(canvas)));
+    BaseNodeLayerData fromWords;
+    ASSERT_EQ(read(fromWords, tokens(ascii(data))), MS::kSuccess);
+    // In bytes a picture ends with itself.
+    layer.takeFrameAt(time - 1);
+    BaseNodeLayerData fromBytes;
+    ASSERT_EQ(readBytes(fromBytes, binary(data)), MS::kSuccess);
+
+    for (BaseNodeLayerData* opened : {&fromWords, &fromBytes}) {
+        SCOPED_TRACE(opened == &fromWords ? "words" : "bytes");
+        const Layer& shown = *opened->layerManager()->layer("cam", 0);
+        std::string words = ascii(*opened);
+        for (std::size_t i = 0; i < kinds.size(); ++i) {
+            SCOPED_TRACE(kinds[i].kind);
+            const Frame* frame = shown.frameAtMoment(fromIntTime(static_cast<int>(i) + 1));
+            if (!frame) {
+                EXPECT_STREQ(kinds[i].kind, "bytes after the end");
+                continue;
+            }
+            EXPECT_EQ(frame->image(),
+                      QImage::fromData(kinds[i].png).convertToFormat(QImage::Format_RGBA8888));
+            EXPECT_EQ(words.find(kinds[i].png.toHex().toStdString()), std::string::npos);
+            EXPECT_NE(words.find(hexOf(frame->image())), std::string::npos);
+        }
+        EXPECT_NE(words.find(hexOf(canvas)), std::string::npos) << "our own is as it was";
+    }
+}
+
 TEST(LayerData, NumbersDoNotDependOnTheLocale) {
     struct Commas : std::numpunct<char> {
         char do_decimal_point() const override { return ','; }
@@ -324,6 +365,9 @@ TEST(LayerData, OddContentsAreReadAsFarAsTheyMakeSense) {
     const std::string good = hexOf(drawing::marked(1));
     const std::string second = hexOf(drawing::marked(2));
     const std::string small = hexOf(drawing::marked(3).copy(0, 0, 512, 512));
+    const std::string dropped =
+        "[Vellum2] Drawings dropped, because their layer has another one at "
+        "their frame: 1 (In at 3)";
     BaseNodeLayerData data;
     EXPECT_EQ(read(data, {"9",     "0",   "",      "1",  "cam",   "3",  "99",    "UNKNOWN",
                           "-1",    "In",  "5",     "1",  "1.5",   "1",  "3film", good,
@@ -334,9 +378,7 @@ TEST(LayerData, OddContentsAreReadAsFarAsTheyMakeSense) {
                                              "[Vellum2] Failed to load draw data: In (1)",
                                              "[Vellum2] Failed to load draw data: In (2)",
                                              "[Vellum2] Failed to load draw data: In (3)",
-                                             "[Vellum2] Dropped a drawing of In at frame 3: there "
-                                             "is another one already",
-                                             "[Vellum2] Invalid layer index: 99"));
+                                             "[Vellum2] Invalid layer index: 99", dropped));
     EXPECT_EQ(described(*data.layerManager()),
               "0|cam\ncam 0\n  In 1 1 1 at -1: 3=1\n  In 0 0 2 at -1:\n");
 
@@ -354,10 +396,35 @@ TEST(LayerData, OddContentsAreReadAsFarAsTheyMakeSense) {
                                        layer + "more"),
               MS::kFailure);
     EXPECT_EQ(described(*fromBytes.layerManager()), "0|cam\ncam 0\n  In 1 1 0 at -1: 3=1\n");
-    EXPECT_THAT(messages.take(), ElementsAre("[Vellum2] Failed to load draw data: In (1)",
-                                             "[Vellum2] Dropped a drawing of In at frame 3: there "
-                                             "is another one already",
-                                             "[Vellum2] Unexpected data behind the last layer"));
+    EXPECT_THAT(messages.take(),
+                ElementsAre("[Vellum2] Failed to load draw data: In (1)",
+                            "[Vellum2] Unexpected data behind the last layer", dropped));
+}
+
+TEST(LayerData, DrawingsThatMeetInACoarserUnitAreToldTogether) {
+    const CleanScene scene;
+    drawing::Messages messages;
+    BaseNodeLayerData data;
+    data.createLayerManager();
+    std::vector<int> times;
+    for (int time = 1; time <= 30; ++time)
+        times.push_back(time);
+    data.layerManager()->insertLayer("cam", -1, drawing::layerWith("Ink", {1, 2, 3, 4, 5, 6}, 1));
+    data.layerManager()->insertLayer("cam", -1, drawing::layerWith("Alone", {1, 7}, 10));
+    data.layerManager()->insertLayer("cam", -1, drawing::layerWith("Fill", times, 20));
+    MTime::setUIUnit(MTime::k6FPS); // four of film's frames have one number
+    BaseNodeLayerData fromBytes;
+    EXPECT_EQ(readBytes(fromBytes, binary(data)), MS::kSuccess);
+    BaseNodeLayerData fromWords;
+    EXPECT_EQ(read(fromWords, tokens(ascii(data))), MS::kSuccess);
+    const std::string told = "[Vellum2] Drawings dropped, because their layer has another one at "
+                             "their frame: 26 (Ink at 0, 1; Fill at 0, 1, 2, 3, 4, 5, 6, 7)";
+    EXPECT_THAT(messages.take(), ElementsAre(told, told));
+    for (const BaseNodeLayerData* read : {&fromBytes, &fromWords}) {
+        EXPECT_EQ(read->layerManager()->layer("cam", 0)->frameTimes(), (QList<int>{0, 1}));
+        EXPECT_EQ(read->layerManager()->layer("cam", 1)->frameTimes(), (QList<int>{0, 1}));
+        EXPECT_EQ(read->layerManager()->layer("cam", 2)->frameCount(), 8);
+    }
 }
 
 namespace {

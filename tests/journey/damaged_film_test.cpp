@@ -150,6 +150,9 @@ TEST_F(DamagedFilm, IsSavedOverOnlyByWhoInsists) {
     EXPECT_EQ(bytes("damaged.ma"), damaged);
     outcome = run(open + "file -rename \"other.ma\";" + save);
     EXPECT_THAT(outcome.out, HasSubstr("refused 0"));
+    ASSERT_TRUE(QFile::link(path("."), path("alias")));
+    outcome = run(open + "file -rename \"alias/damaged.ma\";" + save);
+    EXPECT_THAT(outcome.out, HasSubstr("refused 1")) << "another way to the same file";
     outcome =
         run(open + "file -f -new; file -f -o \"film.ma\"; file -rename \"damaged.ma\";" + save);
     EXPECT_THAT(outcome.out, HasSubstr("refused 0")) << "another scene was opened since";
@@ -157,6 +160,37 @@ TEST_F(DamagedFilm, IsSavedOverOnlyByWhoInsists) {
     outcome = run(open + save + save);
     EXPECT_THAT(outcome.out, HasSubstr("refused 1\nrefused 0"));
     EXPECT_EQ(bytes("damaged.ma").count(kHexPicture), kDrawings - 1);
+}
+
+// A film's frames 1 to 6 have the numbers 0, 1, 1, 2, 2 and 3 at half the rate.
+TEST_F(DamagedFilm, DrawingsThatMeetAreToldAndGuardedAsDamageIs) {
+    for (const QByteArray name : {"coarser.ma", "coarser.mb"}) {
+        SCOPED_TRACE(name.constData());
+        const QByteArray picture = name.endsWith("ma") ? kHexPicture : kPicture;
+        const QByteArray save = "print (\"refused \" + catch(`file -f -save`) + \"\\n\");";
+        run("currentUnit -time film; rvVellumNode -layer -camera persp;"
+            "for ($i = 1; $i <= 6; ++$i) { currentTime $i; rvVellumFrame -insert persp; }"
+            "currentUnit -time \"12fps\"; file -rename \"" +
+            name + "\";" + save);
+        const QByteArray film = bytes(QString::fromLatin1(name));
+        ASSERT_EQ(film.count(picture), 6);
+        const QByteArray open = "file -f -o \"" + name + "\";";
+        const std::string told = "Drawings dropped, because their layer has another one at their "
+                                 "frame: 2 (Layer at 1, 2)";
+
+        Outcome outcome = run(open + save + "file -rename \"other\";" + save);
+        EXPECT_THAT(outcome.out, HasSubstr("refused 1\nrefused 0"));
+        const auto at = outcome.err.find(told);
+        ASSERT_NE(at, std::string::npos) << outcome.err;
+        EXPECT_EQ(outcome.err.find("dropped", at + told.size()), std::string::npos) << "told twice";
+        EXPECT_EQ(bytes(QString::fromLatin1(name)), film);
+
+        outcome = run(open + save + save);
+        EXPECT_THAT(outcome.out, HasSubstr("refused 1\nrefused 0"));
+        EXPECT_EQ(bytes(QString::fromLatin1(name)).count(picture), 4);
+        outcome = run(open + save);
+        EXPECT_THAT(outcome.out, HasSubstr("refused 0")) << "nothing meets any more";
+    }
 }
 
 } // namespace

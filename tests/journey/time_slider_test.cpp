@@ -262,6 +262,14 @@ TEST_F(TimeSliderMarkers, OnlyAMoveMovesThem) {
     hand.release();
     EXPECT_EQ(slider().range().end, 30);
     EXPECT_THAT(markers(), ElementsAre(10, 15, 20)) << "made longer";
+    hand.moveTo(slider(), {slider().xOf(8) * scale, slider().height() / 2 * scale});
+    hand.press();
+    hand.moveTo(slider(), {slider().xOf(5) * scale, slider().height() / 2 * scale});
+    EXPECT_THAT(markers(), ElementsAre(10, 15, 20));
+    hand.release();
+    EXPECT_EQ(slider().range().start, 5);
+    EXPECT_THAT(markers(), ElementsAre(10, 15, 20)) << "made longer at its start";
+    highlight(8, 29);
 
     grab(12);
     dragTo(15);

@@ -4,9 +4,11 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <functional>
@@ -34,7 +36,7 @@ protected:
         look.start(1);
         errors.clear();
         EXPECT_EQ(run(line), succeeds) << line.toStdString();
-        EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+        EXPECT_EQ(errors.isEmpty(), succeeds) << allErrors().toStdString();
         return seen;
     }
 
@@ -111,6 +113,39 @@ TEST_F(Questions, WhetherToResetTheInterface) {
     }
     // Closing the box is no answer.
     EXPECT_EQ(answered(QStringLiteral("rvVellumUtil -rui"), [](QDialog& box) { box.reject(); }), 1);
+}
+
+TEST_F(Questions, WhetherToSaveOverAFileNotReadWhole) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("shot.ma"));
+    const auto content = [&path] {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    // In the coarser unit both drawings have the number 1.
+    ASSERT_TRUE(
+        run(QStringLiteral("currentUnit -time film; rvVellumNode -layer -camera persp;"
+                           "currentTime 2; rvVellumFrame -insert persp; currentTime 3;"
+                           "rvVellumFrame -insert persp; currentUnit -time \"12fps\";"
+                           "file -rename \"%1\"; file -type mayaAscii -save; file -f -o \"%1\"")
+                .arg(path)));
+    const QByteArray before = content();
+    ASSERT_FALSE(before.isEmpty());
+    const QString save = QStringLiteral("file -save");
+    for (const bool yes : {false, true}) {
+        SCOPED_TRACE(yes ? "answered yes" : "answered no");
+        const auto answer = [yes](QDialog& dialog) {
+            auto* question = qobject_cast<QMessageBox*>(&dialog);
+            ASSERT_NE(question, nullptr);
+            EXPECT_TRUE(question->text().contains(QStringLiteral("1 (Layer at 1)")))
+                << question->text().toStdString();
+            EXPECT_EQ(question->defaultButton(), question->button(QMessageBox::No));
+            question->button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
+        };
+        EXPECT_EQ(answered(save, answer, yes), 1);
+        EXPECT_EQ(content() == before, !yes);
+    }
+    EXPECT_EQ(answered(save, [](QDialog&) {}), 0) << "who has said yes is not asked again";
 }
 
 } // namespace

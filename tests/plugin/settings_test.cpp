@@ -35,6 +35,11 @@ protected:
         file.write(text.toUtf8());
     }
 
+    QByteArray content() const {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
     void load(const QString& text) {
         resetSettings();
         write(text);
@@ -223,10 +228,6 @@ TEST_F(SettingsFile, ObjectsInTheFileAreNeitherBuiltNorLost) {
 }
 
 TEST_F(SettingsFile, DamageNeverReachesWhatIsSaved) {
-    const auto content = [this] {
-        QFile file(path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
     write(QStringLiteral("[later]\nlist=\"a, b\", c\nlines=one\\\ntwo\n[main]\nstranger=1\n"));
     settings().mainMenuName = QStringLiteral("\"Скетч\"; @[x]");
     settings().toolboxGeometry = QByteArray::fromHex("00ff0d0a2c2240");
@@ -288,24 +289,38 @@ TEST_F(SettingsFile, WhatIsNoFileIsLeftAlone) {
 
 #ifdef Q_OS_UNIX
 TEST_F(SettingsFile, AWriteThatBreaksOffLeavesTheOldFile) {
-    settings().mainMenuName = QStringLiteral("whole");
-    ASSERT_TRUE(saveSettingsTo(path()));
-    settings().mainMenuName = QString(3000, QLatin1Char('x'));
-    settings().toolboxGeometry = QByteArray(200000, 'g');
+    constexpr rlim_t room = 100000; // bytes a file may have; a full disk would be the same
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    rlimit small = before;
-    small.rlim_cur = 100000; // bytes; a full disk would be the same
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const bool saved = saveSettingsTo(path());
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(saved);
-    resetSettings();
-    loadSettingsFrom(path());
-    EXPECT_EQ(settings().mainMenuName, QStringLiteral("whole"));
-    EXPECT_EQ(QDir(directory_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    const struct {
+        const char* what;
+        QByteArray geometry;
+        QByteArray stranger;
+    } cases[] = {
+        {"our own keys, in the draft already", QByteArray(200000, 'g'), "short"},
+        {"strangers' keys, in the file alone", "short", QByteArray(200000, 's')},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.what);
+        resetSettings();
+        settings().mainMenuName = QStringLiteral("whole");
+        write(QStringLiteral("[strangers]\nkey=") + QString::fromLatin1(one.stranger));
+        ASSERT_TRUE(saveSettingsTo(path()));
+        const QByteArray old = content();
+        ASSERT_TRUE(old.contains(one.stranger));
+        settings().mainMenuName = QString(3000, QLatin1Char('x'));
+        settings().toolboxGeometry = one.geometry;
+        rlimit small = before;
+        small.rlim_cur = room;
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+        const bool saved = saveSettingsTo(path());
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handler);
+        EXPECT_FALSE(saved);
+        EXPECT_TRUE(content() == old);
+        EXPECT_EQ(QDir(directory_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    }
 }
 #endif
 

@@ -113,6 +113,15 @@ bool isCanvasHeader(const Chunk& chunk) {
            std::equal(std::begin(usualKind), std::end(usualKind), chunk.data + 8);
 }
 
+/// The canvas without what else its file said (texts, colour profile, resolution): QImage keeps
+/// that and would write it again.
+QImage pixelsOf(const QImage& canvas) {
+    QImage pixels(canvas.size(), QImage::Format_RGBA8888);
+    for (int y = 0; y < kCanvasSize; ++y)
+        std::memcpy(pixels.scanLine(y), canvas.constScanLine(y), kRowBytes - 1);
+    return pixels;
+}
+
 } // namespace
 
 bool pngProvenGood(const QByteArray& png) {
@@ -131,7 +140,7 @@ bool pngProvenGood(const QByteArray& png) {
             if (!pixels.feed(chunk))
                 return false;
         } else if (chunk.is("IEND")) {
-            return chunk.size == 0 && pixels.isComplete();
+            return chunk.size == 0 && pixels.isComplete() && position == png.size();
         } else if (!(chunk.is("pHYs") && chunk.size == 9 && stage == BeforePixels)) {
             return false;
         }
@@ -139,13 +148,17 @@ bool pngProvenGood(const QByteArray& png) {
     return false;
 }
 
-bool pngLoads(const QByteArray& png) {
+QByteArray canvasPng(const QByteArray& png) {
     if (pngHeaderSize(png) != QSize(kCanvasSize, kCanvasSize))
-        return false;
+        return {};
     if (pngProvenGood(png))
-        return true;
+        return png;
     QImage image;
-    return pngToImage(png, image);
+    if (!pngToImage(png, image))
+        return {};
+    QByteArray own;
+    imageToPng(pixelsOf(image), own);
+    return own;
 }
 
 } // namespace vellum

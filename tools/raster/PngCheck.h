@@ -6,13 +6,16 @@
 
 namespace vellum {
 
-/// True exactly when QImage loads the bytes as a PNG of 1024 x 1024 pixels. The header is looked at
-/// first, so a picture of any other size costs nothing. The usual kind (8-bit RGBA, not interlaced,
-/// only the chunks every encoder writes) is proven by checksums and by inflating it through a small
-/// window; whatever cannot be proven that way is decoded once to find out.
-bool pngLoads(const QByteArray& png);
+/// The picture in the form that imageToPng() writes; empty unless QImage loads the bytes as a PNG
+/// of 1024 x 1024 pixels. The header is looked at first, so a picture of any other size costs
+/// nothing. Our own form is given back as it is: it is proven by checksums and by inflating it
+/// through a small window. Any other (16 bits, a palette, interlaced, with texts or a colour
+/// profile) is decoded and encoded anew, without what belongs to no drawing.
+QByteArray canvasPng(const QByteArray& png);
 
-/// The fast proof alone: true means that the bytes certainly load, false that decoding must tell.
+/// The fast proof alone, for our own form (8-bit RGBA, not interlaced, no chunk that we do not
+/// write, nothing behind the end): true means that the bytes certainly load, false that decoding
+/// must tell.
 bool pngProvenGood(const QByteArray& png);
 
 } // namespace vellum

@@ -45,7 +45,12 @@ std::unique_ptr<Frame> Frame::fromPng(const MTime& time, const QByteArray& png) 
 }
 
 std::unique_ptr<Frame> Frame::copy() const {
-    return fromPng(time_, pngBytes());
+    const QByteArray png = pngBytes();
+    if (!png.isEmpty())
+        return fromPng(time_, png);
+    auto frame = std::make_unique<Frame>(time_);
+    frame->setImage(image_);
+    return frame;
 }
 
 int Frame::intTime() const {

@@ -28,7 +28,7 @@ public:
     /// A packed frame of bytes that canvasPng() gave (PngCheck.h); nothing is decoded.
     static std::unique_ptr<Frame> fromPng(const MTime& time, const QByteArray& png);
 
-    /// An independent frame with the same time and picture, packed.
+    /// An independent frame with the same time and picture; packed, unless encoding fails.
     std::unique_ptr<Frame> copy() const;
 
     const MTime& time() const { return time_; }

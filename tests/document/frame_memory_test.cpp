@@ -9,6 +9,32 @@
 using namespace vellum;
 using drawing::CleanScene;
 
+// The linker gives calls of imageToPng to the first of these, and calls of the second to it
+// (--wrap in CMakeLists.txt): nothing else lets an encoder fail that writes to memory.
+namespace {
+bool encodingFails = false;
+}
+void encodeUnlessItFails(const QImage& image, QByteArray& bytes) asm(
+    "__wrap__ZN6vellum10imageToPngERK6QImageR10QByteArray");
+void reallyEncode(const QImage& image,
+                  QByteArray& bytes) asm("__real__ZN6vellum10imageToPngERK6QImageR10QByteArray");
+
+void encodeUnlessItFails(const QImage& image, QByteArray& bytes) {
+    bytes.clear();
+    if (!encodingFails)
+        reallyEncode(image, bytes);
+}
+
+namespace {
+class FailingEncoder {
+public:
+    FailingEncoder() { encodingFails = true; }
+    ~FailingEncoder() { encodingFails = false; }
+    FailingEncoder(const FailingEncoder&) = delete;
+    FailingEncoder& operator=(const FailingEncoder&) = delete;
+};
+} // namespace
+
 TEST(Frame, BytesStayTheSameObjectUntilThePictureChanges) {
     const CleanScene scene;
     QByteArray png;
@@ -54,6 +80,29 @@ TEST(Frame, BytesThatDoNotDecodeAreReportedOnceAndKept) {
     EXPECT_EQ(messages.take(),
               (std::vector<std::string>{"[Vellum2] Failed to decode the drawing at frame 12"}));
     EXPECT_EQ(frame->pngBytes(), png);
+}
+
+TEST(Frame, APictureThatCannotBeEncodedStaysDecoded) {
+    const CleanScene scene;
+    FrameCache::packAll();
+    const int before = FrameCache::decodedCount();
+    FrameCache::setBudget(before + 1);
+    auto frame = drawing::frameWith(1, drawing::marked(3));
+    {
+        const FailingEncoder failing;
+        frame->pack();
+        EXPECT_TRUE(frame->isDecoded());
+        EXPECT_TRUE(frame->pngBytes().isEmpty());
+        const auto other = drawing::frameWith(2, drawing::marked(4)); // asks for its place
+        EXPECT_EQ(drawing::markOf(frame->image()), 3);
+        EXPECT_EQ(drawing::markOf(other->image()), 4);
+        EXPECT_EQ(drawing::markOf(frame->copy()->image()), 3) << "nor is a copy blank";
+    }
+    // Better a picture that is written late than none.
+    EXPECT_FALSE(frame->pngBytes().isEmpty());
+    frame->pack();
+    EXPECT_FALSE(frame->isDecoded());
+    EXPECT_EQ(drawing::markOf(frame->image()), 3);
 }
 
 TEST(Frame, MoreThanTheBudgetIsPackedLeastRecentlyUsedFirst) {
@@ -119,4 +168,27 @@ TEST(Document, ALongFilmShownFrameByFrameKeepsToTheBudget) {
         EXPECT_TRUE(manager.layer("shotCam", 0)->currentFrame()->isHeld());
         EXPECT_TRUE(manager.layer("shotCam", 1)->frameAt(0)->isDecoded());
     }
+}
+
+TEST(Document, OnlyTheCamerasShownLastKeepTheirPicturesDecoded) {
+    const CleanScene scene;
+    LayerManager manager;
+    const auto camera = [](int i) { return QStringLiteral("camera%1").arg(i); };
+    constexpr int cameras = 7;
+    for (int i = 0; i < cameras; ++i)
+        manager.insertLayer(camera(i), 0, drawing::layerWith("A", {1}, i + 1));
+    drawing::goTo(manager, 1);
+    for (int i = 0; i < cameras; ++i)
+        manager.compositeCamera(camera(i));
+    const auto decoded = [&] {
+        FrameCache::packAll();
+        std::string pattern;
+        for (int i = 0; i < cameras; ++i)
+            pattern += manager.layer(camera(i), 0)->frameAt(0)->isDecoded() ? 'D' : '.';
+        return pattern;
+    };
+    EXPECT_EQ(decoded(), "...DDDD") << "as many as Maya has panels at once";
+    manager.setLayerOpacity(camera(1), 0, 0.5F);
+    manager.compositeCamera(camera(1));
+    EXPECT_EQ(decoded(), ".D..DDD") << "the one shown longest ago goes";
 }

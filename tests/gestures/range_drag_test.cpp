@@ -70,6 +70,14 @@ TEST_F(RangeDragged, WhatIsNoMoveMovesNothing) {
     dragTo(10, 25);
     EXPECT_EQ(drag.offset(), 0) << "made longer";
     EXPECT_EQ(drag.release(highlighted), (Move{0, 10, 19}));
+    grab();
+    dragTo(6, 25);
+    EXPECT_EQ(drag.offset(), 0) << "made longer at its start";
+    EXPECT_EQ(drag.release(highlighted), (Move{0, 10, 24}));
+    grab();
+    dragTo(17, 25);
+    EXPECT_EQ(drag.offset(), 0) << "made shorter at its start";
+    EXPECT_EQ(drag.release(highlighted), (Move{0, 6, 24}));
     // The time that changes by itself, as in playback.
     grab();
     drag.follow(Range{13, 28});

@@ -319,15 +319,35 @@ TEST_F(Drawing, NewSceneDuringAStrokeEndsItQuietly) {
     EXPECT_TRUE(errors.isEmpty()) << errors.join(QStringLiteral(" | ")).toStdString();
 }
 
-TEST_F(Drawing, PressWithoutReleaseIsEndedByTheNext) {
-    drag({{100, 100}, {200, 100}});
-    press(Qt::MiddleButton); // a second button in the same drag
-    release(Qt::MiddleButton);
-    release();
-    stroke({{100, 200}, {200, 200}});
-    EXPECT_GT(alphaAt(imagePixel({110, 100})), 0);
-    EXPECT_GT(alphaAt(imagePixel({110, 200})), 0);
-    EXPECT_EQ(document()->currentStroke(), nullptr);
+TEST_F(Drawing, AStrokeWhoseReleaseNeverCameIsKeptByTheNextPress) {
+    class Swallower : public QObject {
+    protected:
+        bool eventFilter(QObject*, QEvent* event) override {
+            return event->type() == QEvent::MouseButtonRelease;
+        }
+    };
+    int row = 60;
+    for (const Tool tool : {Tool::Pencil, Tool::Line}) {
+        SCOPED_TRACE(numberOf(tool));
+        settings().activeTool = tool;
+        settings().of(tool).size = 12;
+        drag({{100, row}, {200, row}});
+        {
+            Swallower swallower;
+            view().installEventFilter(&swallower);
+            release();
+        }
+        ASSERT_NE(document()->currentStroke(), nullptr);
+        stroke({{100, row + 60}, {200, row + 60}});
+        EXPECT_EQ(document()->currentStroke(), nullptr);
+        EXPECT_EQ(alphaAt(imagePixel({120, row})), 255);
+        EXPECT_EQ(alphaAt(imagePixel({120, row + 60})), 255);
+        // Each is a step of its own.
+        ASSERT_TRUE(run(QStringLiteral("undo")));
+        EXPECT_EQ(alphaAt(imagePixel({120, row})), 255);
+        EXPECT_EQ(alphaAt(imagePixel({120, row + 60})), 0);
+        row += 120;
+    }
 }
 
 TEST_F(Drawing, RefusedPressLeavesNoEffect) {

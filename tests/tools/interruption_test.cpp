@@ -130,6 +130,23 @@ TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
     EXPECT_NE(picture(), first);
 }
 
+TEST_F(Interrupted, ALayerLockedUnderThePointerStaysAsItIs) {
+    stroke(100);
+    const QImage first = picture();
+    for (const Tool tool : {Tool::Pencil, Tool::Eraser, Tool::Brush}) {
+        SCOPED_TRACE(numberOf(tool));
+        settings().activeTool = tool;
+        drag(tool == Tool::Eraser ? 100 : 200);
+        document()->setLayerState(camera, 0, LayerState::Locked);
+        release();
+        nothingIsStuck();
+        EXPECT_EQ(picture(), first);
+        document()->setLayerState(camera, 0, LayerState::Animated);
+    }
+    ASSERT_TRUE(run(QStringLiteral("undo"))); // the one stroke there was
+    EXPECT_EQ(document()->cameraLayerCount(camera), 0);
+}
+
 TEST_F(Interrupted, SceneOpenedUnderThePointer) {
     stroke(100);
     const QImage first = picture();

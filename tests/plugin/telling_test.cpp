@@ -10,11 +10,14 @@
 #include "plugin/entry/SceneEvents.h"
 #include "plugin/session/PluginState.h"
 #include "script/PluginCommands.h"
+#include "support/Sure.h"
 #include "tools/interaction/StrokeCommand.h"
 #include "tools/raster/Stroke.h"
 
 #include <algorithm>
 #include <map>
+
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -181,7 +184,7 @@ TEST_F(Telling, TimeLooksOnce) {
     const Cost cost = costOf(line("currentTime 20"));
     EXPECT_EQ(cost.looks, 1) << cost.text().toStdString();
     EXPECT_EQ(cost.surfaces, (std::map<QString, int>{{line("markers"), 1}}));
-    EXPECT_EQ(document()->currentFrame(line("persp"))->intTime(), 20);
+    EXPECT_EQ(sure(document()->currentFrame(line("persp"))).intTime(), 20);
     EXPECT_EQ(costOf(line("select -r persp")).looks, 1);
     host::counters() = {};
     host::events::emit("timeUnitChanged");

@@ -2,6 +2,7 @@
 #include "plugin/base/QtCompat.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 #include "ui/InputInjector.h"
@@ -12,6 +13,8 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
+
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -146,7 +149,7 @@ TEST_F(InputHandler, DrawMenu) {
     settings().activeTool = Tool::Line;
     settings().ghostNext = true;
     const std::unique_ptr<QMenu> menu(handler.makeDrawMenu(window.get()));
-    EXPECT_EQ(labels(*menu),
+    ASSERT_EQ(labels(*menu),
               (QStringList{"Top (active)", "Fish && chips", "-", "Transform", "-", "Draw Tool", "-",
                            "Layer", "Frame", "Ghosting", "-", "Toolbox...", "Tool Options...",
                            "Layer Manager...", "Retiming Tool...", "-", "Display Timeline Frames",
@@ -158,13 +161,13 @@ TEST_F(InputHandler, DrawMenu) {
         }
         return static_cast<QMenu*>(nullptr);
     };
-    EXPECT_EQ(labels(*sub("Frame")),
+    EXPECT_EQ(labels(sure(sub("Frame"))),
               (QStringList{"Insert Frame(s)", "Duplicate Frame", "Delete Frame(s)", "-",
                            "Cut Frame(s)", "Copy Frame(s)", "Paste Frame(s)", "-", "Clear Frame(s)",
                            "-", "Step Forward", "Step Back"}));
     QStringList checked;
     for (const char* label : {"Draw Tool", "Ghosting", "Display Timeline Frames"}) {
-        for (const QAction* action : sub(label)->actions()) {
+        for (const QAction* action : sure(sub(label)).actions()) {
             if (action->isChecked())
                 checked.append(action->text());
         }
@@ -175,7 +178,7 @@ TEST_F(InputHandler, DrawMenu) {
     EXPECT_EQ(document()->activeLayerIndex(camera), 0);
 
     const std::unique_ptr<QMenu> timeline(handler.makeTimelineMenu(window.get()));
-    EXPECT_EQ(
+    ASSERT_EQ(
         labels(*timeline),
         (QStringList{"Vellum 2", "-", "Insert Frame(s)", "Duplicate Frame", "Delete Frame(s)", "-",
                      "Cut Frame(s)", "Copy Frame(s)", "Paste Frame(s)", "-", "Clear Frame(s)"}));

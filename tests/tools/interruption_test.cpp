@@ -7,12 +7,15 @@
 #include "plugin/base/Settings.h"
 #include "plugin/session/SceneTime.h"
 #include "support/FrameChanges.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 
 #include <QTemporaryDir>
 
 #include <functional>
+
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -188,14 +191,14 @@ TEST_F(Interrupted, CameraRenamedWhileStrokesWaitToBeUndone) {
     stroke(100);
     stroke(200);
     ASSERT_EQ(document()->cameraLayerCount(shot), 1);
-    const QImage both = document()->currentFrame(shot)->image();
+    const QImage both = sure(document()->currentFrame(shot)).image();
     ASSERT_TRUE(run(QStringLiteral("rename shotCam otherCam")));
     ASSERT_TRUE(run(QStringLiteral("undo; undo")));
-    EXPECT_NE(document()->currentFrame(shot)->image(), both);
+    EXPECT_NE(sure(document()->currentFrame(shot)).image(), both);
     ASSERT_TRUE(run(QStringLiteral("undo")));
     EXPECT_EQ(document()->cameraLayerCount(shot), 0);
     ASSERT_TRUE(run(QStringLiteral("redo; redo; redo"))); // renamed again
-    EXPECT_EQ(document()->currentFrame(shot)->image(), both);
+    EXPECT_EQ(sure(document()->currentFrame(shot)).image(), both);
 
     drag(300); // through the camera of the new name: layers of its own
     ASSERT_TRUE(run(QStringLiteral("rename otherCam thirdCam")));
@@ -203,7 +206,7 @@ TEST_F(Interrupted, CameraRenamedWhileStrokesWaitToBeUndone) {
     nothingIsStuck();
     stroke(300);
     EXPECT_EQ(document()->cameraLayerCount(QStringLiteral("thirdCam")), 1);
-    EXPECT_EQ(document()->currentFrame(shot)->image(), both);
+    EXPECT_EQ(sure(document()->currentFrame(shot)).image(), both);
 
     drag(100);
     ASSERT_TRUE(run(QStringLiteral("lookThroughModelPanel persp `getPanel -withFocus`; "

@@ -2,6 +2,7 @@
 #include "document/Frame.h"
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 #include "ui/ViewWidget.h"
 
@@ -11,6 +12,9 @@
 #include <QProcess>
 
 #include <functional>
+
+using support::firstOf;
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -60,7 +64,7 @@ protected:
 TEST_F(Text, FollowsThePointerUntilReleasedAndShowsItsFrameWhileEdited) {
     drawTo({150, 120}, {200, 160});
     release();
-    const StrokePoint at = document()->currentStroke()->points.front();
+    const StrokePoint at = firstOf(sure(document()->currentStroke()).points);
     EXPECT_EQ(QPoint(at.x, at.y), imagePixel({200, 160}));
     const QImage empty = shown();
     EXPECT_GT(inkIn(empty), 100) << "the frame of an empty text";

@@ -1,8 +1,7 @@
 // Texts, from the press to the commit: where they stand, what is typed, what ends them.
 #include "document/Frame.h"
-#include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
-#include "tools/ToolSession.h"
+#include "tools/TextSession.h"
 #include "ui/ViewWidget.h"
 
 #include <QApplication>
@@ -15,41 +14,13 @@
 namespace vellum::test {
 namespace {
 
-class Text : public ToolSession {
+class Text : public TextSession {
 protected:
-    void SetUp() override {
-        ToolSession::SetUp();
-        settings().activeTool = Tool::Text;
-        settings().of(Tool::Text).fontFamily = QStringLiteral("DejaVu Sans");
-        settings().of(Tool::Text).size = 40;
-        settings().activeColor = QColor(30, 60, 250);
-        activateDrawTool();
-    }
-
-    void begin(QPoint place = {150, 120}) {
-        moveTo(place);
-        press();
-        ASSERT_TRUE(waitFor([this] { return sampled() == 1; }));
-        release();
-    }
-    QString typed() {
-        const Stroke* stroke = document()->currentStroke();
-        return stroke ? stroke->text : QStringLiteral("<no text>");
-    }
     void compose(const QString& committed, const QString& composing = {}) {
         QInputMethodEvent event(composing, {});
         event.setCommitString(committed);
         ASSERT_NE(QApplication::focusWidget(), nullptr);
         QApplication::sendEvent(QApplication::focusWidget(), &event);
-    }
-    // Picture pixels with ink.
-    static int inkIn(const QImage& image) {
-        int found = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                found += qAlpha(image.pixel(x, y)) > 0 ? 1 : 0;
-        }
-        return found;
     }
     QImage shown() {
         const QImage* composite = document()->compositeCamera(camera);

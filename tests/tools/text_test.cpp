@@ -82,7 +82,7 @@ TEST_F(Text, KeysAreTyped) {
 // What a keyboard of another script sends: one key, its text.
 TEST_F(Text, EveryCharacterThatAKeyWritesIsTyped) {
     begin();
-    const auto send = [this](int code, const QString& written) {
+    const auto send = [](int code, const QString& written) {
         QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier, written);
         QApplication::sendEvent(QApplication::focusWidget(), &event);
     };

@@ -3,6 +3,7 @@
 #include "document/Changes.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
+#include "plugin/base/Report.h"
 #include "plugin/base/Settings.h"
 #include "plugin/entry/SaveGuard.h"
 #include "plugin/session/CameraNames.h"
@@ -77,6 +78,58 @@ void onUndoOrRedo(void*) {
     drawingsChanged(Change::Stepped);
 }
 
+/// The file would lack the text, and nothing would ask to save it any more.
+void beforeSaveCheck(bool* allowed, void*) {
+    UnfinishedWork* work = pluginState().unfinished;
+    *allowed = !work || work->settleText();
+    if (!*allowed)
+        report::error(
+            QStringLiteral("Scene not saved: the text that is being typed cannot be committed."));
+}
+
+/// Never refused: what saves a scene now and then, or copies nodes, is told in this way.
+void beforeExportCheck(bool* allowed, void*) {
+    *allowed = true;
+    UnfinishedWork* work = pluginState().unfinished;
+    if (work && !work->settleText())
+        report::warning(QStringLiteral(
+            "Exported without the text that is being typed: it cannot be committed."));
+}
+
+void forgetUnfinished(void*) {
+    if (UnfinishedWork* work = pluginState().unfinished)
+        work->forget();
+}
+
+struct Check {
+    MSceneMessage::Message message;
+    MMessage::MCheckFunction handler;
+};
+
+constexpr Check kChecks[] = {
+    {MSceneMessage::kBeforeSaveCheck, beforeSaveCheck},
+    {MSceneMessage::kBeforeExportCheck, beforeExportCheck},
+};
+
+constexpr MSceneMessage::Message kSceneGoes[] = {
+    MSceneMessage::kBeforeNew,
+    MSceneMessage::kAfterNew,
+    MSceneMessage::kBeforeOpen,
+};
+
+/// What is typed or drawn is in the scene before that is written, and goes with it.
+void installUnfinishedEvents(MCallbackIdArray& ids) {
+    MStatus status;
+    const auto keep = [&](MCallbackId id) {
+        if (status == MS::kSuccess)
+            ids.append(id);
+    };
+    for (const Check& check : kChecks)
+        keep(MSceneMessage::addCheckCallback(check.message, check.handler, nullptr, &status));
+    for (const MSceneMessage::Message message : kSceneGoes)
+        keep(MSceneMessage::addCallback(message, forgetUnfinished, nullptr, &status));
+}
+
 struct Event {
     const char* name;
     MMessage::MBasicFunction handler;
@@ -110,6 +163,7 @@ void installSceneEvents() {
         if (status == MS::kSuccess)
             pluginState().callbackIds.append(id);
     }
+    installUnfinishedEvents(pluginState().callbackIds);
     installSaveGuard(pluginState().callbackIds);
 }
 

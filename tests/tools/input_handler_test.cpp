@@ -26,7 +26,8 @@ public:
         return true;
     }
     void typeText(const QString& text, const QString&) override { typed += text; }
-    void commitText() override { ++commits; }
+    bool commitText() override { return ++commits > 0; }
+    bool settleText() override { return commitText(); }
     QString typed;
     int commits = 0;
 };
@@ -113,15 +114,38 @@ TEST_F(InputHandler, TypedKeysGoToTheTextAndCommandsDoNot) {
     EXPECT_TRUE(send(QEvent::KeyPress, Qt::Key_B, {}, QStringLiteral("b")));
     EXPECT_FALSE(handler.sizeKeyHeld());
     EXPECT_EQ(typist.typed, QStringLiteral("b"));
-    EXPECT_FALSE(send(QEvent::ShortcutOverride, Qt::Key_S, Qt::ControlModifier));
-    EXPECT_TRUE(send(QEvent::ShortcutOverride, Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier,
-                     QStringLiteral("@"))); // AltGr
+    const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::AltModifier;
+    const struct {
+        int key;
+        Qt::KeyboardModifiers held;
+        QString text;
+        bool isTyped;
+        int commits;
+    } keys[] = {
+        {Qt::Key_Control, Qt::ControlModifier, {}, false, 0}, // of itself it is nothing yet
+        {Qt::Key_Alt, both, {}, false, 0},
+        {Qt::Key_Q, both, QStringLiteral("@"), true, 0}, // AltGr
+        {Qt::Key_E, Qt::GroupSwitchModifier, QStringLiteral("€"), true, 0},
+        {Qt::Key_Dead_Tilde, both, {}, true, 0},
+        {Qt::Key_A, Qt::ShiftModifier, QStringLiteral("A"), true, 0},
+        {Qt::Key_T, both, QString(QChar(0x14)), false, 1},
+        {Qt::Key_S, Qt::ControlModifier, QString(QChar(0x13)), false, 1},
+        {Qt::Key_X, Qt::AltModifier, QStringLiteral("x"), false, 1},
+    };
+    for (const auto& each : keys) {
+        SCOPED_TRACE(each.key);
+        typist.commits = 0;
+        EXPECT_EQ(send(QEvent::ShortcutOverride, each.key, each.held, each.text), each.isTyped);
+        EXPECT_EQ(typist.commits, each.commits) << "a hotkey leaves no press";
+    }
+    typist.commits = 0;
     QInputMethodEvent composed;
     composed.setCommitString(QStringLiteral("é"));
     QApplication::sendEvent(&view(), &composed);
     EXPECT_EQ(typist.typed, QStringLiteral("bé"));
     handler.activate(false);
     EXPECT_EQ(typist.commits, 1);
+    handler.setTextTarget(nullptr);
     EXPECT_FALSE(send(QEvent::KeyPress, Qt::Key_C, {}, QStringLiteral("c")));
     EXPECT_EQ(typist.typed, QStringLiteral("bé"));
 }

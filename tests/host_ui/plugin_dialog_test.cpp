@@ -232,3 +232,92 @@ TEST_F(PluginDialogs, HaveTheColoursOfTheMainWindow) {
     qApp->setStyleSheet({});
     QApplication::setPalette(before);
 }
+
+TEST_F(PluginDialogs, OneWithoutFocusLeavesTheKeysToTheView) {
+    auto* button = new QPushButton(QStringLiteral("tool"), dialog);
+    button->setFocusPolicy(Qt::NoFocus);
+    dialog->layout()->addWidget(button);
+    dialog->setWindowFlag(Qt::WindowDoesNotAcceptFocus);
+    dialog->setAttribute(Qt::WA_ShowWithoutActivating);
+    int clicks = 0;
+    QObject::connect(button, &QPushButton::clicked, dialog, [&] { ++clicks; });
+    int undone = 0;
+    host::undoQueue().flush();
+    host::undoQueue().record(std::make_unique<CountingStep>(undone));
+    view().setFocus();
+    show();
+    click(*button);
+    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(QApplication::activeWindow(), window.get());
+    EXPECT_TRUE(view().hasFocus());
+    type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_EQ(undone, 1);
+    run("currentTime 5");
+    type({Qt::Key_Alt, Qt::Key_Period});
+    EXPECT_EQ(runInt("currentTime -q"), 6);
+    key(Qt::Key_Backslash, true);
+    EXPECT_TRUE(host::PanZoomKey::instance().isHeld());
+    key(Qt::Key_Backslash, false);
+    EXPECT_FALSE(host::PanZoomKey::instance().isHeld());
+}
+
+TEST_F(PluginDialogs, OneWithTheFocusKeepsWhatIsTypedAndPassesHotkeysOn) {
+    auto* field = new QLineEdit(dialog);
+    auto* button = new QPushButton(QStringLiteral("button"), dialog);
+    dialog->layout()->addWidget(field);
+    dialog->layout()->addWidget(button);
+    button->setAutoDefault(false);
+    int undone = 0;
+    host::undoQueue().flush();
+    for (int i = 0; i < 4; ++i)
+        host::undoQueue().record(std::make_unique<CountingStep>(undone));
+    activate();
+    click(*field);
+    type({Qt::Key_Z});
+    type({Qt::Key_Q});
+    type({Qt::Key_Backslash});
+    EXPECT_EQ(field->text(), "zq\\");
+    EXPECT_FALSE(host::PanZoomKey::instance().isHeld());
+    type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_EQ(field->text(), "");
+    type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_EQ(undone, 0) << "the field has nothing to undo, but it is the field's key";
+    run("currentTime 5");
+    type({Qt::Key_Alt, Qt::Key_Period});
+    EXPECT_EQ(runInt("currentTime -q"), 6);
+
+    button->setFocus();
+    type({Qt::Key_Control, Qt::Key_Z});
+    EXPECT_EQ(undone, 1);
+    type({Qt::Key_Z});
+    EXPECT_EQ(undone, 2);
+    // Held in the dialog, the key still pans once the pointer is pressed in the view, and is over
+    // when it is let go there.
+    auto& panZoom = host::PanZoomKey::instance();
+    key(Qt::Key_Backslash, true);
+    EXPECT_TRUE(panZoom.isHeld());
+    moveTo(view(), {60, 60});
+    press();
+    window->activateWindow(); // as a window manager does on a click
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    EXPECT_TRUE(panZoom.isHeld());
+    moveTo(view(), {80, 60});
+    release();
+    key(Qt::Key_Backslash, false);
+    EXPECT_FALSE(panZoom.isHeld());
+    EXPECT_EQ(runInt("getAttr perspShape.panZoomEnabled"), 1) << "the drag was a pan";
+
+    // A question takes the keys for itself.
+    QDialog question(dialog);
+    question.setModal(true);
+    question.move(600, 300);
+    question.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&question));
+    question.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&question));
+    type({Qt::Key_Control, Qt::Key_Z});
+    key(Qt::Key_Backslash, true);
+    EXPECT_FALSE(panZoom.isHeld());
+    key(Qt::Key_Backslash, false);
+    EXPECT_EQ(undone, 2);
+}

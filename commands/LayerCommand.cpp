@@ -256,7 +256,7 @@ MStatus LayerCommand::parse(const MArgDatabase& args) {
 }
 
 MStatus LayerCommand::run(bool (Edit::*verb)(LayerManager&)) {
-    const bool there = nodeForUndo(document_.lock().get(), camera_) != nullptr;
+    const bool there = requireNode(document_.lock().get(), camera_) != nullptr;
     return there && (*edit_.*verb)(*document_.lock()) ? MS::kSuccess : MS::kFailure;
 }
 

@@ -13,6 +13,7 @@
 #include "plugin/session/DrawingTarget.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/SceneNodes.h"
 #include "plugin/session/Timeline.h"
 #include "tools/interaction/ThreadManager.h"
 #include "tools/interaction/ViewMeasure.h"
@@ -306,9 +307,11 @@ void DrawContext::commit() {
     }
     if (stroke)
         camera_ = document->strokeCamera(); // it may have another name since the press
-    const bool done = script::execute(
-        command::commitStroke(camera_, added_.layerIndex(*document), added_.hasFrame()), true,
-        true);
+    // The command works on the drawing that is active now, which may be another one.
+    const bool done = requireNode(document.get(), camera_) &&
+                      script::execute(command::commitStroke(camera_, added_.layerIndex(*document),
+                                                            added_.hasFrame()),
+                                      true, true);
     if (!done) {
         document->discardStroke();
         added_.takeBackUntouched(*document);

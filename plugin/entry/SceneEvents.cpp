@@ -1,6 +1,7 @@
 #include "plugin/entry/SceneEvents.h"
 
 #include "document/Changes.h"
+#include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
@@ -14,6 +15,7 @@
 
 #include <maya/MEventMessage.h>
 #include <maya/MFileIO.h>
+#include <maya/MFnDagNode.h>
 #include <maya/MMessage.h>
 #include <maya/MNodeMessage.h>
 #include <maya/MObject.h>
@@ -21,6 +23,7 @@
 #include <maya/MString.h>
 
 #include <memory>
+#include <vector>
 
 namespace vellum {
 
@@ -52,10 +55,24 @@ void onNewScene(void*) {
     drawingsChanged(Change::Drawings);
 }
 
+/// Of several drawings only one is drawn on, and nothing in the view tells which.
+void sayWhichIsDrawnOn() {
+    const std::vector<BaseNode*> nodes = allNodes();
+    const BaseNode* active = activeAmong(nodes);
+    if (nodes.size() < 2 || !active)
+        return;
+    const MString name = MFnDagNode(active->thisMObject()).partialPathName();
+    report::warning(QString::fromLatin1("The scene has ") + QString::number(nodes.size()) +
+                    QString::fromLatin1(" drawings now. The one that is drawn on is ") +
+                    fromMaya(name) + QLatin1Char('.'));
+}
+
 void onImported(void*) {
-    if (const auto names = pluginState().cameraNames)
-        names->imported();
+    const auto names = pluginState().cameraNames;
+    const bool broughtDrawings = names && names->imported() > 0;
     drawingsChanged(Change::Drawings);
+    if (broughtDrawings)
+        sayWhichIsDrawnOn();
 }
 
 void onNameChanged(MObject& node, const MString& before, void*) {

@@ -115,7 +115,7 @@ TEST_F(Telling, LayerCommands) {
     for (const char* command :
          {"-e -act 0 shotCam", "-e -act 0 persp", "-add -n top persp", "-add -ls 1 shotCam",
           "-ins 1 -n ink persp", "-del 0 persp", "-mv 0 2 persp", "-mv 0 0 -nc shotCam persp",
-          "-mva persp shotCam", "-en sky 0 persp", "-ev 0 0 persp", "-es 1 0 persp", "-da persp",
+          "-mva persp shotCam", "-en sky 0 persp", "-ev 1 0 persp", "-es 1 0 persp", "-da persp",
           "-add top"})
         costsLittle(line("rvVellumLayer ") + line(command), {"layers markers"});
     // The opacity of the layer drawn on is one of the tool's options.

@@ -96,8 +96,10 @@ TEST_F(Interrupted, NodeDeletedUnderThePointer) {
     const QImage first = picture();
     drag(200);
     ASSERT_TRUE(run(QStringLiteral("delete `ls -type rvVellum`")));
+    errors.clear();
     release();
     nothingIsStuck();
+    EXPECT_EQ(errors, QStringList{QStringLiteral("[Vellum2] Node not found")});
     moveTo({100, 300});
     press(); // no node, no drawing
     release();
@@ -113,18 +115,31 @@ TEST_F(Interrupted, NodeDeletedUnderThePointer) {
 TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
     stroke(100);
     const QImage first = picture();
-    const std::pair<const char*, std::function<void()>> changes[] = {
-        {"locked", [this] { document()->setLayerState(camera, 0, LayerState::Locked); }},
-        {"hidden", [this] { document()->setLayerVisible(camera, 0, false); }},
-        {"taken away", [this] { document()->takeLayer(camera, 0); }},
-        {"emptied", [this] { takeFrames(*document(), camera); }},
+    struct Case {
+        const char* name;
+        std::function<void()> change;
+        QStringList said;
     };
-    for (const auto& [name, change] : changes) {
+    const Case changes[] = {
+        {"locked",
+         [this] { document()->setLayerState(camera, 0, LayerState::Locked); },
+         {QStringLiteral("[Vellum2] Active layer is locked.")}},
+        {"hidden", [this] { document()->setLayerVisible(camera, 0, false); }, {}},
+        {"taken away",
+         [this] { document()->takeLayer(camera, 0); },
+         {QStringLiteral("[Vellum2] A layer does not exist for the current camera")}},
+        {"emptied",
+         [this] { takeFrames(*document(), camera); },
+         {QStringLiteral("[Vellum2] A frame is required at or before the current time.")}},
+    };
+    for (const auto& [name, change, said] : changes) {
         SCOPED_TRACE(name);
         drag(200);
         change();
+        errors.clear();
         release();
         nothingIsStuck();
+        EXPECT_EQ(errors, said);
         document()->setLayerState(camera, 0, LayerState::Animated);
         document()->setLayerVisible(camera, 0, true);
         stroke(300);

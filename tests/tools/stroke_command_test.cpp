@@ -145,7 +145,8 @@ TEST_F(StrokeStep, RefusalsSayWhyAndLeaveNothingToUndo) {
     refuses(QStringLiteral("rvVellumStroke"), QStringLiteral("[Vellum2] Camera not specified"));
     refuses(QStringLiteral("rvVellumStroke \"no \\\"such\\\" %1\""),
             QStringLiteral("[Vellum2] Camera does not exist: no \"such\" %1"));
-    EXPECT_FALSE(run(QStringLiteral("rvVellumStroke persp"))); // no stroke in progress
+    refuses(QStringLiteral("rvVellumStroke persp"),
+            QStringLiteral("[Vellum2] There is no stroke to commit for camera: persp"));
     begin(300);
     document()->setLayerState(camera, 0, LayerState::Animated);
     takeFrames(*document(), camera);

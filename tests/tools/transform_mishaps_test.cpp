@@ -112,6 +112,55 @@ TEST_F(TransformMishaps, TheOutlineStaysWithThePictureInBothRenderers) {
     }
 }
 
+TEST_F(TransformMishaps, WorkThatIsTakenBackIsSaidOnce) {
+    const auto begin = [&](bool moved) {
+        at(1);
+        select(kSelected);
+        enter();
+        ASSERT_TRUE(tool()->isTransforming());
+        if (moved)
+            drag(at(QPointF(470, 500)), at(QPointF(500, 520)));
+    };
+    const auto click = [this] {
+        drag(at(QPointF(470, 500)), at(QPointF(470, 500)));
+        host::idle::drain();
+    };
+    const auto said = [this] {
+        QStringList all = warnings + errors;
+        warnings.clear();
+        errors.clear();
+        return all.join(QStringLiteral(" | ")).toStdString();
+    };
+    said();
+    const std::string begunOn = "[Vellum2] The transform is taken back: it was begun on another ";
+    for (const bool byEnter : {false, true}) {
+        for (const bool moved : {false, true}) {
+            SCOPED_TRACE(testing::Message() << byEnter << moved);
+            begin(moved);
+            at(5);
+            EXPECT_EQ(said(), "") << "it still goes on at its own frame";
+            byEnter ? enter() : click();
+            click();
+            EXPECT_FALSE(tool()->isTransforming());
+            EXPECT_EQ(said(), moved ? begunOn + "frame." : "");
+        }
+    }
+    begin(true);
+    document()->addLayer(camera, 1, QString());
+    document()->setActiveLayer(camera, 1, false);
+    enter();
+    EXPECT_EQ(said(), begunOn + "layer.");
+    document()->setActiveLayer(camera, 0, false);
+    at(1);
+    EXPECT_EQ(picture(), drawn);
+
+    begin(true);
+    document()->setLayerState(camera, 0, LayerState::Locked);
+    enter();
+    EXPECT_EQ(said(), "[Vellum2] Active layer is locked.");
+    EXPECT_EQ(document()->currentStroke(), nullptr);
+}
+
 TEST_F(TransformMishaps, MenusOpenWhereTheyAreAskedForAndNotInADrag) {
     select(kSelected);
     choose("Copy");

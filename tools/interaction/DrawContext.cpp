@@ -13,6 +13,7 @@
 #include "plugin/session/DrawingTarget.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/SceneNodes.h"
 #include "plugin/session/Timeline.h"
 #include "tools/interaction/ThreadManager.h"
 #include "tools/interaction/ViewMeasure.h"
@@ -257,9 +258,11 @@ bool DrawContext::merge() {
     if (strokeInProgress())
         camera_ = document_->strokeCamera(); // it may have another name since the press
     const auto document = document_;
-    const bool done = script::execute(
-        command::commitStroke(camera_, added_.layerIndex(*document), added_.hasFrame()), true,
-        true);
+    // The command works on the drawing that is active now, which may be another one.
+    const bool done = requireNode(document.get(), camera_) &&
+                      script::execute(command::commitStroke(camera_, added_.layerIndex(*document),
+                                                            added_.hasFrame()),
+                                      true, true);
     if (BaseNode* drawn = node())
         drawn->forceRedraw();
     return done;

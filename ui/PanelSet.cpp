@@ -1,8 +1,13 @@
 #include "ui/PanelSet.h"
 
+#include "plugin/session/Cameras.h"
 #include "plugin/session/PluginState.h"
 #include "ui/ColorPaletteDialog.h"
 #include "ui/Modal.h"
+#include "ui/layers/LayerListing.h"
+#include "ui/layers/LayerManagerDialog.h"
+#include "ui/layers/LayerPropertiesDialog.h"
+#include "ui/layers/NewLayerDialog.h"
 
 #include <maya/MQtUtil.h>
 
@@ -18,9 +23,10 @@ PanelDialog* make(Panel panel) {
     switch (panel) {
     case Panel::ColorPalette:
         return new ColorPaletteDialog(parent);
+    case Panel::LayerManager:
+        return new LayerManagerDialog(parent);
     case Panel::Toolbox:
     case Panel::ToolOptions:
-    case Panel::LayerManager:
     case Panel::RetimingTool:
         break;
     }
@@ -47,6 +53,45 @@ bool PanelSet::show(Panel panel) {
         return false;
     dialog->present();
     return true;
+}
+
+bool PanelSet::open(Dialog dialog) {
+    if (!pluginState().interactive)
+        return Panels::open(dialog);
+    switch (dialog) {
+    case Dialog::NewLayer:
+        NewLayerDialog::open(MQtUtil::mainWindow());
+        return true;
+    case Dialog::GhostingSettings:
+    case Dialog::Preferences:
+    case Dialog::About:
+    case Dialog::ReelviewImport:
+        break;
+    }
+    return false;
+}
+
+bool PanelSet::openLayerProperties(const QString& camera, int layer) {
+    return pluginState().interactive &&
+           LayerPropertiesDialog::open({camera, layer}, MQtUtil::mainWindow());
+}
+
+LayerManagerDialog* PanelSet::layerManager() const {
+    return qobject_cast<LayerManagerDialog*>(existing(Panel::LayerManager));
+}
+
+// A panel that is not shown is brought up to date when it is.
+void PanelSet::refreshLayerManager(LayerManager& document) {
+    LayerManagerDialog* panel = layerManager();
+    if (panel && panel->isVisible())
+        panel->showListing(listLayers(document, cameraNames()));
+}
+
+bool PanelSet::clearLayerManager() {
+    LayerManagerDialog* panel = layerManager();
+    if (panel)
+        panel->clear();
+    return panel != nullptr;
 }
 
 void PanelSet::closeAll() {

@@ -6,6 +6,7 @@
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
 #include "plugin/base/Settings.h"
+#include "plugin/entry/NodeWatch.h"
 #include "plugin/entry/SaveGuard.h"
 #include "plugin/session/CameraNames.h"
 #include "plugin/session/Panels.h"
@@ -180,14 +181,17 @@ void installSceneEvents() {
         if (status == MS::kSuccess)
             pluginState().callbackIds.append(id);
     }
+    installNodeWatch(pluginState().callbackIds);
     installUnfinishedEvents(pluginState().callbackIds);
     installSaveGuard(pluginState().callbackIds);
 }
 
 MStatus removeSceneEvents() {
     const MStatus status = MMessage::removeCallbacks(pluginState().callbackIds);
-    if (status == MS::kSuccess)
+    if (status == MS::kSuccess) {
         pluginState().callbackIds.clear();
+        removeNodeWatch();
+    }
     return status;
 }
 

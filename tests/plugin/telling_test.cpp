@@ -15,6 +15,7 @@
 #include "tools/raster/Stroke.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 
 using support::sure;
@@ -61,9 +62,12 @@ protected:
     /// What is written to the node's visibility reaches the views as a change of the scene, which
     /// every event is as well.
     Cost costOf(const QString& script) {
+        return costOf([&] { return logOf(script); });
+    }
+    Cost costOf(const std::function<QString()>& work) {
         host::counters() = {};
         sceneChanges_ = events_ = 0;
-        const QStringList log = logOf(script).split(line(", "), Qt::SkipEmptyParts);
+        const QStringList log = work().split(line(", "), Qt::SkipEmptyParts);
         Cost cost;
         cost.looks = host::counters().dagWalks;
         cost.redraws = sceneChanges_ - events_ + host::counters().allViewRefreshes;
@@ -177,6 +181,29 @@ TEST_F(Telling, SettingsAndTheNode) {
     }
     ASSERT_TRUE(run(line("rvVellumLayer -e -act 0 shotCam")));
     expectLittle("adopts the camera", costOf(line("rvVellumNode -r")), 1, 1, "layers markers");
+}
+
+// Nothing is selected, so Maya tells of no selection that changed.
+TEST_F(Telling, NodesThatComeAndGoAreToldOnceAMomentLater) {
+    const struct {
+        const char* script;
+        const char* surfaces;
+    } rows[] = {
+        {"createNode rvVellum; createNode rvVellum; select -cl", "layers markers"},
+        {"camera; camera; select -cl", "layers"},
+        {"delete rvVellum1; delete rvVellum2; delete camera1; delete camera2", "layers markers"},
+        {"file -f -new", "layers"}, // has cameras of its own; the event has told the rest
+    };
+    logOfNextMoment();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.script);
+        logOf(line(row.script));
+        const Cost cost = costOf([this] { return logOfNextMoment(); });
+        std::map<QString, int> once;
+        for (const QString& name : line(row.surfaces).split(QLatin1Char(' '), Qt::SkipEmptyParts))
+            once[name] = 1;
+        EXPECT_EQ(cost.surfaces, once) << cost.text().toStdString();
+    }
 }
 
 TEST_F(Telling, TimeLooksOnce) {

@@ -3,6 +3,8 @@
 #include "plugin/session/PluginState.h"
 #include "ui/ColorPaletteDialog.h"
 #include "ui/Modal.h"
+#include "ui/ToolOptionsDialog.h"
+#include "ui/ToolboxDialog.h"
 
 #include <maya/MQtUtil.h>
 
@@ -19,7 +21,10 @@ PanelDialog* make(Panel panel) {
     case Panel::ColorPalette:
         return new ColorPaletteDialog(parent);
     case Panel::Toolbox:
+        return new ToolboxDialog(parent);
     case Panel::ToolOptions:
+        return new ToolOptionsDialog(ToolOptionsDialog::Form::StandAlone, settings().activeTool,
+                                     parent);
     case Panel::LayerManager:
     case Panel::RetimingTool:
         break;
@@ -47,6 +52,27 @@ bool PanelSet::show(Panel panel) {
         return false;
     dialog->present();
     return true;
+}
+
+ToolboxDialog* PanelSet::toolbox() const {
+    return static_cast<ToolboxDialog*>(existing(Panel::Toolbox));
+}
+
+void PanelSet::refreshToolbox() {
+    if (ToolboxDialog* shown = toolbox())
+        shown->refresh();
+}
+
+void PanelSet::refreshToolOptions() {
+    if (auto* shown = static_cast<ToolOptionsDialog*>(existing(Panel::ToolOptions)))
+        shown->refresh();
+    if (ToolboxDialog* owner = toolbox())
+        owner->refreshToolOptions();
+}
+
+std::optional<QColor> PanelSet::toolboxColor() {
+    const ToolboxDialog* shown = toolbox();
+    return shown ? shown->pickedColor() : std::nullopt;
 }
 
 void PanelSet::closeAll() {

@@ -8,19 +8,26 @@
 #include <QPointer>
 
 #include <array>
+#include <optional>
 
 namespace vellum {
+
+class ToolboxDialog;
 
 class PanelSet : public Panels {
 public:
     ~PanelSet() override;
 
     bool show(Panel panel) override;
+    void refreshToolbox() override;
+    void refreshToolOptions() override;
+    std::optional<QColor> toolboxColor() override;
     void closeAll() override;
 
 private:
     /// Null when it has not been asked for yet.
     PanelDialog* existing(Panel panel) const;
+    ToolboxDialog* toolbox() const;
 
     std::array<QPointer<PanelDialog>, kPanelCount> panels_; ///< children of Maya's main window
 };

@@ -8,6 +8,7 @@
 #include "ui/ToolboxCommands.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QMetaMethod>
 #include <QScreen>
@@ -61,6 +62,8 @@ ToolboxDialog::ToolboxDialog(QWidget* parent)
         const QString takeColor = command::util(QStringLiteral("-rtb"));
         picker_.setChangeCommand(takeColor);
         picker_.setDragCommand(takeColor);
+        for (QWidget* part : control->findChildren<QWidget*>())
+            part->installEventFilter(this);
     }
     addDashes(*rows);
     addGhosts(*rows);
@@ -153,6 +156,22 @@ void ToolboxDialog::refresh() {
 void ToolboxDialog::refreshToolOptions() {
     if (options_->isVisible())
         options_->refresh();
+}
+
+bool ToolboxDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress)
+        choosesColor_ = true;
+    return PanelDialog::eventFilter(watched, event);
+}
+
+bool ToolboxDialog::event(QEvent* event) {
+    if (event->type() == QEvent::WindowUnblocked && choosesColor_) {
+        choosesColor_ = false;
+        // Once Maya's chooser, which had the keyboard, has closed.
+        QMetaObject::invokeMethod(
+            this, [this] { actionDone(); }, Qt::QueuedConnection);
+    }
+    return PanelDialog::event(event);
 }
 
 void ToolboxDialog::hideEvent(QHideEvent* event) {

@@ -57,6 +57,8 @@ public Q_SLOTS:
 
 protected:
     void refreshForShow() override { refresh(); }
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
@@ -81,6 +83,7 @@ private:
     FlatButton* ghostPrevious_ = nullptr;
     FlatButton* ghostNext_ = nullptr;
     ColorControl picker_;
+    bool choosesColor_ = false;            ///< the swatch was clicked, which opens Maya's chooser
     ToolOptionsDialog* options_ = nullptr; ///< the pop-up
 };
 

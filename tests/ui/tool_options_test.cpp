@@ -8,6 +8,7 @@
 #include <QFontComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSettings>
 #include <QSlider>
 #include <QSpinBox>
 #include <QStyle>
@@ -119,6 +120,23 @@ TEST_F(ToolOptionsPanel, EachToolHasItsRows) {
     ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -brushTool")));
     EXPECT_EQ(box("size").value(), 80);
     EXPECT_TRUE(tablet().isChecked());
+}
+
+// A number of the settings file that names no tool.
+TEST_F(ToolOptionsPanel, NoToolHasNoOptions) {
+    ASSERT_TRUE(run(QStringLiteral("file -f -new; setToolTo selectSuperContext; file -f -new")));
+    unloadPlugin();
+    QSettings(text(QStringLiteral("internalVar -userPrefDir")) + QStringLiteral("/vellum2.ini"),
+              QSettings::IniFormat)
+        .setValue(QStringLiteral("tools/activeTool"), 8);
+    loadPlugin();
+    dialog = open("-toolOptions", "ToolOptionsDialog");
+    ASSERT_TRUE(dialog);
+    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Unknown Options"));
+    echoes.clear();
+    slider("size").setValue(50);
+    EXPECT_THAT(echoes, IsEmpty());
+    EXPECT_THAT(errors, IsEmpty());
 }
 
 TEST_F(ToolOptionsPanel, ControlsIssueTheOptionsOfTheActiveTool) {

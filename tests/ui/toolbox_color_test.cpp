@@ -40,6 +40,7 @@ TEST_F(Toolbox, ChoosingAColorChangesItAtOnceAndCancellingRestoresIt) {
         accept ? dialog->accept() : dialog->reject();
         support::settle();
         EXPECT_EQ(color(), accept ? QStringLiteral("200 2 127") : QStringLiteral("64 100 15"));
+        EXPECT_TRUE(viewHasKeyboard());
     }
 }
 

@@ -103,11 +103,16 @@ TEST_F(Toolbox, InsertWithoutADrawingMakesOneWhenIdle) {
 }
 
 TEST_F(Toolbox, KeysWorkRightAfterAClick) {
-    for (const char* toolTip :
-         {"Brush", "Ghost Next", "Duplicate Key", "Insert Frame(s)", "Copy Frame(s)"}) {
+    const char* const viewport = "vp2Renderer";
+    const char* const legacy = "base_OpenGL_Renderer";
+    for (const auto& [toolTip, renderer] :
+         {std::pair("Brush", viewport), std::pair("Ghost Next", legacy),
+          std::pair("Duplicate Key", viewport), std::pair("Insert Frame(s)", legacy),
+          std::pair("Copy Frame(s)", viewport)}) {
         SCOPED_TRACE(toolTip);
-        ASSERT_TRUE(
-            run(QStringLiteral("rvVellumUtil -brushOptions 20 90 100 0; polyCube -name a")));
+        ASSERT_TRUE(run(QStringLiteral("modelEditor -e -rendererName \"%1\" `getPanel -withFocus`;"
+                                       "rvVellumUtil -brushOptions 20 90 100 0; polyCube -name a")
+                            .arg(renderer)));
         click(button(toolTip));
         hand.type({Qt::Key_Control, Qt::Key_Z});
         EXPECT_TRUE(support::waitFor([&] { return number(QStringLiteral("objExists a")) == 0; }));

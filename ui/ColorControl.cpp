@@ -55,6 +55,11 @@ void ColorControl::setChangeCommand(const QString& command) {
         script::execute(command::setColorSliderCommand(path(), command));
 }
 
+void ColorControl::setDragCommand(const QString& command) {
+    if (widget_)
+        script::execute(command::setColorSliderDragCommand(path(), command));
+}
+
 void ColorControl::setColor(const QColor& color) {
     if (widget_)
         script::execute(command::setColorSliderValue(path(), color));

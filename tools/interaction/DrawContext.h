@@ -8,8 +8,8 @@
 #include "plugin/session/PluginState.h"
 #include "tools/gestures/AdjustDrag.h"
 #include "tools/interaction/DrawContextInputHandler.h"
+#include "tools/interaction/ScreenMarker.h"
 #include "tools/interaction/ToolContext.h"
-#include "tools/interaction/XorLine.h"
 
 namespace vellum {
 
@@ -83,7 +83,7 @@ private:
     AdjustDrag adjusting_;
     Tool adjustedTool_ = Tool::Pencil;
 
-    XorLine legacyCursor_;
+    ScreenMarker legacyCursor_;
     double cursorRadius_ = 1.0; ///< view pixels
 
     DrawContextInputHandler handler_;

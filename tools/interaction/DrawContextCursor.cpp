@@ -1,33 +1,43 @@
-// Size and opacity drags of the drawing tool, with the circle that shows the size.
+// Size and opacity drags of the drawing tool, with what they show.
 #include "document/Changes.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
+#include "tools/gestures/AdjustMarker.h"
 #include "tools/interaction/DrawContext.h"
 #include "tools/interaction/DrawManagerScope.h"
 #include "tools/interaction/ViewMeasure.h"
 #include "tools/raster/Stroke.h"
 
 #include <maya/M3dView.h>
-
-#include <cmath>
+#include <maya/MColor.h>
+#include <maya/MPoint.h>
+#include <maya/MQtUtil.h>
 
 namespace vellum {
 
 namespace {
 
-constexpr int kCircleVertices = 360;
-constexpr double kRadiansPerVertex = 0.017453292;
+const MColor kLight(1.0F, 1.0F, 1.0F);
+const MColor kDark(0.0F, 0.0F, 0.0F);
+const MColor kBehindNumber(0.0F, 0.0F, 0.0F, 0.8F);
 
-QPolygonF circle(QPointF centre, double radius) {
-    QPolygonF line;
-    line.reserve(kCircleVertices);
-    for (int i = 0; i < kCircleVertices; ++i) {
-        const double angle = i * kRadiansPerVertex;
-        line << centre + radius * QPointF(std::cos(angle), std::sin(angle));
-    }
-    return line;
+// Light beside dark: one of them is seen over whatever lies below, and neither covers the other.
+void drawMarker(MHWRender::MUIDrawManager& manager, const AdjustMarker& marker) {
+    const MPoint centre(marker.centre.x(), marker.centre.y());
+    const int boxSize[] = {static_cast<int>(marker.box.width()),
+                           static_cast<int>(marker.box.height())};
+    manager.beginDrawable();
+    manager.setLineWidth(static_cast<float>(marker.lineWidth));
+    manager.setColor(kDark);
+    manager.circle2d(centre, marker.outerRadius());
+    manager.setColor(kLight);
+    manager.circle2d(centre, marker.radius);
+    manager.setFontSize(static_cast<unsigned>(marker.fontSize));
+    manager.text2d(MPoint(marker.box.center().x(), marker.box.top()), toMaya(marker.number),
+                   MHWRender::MUIDrawManager::kCenter, boxSize, &kBehindNumber);
+    manager.endDrawable();
 }
 
 } // namespace
@@ -81,12 +91,12 @@ double DrawContext::sizeCursorRadius() const {
 }
 
 void DrawContext::showSizeCursor() {
-    eraseSizeCursor();
     cursorRadius_ = sizeCursorRadius();
     drawSizeCursor();
 }
 
-// The draw manager starts anew with each event; only what was drawn by exclusive-or is taken back.
+// The draw manager starts anew with each event; only what lies straight on the screen is taken
+// back.
 void DrawContext::eraseSizeCursor() {
     if (drawManager_)
         legacyCursor_.forget();
@@ -95,20 +105,15 @@ void DrawContext::eraseSizeCursor() {
 }
 
 void DrawContext::drawSizeCursor() {
-    const QPoint anchor = adjusting_.anchor();
-    if (!drawManager_) {
-        legacyCursor_.draw(circle(anchor, cursorRadius_));
-        return;
-    }
-    const MPoint at(anchor.x(), anchor.y());
     const int value = adjusting_.option() == AdjustDrag::Option::Opacity
                           ? toolOpacity(adjustedTool_)
                           : toolSize(adjustedTool_);
-    drawManager_->beginDrawable();
-    drawManager_->setLineWidth(1.0F);
-    drawManager_->circle2d(at, cursorRadius_);
-    drawManager_->text2d(at, toMaya(QString::number(value)));
-    drawManager_->endDrawable();
+    const AdjustMarker marker =
+        adjustMarker(adjusting_, value, cursorRadius_, activeViewSize(), MQtUtil::dpiScale(1.0F));
+    if (drawManager_)
+        drawMarker(*drawManager_, marker);
+    else
+        legacyCursor_.draw(marker);
 }
 
 } // namespace vellum

@@ -345,7 +345,7 @@ void TransformContext::paste(bool thenTransform) {
         return;
     }
     const QPoint click = handler_.menuPosition();
-    const int bottom = activeViewHeight() - clipboard_.height() - click.y();
+    const int bottom = activeViewSize().height() - clipboard_.height() - click.y();
     gesture_.select({click.x(), bottom},
                     {click.x() + clipboard_.width(), bottom + clipboard_.height()});
     if (!beginTransform())

@@ -28,9 +28,9 @@ bool activeViewMapping(ViewMapping& mapping) {
     return activeView(view) && viewMapping(view, mapping);
 }
 
-int activeViewHeight() {
+QSize activeViewSize() {
     M3dView view;
-    return activeView(view) ? view.portHeight() : 0;
+    return activeView(view) ? QSize(view.portWidth(), view.portHeight()) : QSize(0, 0);
 }
 
 bool isActiveViewViewport2() {

@@ -3,6 +3,8 @@
 
 #include "tools/raster/ViewToImage.h"
 
+#include <QSize>
+
 class M3dView;
 
 namespace vellum {
@@ -16,7 +18,7 @@ bool activeViewMapping(ViewMapping& mapping);
 bool viewMapping(M3dView& view, ViewMapping& mapping);
 
 /// Device pixels; 0 without a view.
-int activeViewHeight();
+QSize activeViewSize();
 
 /// Whether Viewport 2.0 draws the active view; the legacy renderer does otherwise.
 bool isActiveViewViewport2();

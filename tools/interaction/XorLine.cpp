@@ -1,17 +1,9 @@
 #include "tools/interaction/XorLine.h"
 
+#include "tools/interaction/OpenGl.h"
 #include "tools/interaction/ViewMeasure.h"
 
 #include <maya/M3dView.h>
-
-#ifdef __APPLE__
-#include <OpenGL/gl.h>
-#else
-#ifdef _WIN32
-#include <windows.h>
-#endif
-#include <GL/gl.h>
-#endif
 
 namespace vellum {
 

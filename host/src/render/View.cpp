@@ -109,6 +109,7 @@ void View::paint() {
         keepPicture_ = false;
         return;
     }
+    isOutOfDate_ = false;
     ++painting_;
     TextureStore::instance().collect();
     DrawOverrides::instance().sweep();
@@ -133,6 +134,12 @@ void View::refresh(bool now) {
     invalidate();
     if (surface_.repaint)
         surface_.repaint(now);
+    // Qt may put off what should be painted now, while the window system is still busy with the
+    // picture before.
+    if (now && isOutOfDate_ && surface_.visible && surface_.visible() && beginDirect()) {
+        paint();
+        endDirect();
+    }
 }
 
 QImage View::renderToImage(const QSize& size) {
@@ -149,6 +156,7 @@ QImage View::renderToImage(const QSize& size) {
     const int width = width_;
     const int height = height_;
     const bool keep = keepPicture_;
+    const bool outOfDate = isOutOfDate_;
     {
         QOpenGLFramebufferObject target(size, QOpenGLFramebufferObject::CombinedDepthStencil);
         if (target.isValid() && target.bind()) {
@@ -164,6 +172,7 @@ QImage View::renderToImage(const QSize& size) {
     width_ = width;
     height_ = height;
     keepPicture_ = keep;
+    isOutOfDate_ = outOfDate;
     return image;
 }
 

@@ -101,7 +101,10 @@ public:
     bool beginDirect();
     void endDirect();
     /// The picture that is shown is out of date: what was drawn directly may go.
-    void invalidate() { keepPicture_ = false; }
+    void invalidate() {
+        keepPicture_ = false;
+        isOutOfDate_ = true;
+    }
 
     M3dView handle() const;
     /// Null for a handle whose view is gone.
@@ -126,6 +129,7 @@ private:
     int painting_ = 0;         ///< Depth of paint calls: a context is current.
     int direct_ = 0;           ///< Depth of beginDirect.
     bool keepPicture_ = false; ///< The next paint shows what was drawn directly.
+    bool isOutOfDate_ = true;  ///< The picture that is shown.
 };
 
 } // namespace host

@@ -23,7 +23,9 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 if(VELLUM_SANITIZE)
-    add_compile_options(-fsanitize=${VELLUM_SANITIZE} -fno-omit-frame-pointer)
+    # GCC sees uninitialised values in optionals where the sanitizers' own code is in between.
+    add_compile_options(-fsanitize=${VELLUM_SANITIZE} -fno-omit-frame-pointer
+        -Wno-maybe-uninitialized)
     add_link_options(-fsanitize=${VELLUM_SANITIZE})
     set(VELLUM_SANITIZER_SOURCES ${CMAKE_SOURCE_DIR}/scripts/sanitizers/keep_loaded.cpp)
 endif()

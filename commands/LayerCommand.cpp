@@ -144,6 +144,8 @@ template <const LayerProperty& property> MStatus editLayer(const LayerCall& call
     const auto* number = std::get_if<unsigned>(&value);
     if (number && *number > property.largest)
         return refuse(QString::fromLatin1(property.refusal).arg(*number));
+    if (value == property.get(*call.document.layer(call.camera, *index)))
+        return MS::kSuccess; // it is so already
     call.edit = layer_edit::setProperty(call.camera, *index, property, value);
     return MS::kSuccess;
 }
@@ -256,7 +258,7 @@ MStatus LayerCommand::parse(const MArgDatabase& args) {
 }
 
 MStatus LayerCommand::run(bool (Edit::*verb)(LayerManager&)) {
-    const bool there = nodeForUndo(document_.lock().get(), camera_) != nullptr;
+    const bool there = requireNode(document_.lock().get(), camera_) != nullptr;
     return there && (*edit_.*verb)(*document_.lock()) ? MS::kSuccess : MS::kFailure;
 }
 

@@ -4,6 +4,7 @@
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/CommandStrings.h"
+#include "plugin/base/Names.h"
 #include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
@@ -129,12 +130,13 @@ MStatus floatingView(const MArgDatabase&, const char*) {
 
 MStatus floatingViewMove(const MArgDatabase& args, const char* flag) {
     const QString name = stringArgument(args, flag, 0);
-    const QStringList cameras = cameraNames();
+    QStringList cameras = cameraNames();
     if (!name.isEmpty())
         return openFloatingView(cameras.contains(name) ? name : QString());
     const BaseNode* node = activeNode();
     if (!node)
         return openFloatingView(QString());
+    cameras.removeAll(QString::fromLatin1(kFloatingCamera)); // its layers are there already
     const auto chosen = panels().chooseCamera(cameras, node->layerManager()->currentCamera());
     if (!chosen || chosen->isEmpty())
         return MS::kSuccess;

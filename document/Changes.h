@@ -18,6 +18,7 @@ enum class Change : unsigned {
     Opacity = 1U << 3,       ///< of a layer
     ActiveOpacity = 1U << 4, ///< of the active layer of the current camera
     View = 1U << 5,          ///< only what a tool shows over it, or how it is shown
+    Text = 1U << 18,         ///< being typed: it shows, and is in no frame yet
 
     // Of which drawing is the scene's.
     Drawings = 1U << 6,  ///< they may have come, gone or been read

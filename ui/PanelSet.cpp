@@ -1,5 +1,6 @@
 #include "ui/PanelSet.h"
 
+#include "plugin/session/Cameras.h"
 #include "plugin/session/PluginState.h"
 #include "ui/AboutDialog.h"
 #include "ui/ColorPaletteDialog.h"
@@ -8,6 +9,10 @@
 #include "ui/PreferencesDialog.h"
 #include "ui/ReelviewProImportDialog.h"
 #include "ui/RetimingDialog.h"
+#include "ui/layers/LayerListing.h"
+#include "ui/layers/LayerManagerDialog.h"
+#include "ui/layers/LayerPropertiesDialog.h"
+#include "ui/layers/NewLayerDialog.h"
 
 #include <maya/MQtUtil.h>
 
@@ -23,9 +28,10 @@ PanelDialog* make(Panel panel) {
     switch (panel) {
     case Panel::ColorPalette:
         return new ColorPaletteDialog(parent);
+    case Panel::LayerManager:
+        return new LayerManagerDialog(parent);
     case Panel::Toolbox:
     case Panel::ToolOptions:
-    case Panel::LayerManager:
         break;
     case Panel::RetimingTool:
         return new RetimingDialog(parent);
@@ -76,12 +82,39 @@ bool PanelSet::show(Panel panel) {
 bool PanelSet::open(Dialog dialog) {
     if (!pluginState().interactive)
         return Panels::open(dialog);
+    if (dialog == Dialog::NewLayer) {
+        NewLayerDialog::open(MQtUtil::mainWindow());
+        return true;
+    }
     const QPointer<QDialog> made = make(dialog);
     if (!made)
         return false;
     runModal(made);
     delete made.data();
     return true;
+}
+
+bool PanelSet::openLayerProperties(const QString& camera, int layer) {
+    return pluginState().interactive &&
+           LayerPropertiesDialog::open({camera, layer}, MQtUtil::mainWindow());
+}
+
+LayerManagerDialog* PanelSet::layerManager() const {
+    return qobject_cast<LayerManagerDialog*>(existing(Panel::LayerManager));
+}
+
+// A panel that is not shown is brought up to date when it is.
+void PanelSet::refreshLayerManager(LayerManager& document) {
+    LayerManagerDialog* panel = layerManager();
+    if (panel && panel->isVisible())
+        panel->showListing(listLayers(document, cameraNames()));
+}
+
+bool PanelSet::clearLayerManager() {
+    LayerManagerDialog* panel = layerManager();
+    if (panel)
+        panel->clear();
+    return panel != nullptr;
 }
 
 void PanelSet::closeAll() {

@@ -11,17 +11,23 @@
 
 namespace vellum {
 
+class LayerManagerDialog;
+
 class PanelSet : public Panels {
 public:
     ~PanelSet() override;
 
     bool show(Panel panel) override;
     bool open(Dialog dialog) override;
+    bool openLayerProperties(const QString& camera, int layer) override;
+    void refreshLayerManager(LayerManager& document) override;
+    bool clearLayerManager() override;
     void closeAll() override;
 
 private:
     /// Null when it has not been asked for yet.
     PanelDialog* existing(Panel panel) const;
+    LayerManagerDialog* layerManager() const;
 
     std::array<QPointer<PanelDialog>, kPanelCount> panels_; ///< children of Maya's main window
 };

@@ -5,10 +5,19 @@
 #include "document/edits/TimeMoves.h"
 #include "plugin/base/Report.h"
 #include "plugin/base/Settings.h"
+#include "plugin/base/ToolTable.h"
 
 #include <maya/MAnimControl.h>
 
 namespace vellum {
+
+namespace {
+
+bool isText(const Stroke* stroke) {
+    return stroke && kindOf(stroke->tool) == ToolKind::Text;
+}
+
+} // namespace
 
 StrokeEdit::StrokeEdit(const QString& camera, int addedLayer, bool frameAdded)
     : camera_(camera), addedLayer_(addedLayer), frameAdded_(frameAdded), added_(camera) {
@@ -39,9 +48,12 @@ bool StrokeEdit::doExecute(LayerManager& document) {
 
 bool StrokeEdit::commit(LayerManager& document) {
     const auto begunOn = document.strokePlace(camera_);
-    const bool elsewhere = settings().undoReturnsToFrame && begunOn &&
+    const Frame* shown = document.currentFrame(camera_);
+    // A text is typed for a while; the time may have gone to where there is no frame.
+    const bool unseenText = !shown && isText(document.currentStroke());
+    const bool elsewhere = (settings().undoReturnsToFrame || unseenText) && begunOn &&
                            begunOn->layer == document.activeLayerIndex(camera_) &&
-                           begunOn->frame != document.currentFrame(camera_);
+                           begunOn->frame != shown;
     if (elsewhere)
         document.timeChanged(begunOn->frame->intTime());
     const Frame* frame = document.currentFrame(camera_);
@@ -51,6 +63,7 @@ bool StrokeEdit::commit(LayerManager& document) {
         drawn_.layer.bindToActive(document);
         drawn_.frame = frame->time();
         drawn_.seenAt = elsewhere ? frame->time() : MAnimControl::currentTime();
+        drawn_.unseen = unseenText;
     }
     if (elsewhere)
         document.timeChanged(currentIntTime());
@@ -61,8 +74,9 @@ bool StrokeEdit::exchange(LayerManager& document) {
     if (png_.isEmpty()) {
         return false; // the picture before could not be packed: there is nothing to go back to
     }
-    return settings().undoReturnsToFrame ? exchangeDrawn(document)
-                                         : document.replaceActiveImage(camera_, png_);
+    return settings().undoReturnsToFrame || drawn_.unseen
+               ? exchangeDrawn(document)
+               : document.replaceActiveImage(camera_, png_);
 }
 
 bool StrokeEdit::exchangeDrawn(LayerManager& document) {

@@ -39,6 +39,7 @@ private:
         LayerAddress layer;
         MTime frame;
         MTime seenAt;
+        bool unseen = false; ///< a text, merged when the layer showed nothing
     };
 
     QString camera_;

@@ -54,6 +54,10 @@ QString call(const char* procedure, std::initializer_list<QString> arguments) {
     return result + QLatin1Char(')');
 }
 
+QString ifExists(const QString& command) {
+    return QStringLiteral("if (`exists ") + command + QStringLiteral("`) ");
+}
+
 QString utilEdit(const char* flag, const QString& arguments) {
     return join({text(kUtilCommand), QStringLiteral("-e"), text(flag), arguments});
 }
@@ -96,12 +100,22 @@ QString quote(const QString& plain) {
 QString deferred(const QString& command) {
     // The plug-in may have been unloaded by then.
     const QString needed = command.section(QLatin1Char(' '), 0, 0);
-    return call("evalDeferred",
-                {quote(QStringLiteral("if (`exists ") + needed + QStringLiteral("`) ") + command)});
+    return call("evalDeferred", {quote(ifExists(needed) + command)});
 }
 
 QString createNode() {
     return text(kNodeCommand);
+}
+
+QString createNodeAndDraw(const QString& camera, const QString& layerName, int layerState) {
+    QString create = join({text(kNodeCommand), QStringLiteral("-l")});
+    if (!camera.isEmpty())
+        create = join({create, QStringLiteral("-c"), quote(camera)});
+    if (!layerName.isEmpty())
+        create = join({create, QStringLiteral("-ln"), quote(layerName)});
+    create = join({create, QStringLiteral("-ls"), number(layerState)});
+    return ifExists(text(kNodeCommand)) + QStringLiteral("{ ") + create + QStringLiteral("; ") +
+           drawDeferred() + QStringLiteral("; }");
 }
 
 QString refreshGhosting() {
@@ -149,8 +163,10 @@ QString moveFrames(int offset, int start, int end) {
 }
 
 QString addLayer(const QString& camera, const QString& name, int state) {
-    return join({text(kLayerCommand), QStringLiteral("-addLayer -name"), quote(name),
-                 QStringLiteral("-ls"), number(state), quote(camera)});
+    QString add = join({text(kLayerCommand), QStringLiteral("-add")});
+    if (!name.isEmpty())
+        add = join({add, QStringLiteral("-n"), quote(name)});
+    return join({add, QStringLiteral("-ls"), number(state), quote(camera)});
 }
 
 QString setActiveLayer(int index, const QString& camera) {

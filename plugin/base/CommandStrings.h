@@ -27,6 +27,9 @@ QString deferred(const QString& command);
 
 // rvVellumNode
 QString createNode(); ///< all arguments left to their defaults
+/// Makes the drawing with a first layer, and takes the draw tool when that has worked. It may run
+/// later: where the plug-in has been unloaded by then, it does nothing. Empty: the defaults.
+QString createNodeAndDraw(const QString& camera, const QString& layerName, int layerState);
 QString refreshGhosting();
 QString playbackJob(); ///< scriptJob that refreshes the ghosts when playback starts or stops
 QString killJob(int job);
@@ -40,7 +43,7 @@ QString retimeFrames(int count, bool relative, bool moveToNext);
 QString moveFrames(int offset, int start, int end);
 
 // rvVellumLayer
-QString addLayer(const QString& camera, const QString& name, int state);
+QString addLayer(const QString& camera, const QString& name, int state); ///< no name: its default
 QString setActiveLayer(int index, const QString& camera);
 QString deleteLayer(int index, const QString& camera);
 QString moveLayer(int from, int to, const QString& camera);

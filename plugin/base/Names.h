@@ -25,4 +25,7 @@ inline constexpr char kUtilCommand[] = "rvVellumUtil";
 inline constexpr char kDrawContextCommand[] = "rvVlDrawCtx";
 inline constexpr char kTransformContextCommand[] = "rvVlTransformCtx";
 
+/// The camera of the floating view.
+inline constexpr char kFloatingCamera[] = "vellumCam";
+
 } // namespace vellum

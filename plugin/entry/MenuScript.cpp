@@ -73,6 +73,7 @@ QString menuScript() {
         {"{FUNC_DELETE_ACTIVE_CAMERA_LAYERS}", QStringLiteral("rvVlDeleteActiveCameraLayers")},
         {"{FUNC_DELETE_ALL_NODES}", QStringLiteral("rvVlDeleteAllNodes")},
         {"{NODE_TYPE_NAME}", QString::fromLatin1(kNodeTypeName)},
+        {"{FLOATING_CAMERA}", QString::fromLatin1(kFloatingCamera)},
     };
     return filledIn(withToolLines(decoded(file.readAll())), replacements);
 }

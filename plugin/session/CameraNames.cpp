@@ -221,7 +221,7 @@ void CameraNames::followIn(LayerManager& document) {
     document.moveLayers(moves);
 }
 
-void CameraNames::imported() {
+int CameraNames::imported() {
     const std::vector<QString> fresh = scan();
     const auto nodes = std::exchange(importedNodes_, {});
     std::set<LayerManager*> done;
@@ -240,6 +240,7 @@ void CameraNames::imported() {
             document->moveLayers(moves);
     }
     look();
+    return static_cast<int>(done.size());
 }
 
 } // namespace vellum

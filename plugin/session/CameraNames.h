@@ -34,8 +34,9 @@ public:
     void settle();
     /// The same, whether or not a change was told: after undo and redo.
     void look();
-    /// After an import: its drawings go by the names that its cameras had in the file.
-    void imported();
+    /// After an import: its drawings go by the names that its cameras had in the file. How many
+    /// drawings it brought.
+    int imported();
 
 private:
     struct Camera {

@@ -40,6 +40,13 @@ bool provideFirstLayer(LayerManager& document, const QString& camera, DrawingTar
     return target.added.addLayer(document, 0);
 }
 
+bool requireUnlocked(const LayerManager& document, const QString& camera, int layer) {
+    if (document.layerState(camera, layer) != LayerState::Locked)
+        return true;
+    report::error(QStringLiteral("Active layer is locked."));
+    return false;
+}
+
 /// False, after reporting, when the camera's active layer refuses to be drawn on.
 bool acceptsDrawing(const LayerManager& document, const QString& camera, int layer) {
     if (!requireActiveLayer(document, camera))
@@ -48,11 +55,18 @@ bool acceptsDrawing(const LayerManager& document, const QString& camera, int lay
         report::error(QStringLiteral("Active layer is not visible."));
         return false;
     }
-    if (document.layerState(camera, layer) == LayerState::Locked) {
-        report::error(QStringLiteral("Active layer is locked."));
-        return false;
-    }
-    return true;
+    return requireUnlocked(document, camera, layer);
+}
+
+/// False, after reporting, when the camera's active layer shows no frame now.
+bool requireFrame(const LayerManager& document, const QString& camera, int layer) {
+    if (document.currentFrame(camera))
+        return true;
+    if (document.layerState(camera, layer) == LayerState::Static)
+        reportNoStaticFrame();
+    else
+        report::error(QStringLiteral("A frame is required at or before the current time."));
+    return false;
 }
 
 /// Makes a frame where the active layer has none to draw into. False: refused and reported.
@@ -86,15 +100,18 @@ bool requireActiveLayer(const LayerManager& document, const QString& camera) {
 
 bool requireDrawing(const LayerManager& document, const QString& camera) {
     const int layer = document.activeLayerIndex(camera);
-    if (!acceptsDrawing(document, camera, layer))
-        return false;
-    if (document.currentFrame(camera))
-        return true;
-    if (document.layerState(camera, layer) == LayerState::Static)
-        reportNoStaticFrame();
-    else
-        report::error(QStringLiteral("A frame is required at or before the current time."));
-    return false;
+    return acceptsDrawing(document, camera, layer) && requireFrame(document, camera, layer);
+}
+
+void reportUnfinished(LayerManager& document, const QString& camera) {
+    const int layer = document.activeLayerIndex(camera);
+    if (!requireActiveLayer(document, camera) || !requireUnlocked(document, camera, layer) ||
+        !requireFrame(document, camera, layer))
+        return;
+    const bool isThere = document.currentStroke() && document.strokeCamera() == camera;
+    report::error(isThere
+                      ? QStringLiteral("The frames of the layer have changed since.")
+                      : QStringLiteral("There is no stroke to commit for camera: %1").arg(camera));
 }
 
 DrawingTarget drawingTarget(BaseNode& node, const QString& camera) {

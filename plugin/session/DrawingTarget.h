@@ -31,4 +31,8 @@ bool requireActiveLayer(const LayerManager& document, const QString& camera);
 /// on. If not, says why as the check does.
 bool requireDrawing(const LayerManager& document, const QString& camera);
 
+/// Says why the document cannot take the stroke in progress of this camera, in the words of the
+/// check: what it went into may have gone, or been locked, since the press.
+void reportUnfinished(LayerManager& document, const QString& camera);
+
 } // namespace vellum

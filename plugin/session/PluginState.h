@@ -29,8 +29,14 @@ public:
 class UnfinishedWork {
 public:
     virtual ~UnfinishedWork() = default;
-    /// Commits it, as a step of its own. Nothing happens when there is none.
+    /// Commits it, as a step of its own. Nothing happens when there is none. A text that has
+    /// nowhere to go stays where it is.
     virtual void finish() = 0;
+    /// The same for a text alone: a stroke goes on as long as the button is down. False, after
+    /// saying why unless that has been said of this text, when it has nowhere to go.
+    virtual bool settleText() = 0;
+    /// Forgets it: it goes with its scene.
+    virtual void forget() = 0;
 };
 
 struct PluginState {

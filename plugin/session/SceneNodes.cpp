@@ -31,7 +31,7 @@ BaseNode* selectedNode() {
     return nullptr;
 }
 
-BaseNode* nodeForUndo(const LayerManager* document, const QString& camera) {
+BaseNode* requireNode(const LayerManager* document, const QString& camera) {
     BaseNode* node = nodeWith(document);
     if (!node)
         report::error(QStringLiteral("Node not found"));

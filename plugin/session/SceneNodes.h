@@ -13,8 +13,8 @@ class LayerManager;
 /// among its children. Null otherwise.
 BaseNode* selectedNode();
 
-/// The node of a document that undo goes back to, with this camera still in the scene. Null, after
-/// reporting, when the node or the camera has gone meanwhile.
-BaseNode* nodeForUndo(const LayerManager* document, const QString& camera);
+/// The node of a document that an undo, or the end of a stroke, goes back to, with this camera
+/// still in the scene. Null, after reporting, when the node or the camera has gone meanwhile.
+BaseNode* requireNode(const LayerManager* document, const QString& camera);
 
 } // namespace vellum

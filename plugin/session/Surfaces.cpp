@@ -43,6 +43,7 @@ constexpr Row kTable[] = {
     {Change::Opacity, Nodes},
     {Change::ActiveOpacity, Options},
     {Change::View, Nodes},
+    {Change::Text, Nodes},
     {Change::Drawings, Markers | LayerList | AllViews},
     {Change::Stepped, Markers | LayerList | AllViews},
     {Change::Time, Markers},
@@ -129,8 +130,8 @@ void Surfaces::changed(Changes changes, const std::vector<LayerManager*>& drawin
     // What scripts in the file do to the session shows at once.
     const bool reading =
         MFileIO::isReadingFile() && !(changes & (Change::Drawings | Change::Stepped));
-    if (!reading &&
-        (changes & (Change::Layers | Change::Frames | Change::Pixels | Change::Opacity)))
+    if (!reading && (changes & (Change::Layers | Change::Frames | Change::Pixels | Change::Opacity |
+                                Change::Text)))
         script::execute(command::markSceneModified(true));
     unsigned surfaces = surfacesOf(changes);
     if (reading)

@@ -7,6 +7,7 @@
 #include "plugin/base/Settings.h"
 #include "support/FrameChanges.h"
 #include "support/Seed.h"
+#include "support/Sure.h"
 #include "tools/raster/PixelKernels.h"
 #include "tools/raster/PixelRows.h"
 #include "tools/raster/Simd.h"
@@ -21,6 +22,7 @@
 
 using namespace vellum;
 using drawing::CleanScene;
+using support::sure;
 
 namespace {
 
@@ -86,7 +88,7 @@ private:
 /// What a rebuild of everything gives; the picture must not change by it.
 QImage rebuilt(LayerManager& manager) {
     manager.markCameraModified(kCamera);
-    return manager.compositeCamera(kCamera)->copy();
+    return sure(manager.compositeCamera(kCamera)).copy();
 }
 
 void addPoint(LayerManager& manager, int x, int y, int width, float opacity) {
@@ -207,7 +209,7 @@ TEST(Composite, PixelsThatCannotBeSeenHaveNoColor) {
         QByteArray undo;
         ASSERT_TRUE(manager.commitStroke(kCamera, undo));
     }
-    const QImage erased = manager.currentFrame(kCamera)->image();
+    const QImage erased = sure(manager.currentFrame(kCamera)).image();
     EXPECT_EQ(std::count(erased.constBits(), erased.constBits() + erased.sizeInBytes(), 0),
               erased.sizeInBytes());
 }
@@ -236,7 +238,8 @@ TEST(Composite, EqualsQPainterOnStraightAlpha) {
         ASSERT_TRUE(test::putFrame(manager, kCamera, i, image));
         expected = painted(expected, image);
     }
-    EXPECT_LE(drawing::premultipliedDifference(*manager.compositeCamera(kCamera), expected), 1);
+    EXPECT_LE(drawing::premultipliedDifference(sure(manager.compositeCamera(kCamera)), expected),
+              1);
 }
 
 TEST(Composite, GhostsEqualQPainterInEveryCombination) {
@@ -294,7 +297,7 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
     QByteArray undo;
     manager.compositeCamera(kCamera);
     for (int round = 0; round < 40; ++round) {
-        QImage mirror = manager.compositeCamera(kCamera)->copy();
+        QImage mirror = sure(manager.compositeCamera(kCamera)).copy();
         const quint64 version = manager.compositeVersion(kCamera);
         switch (upTo(10)) {
         case 0:
@@ -334,7 +337,7 @@ TEST(Composite, PaintedInPartsEqualsPaintedWhole) {
             }
         }
         const bool announced = manager.needsRedraw(kCamera);
-        const QImage inParts = manager.compositeCamera(kCamera)->copy();
+        const QImage inParts = sure(manager.compositeCamera(kCamera)).copy();
         EXPECT_FALSE(manager.needsRedraw(kCamera));
         EXPECT_TRUE(announced || inParts == mirror) << "round " << round;
         // A texture that copies what is said to have changed has the same picture.
@@ -359,7 +362,7 @@ TEST(Composite, GhostsComeUpWithAStrokeThatLeftNoPixel) {
     manager.compositeCamera(kCamera);
     QByteArray undo;
     ASSERT_TRUE(manager.commitStroke(kCamera, undo));
-    const QImage picture = manager.compositeCamera(kCamera)->copy();
+    const QImage picture = sure(manager.compositeCamera(kCamera)).copy();
     EXPECT_EQ(rebuilt(manager), picture);
 }
 
@@ -428,23 +431,23 @@ TEST(Composite, CommittingChangesNoPixelAndUndoRestoresAll) {
         const CleanScene scene;
         LayerManager manager;
         fill(manager, 3, 900);
-        const QImage before = manager.compositeCamera(kCamera)->copy();
-        const QImage frameBefore = manager.currentFrame(kCamera)->image();
+        const QImage before = sure(manager.compositeCamera(kCamera)).copy();
+        const QImage frameBefore = sure(manager.currentFrame(kCamera)).image();
         ASSERT_TRUE(manager.beginStroke(kCamera, tool, QColor(200, 10, 90)));
         for (int i = 0; i < 20; ++i) {
             addPoint(manager, 100 + 40 * i, 300 + 20 * (i % 5), 30, 0.5F + 0.02F * i);
             manager.compositeCamera(kCamera);
         }
-        const QImage drawing = manager.compositeCamera(kCamera)->copy();
+        const QImage drawing = sure(manager.compositeCamera(kCamera)).copy();
         EXPECT_NE(drawing, before);
         QByteArray undo;
         ASSERT_TRUE(manager.commitStroke(kCamera, undo));
         EXPECT_FALSE(manager.currentStroke());
-        EXPECT_EQ(*manager.compositeCamera(kCamera), drawing);
-        EXPECT_EQ(rebuilt(manager), *manager.compositeCamera(kCamera));
+        EXPECT_EQ(sure(manager.compositeCamera(kCamera)), drawing);
+        EXPECT_EQ(rebuilt(manager), sure(manager.compositeCamera(kCamera)));
         ASSERT_TRUE(manager.replaceActiveImage(kCamera, undo));
-        EXPECT_EQ(manager.currentFrame(kCamera)->image(), frameBefore);
-        EXPECT_EQ(*manager.compositeCamera(kCamera), before);
+        EXPECT_EQ(sure(manager.currentFrame(kCamera)).image(), frameBefore);
+        EXPECT_EQ(sure(manager.compositeCamera(kCamera)), before);
     }
 }
 
@@ -481,12 +484,12 @@ TEST(Composite, StrokesAreRefusedWhereNothingCanBeDrawn) {
     stroke->dirty = true;
     manager.compositeCamera(kCamera);
     drawing::goTo(manager, 5);
-    QImage other = manager.currentFrame(kCamera)->image();
+    QImage other = sure(manager.currentFrame(kCamera)).image();
     QPainter(&other).fillRect(0, 600, kCanvasSize, 100, Qt::red);
     test::putPicture(manager, kCamera, other);
     EXPECT_TRUE(manager.commitStroke(kCamera, undo));
     for (const QImage& image :
-         {manager.currentFrame(kCamera)->image(), *manager.compositeCamera(kCamera)}) {
+         {sure(manager.currentFrame(kCamera)).image(), sure(manager.compositeCamera(kCamera))}) {
         EXPECT_EQ(image.pixel(2, 0), other.pixel(2, 0));
         EXPECT_EQ(image.pixelColor(500, 610), QColor(Qt::red));
         EXPECT_EQ(qAlpha(image.pixel(500, 650)), 0);

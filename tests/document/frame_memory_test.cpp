@@ -2,12 +2,14 @@
 #include "document/Drawing.h"
 #include "document/FrameCache.h"
 #include "document/IntTime.h"
+#include "support/Sure.h"
 #include "tools/raster/PngCodec.h"
 
 #include <gtest/gtest.h>
 
 using namespace vellum;
 using drawing::CleanScene;
+using support::sure;
 
 // The linker gives calls of imageToPng to the first of these, and calls of the second to it
 // (--wrap in CMakeLists.txt): nothing else lets an encoder fail that writes to memory.
@@ -165,8 +167,8 @@ TEST(Document, ALongFilmShownFrameByFrameKeepsToTheBudget) {
         drawing::goTo(manager, time);
         manager.compositeCamera("shotCam");
         EXPECT_LE(FrameCache::decodedCount(), 8);
-        EXPECT_TRUE(manager.layer("shotCam", 0)->currentFrame()->isHeld());
-        EXPECT_TRUE(manager.layer("shotCam", 1)->frameAt(0)->isDecoded());
+        EXPECT_TRUE(sure(sure(manager.layer("shotCam", 0)).currentFrame()).isHeld());
+        EXPECT_TRUE(sure(sure(manager.layer("shotCam", 1)).frameAt(0)).isDecoded());
     }
 }
 
@@ -184,7 +186,7 @@ TEST(Document, OnlyTheCamerasShownLastKeepTheirPicturesDecoded) {
         FrameCache::packAll();
         std::string pattern;
         for (int i = 0; i < cameras; ++i)
-            pattern += manager.layer(camera(i), 0)->frameAt(0)->isDecoded() ? 'D' : '.';
+            pattern += sure(sure(manager.layer(camera(i), 0)).frameAt(0)).isDecoded() ? 'D' : '.';
         return pattern;
     };
     EXPECT_EQ(decoded(), "...DDDD") << "as many as Maya has panels at once";

@@ -8,6 +8,7 @@
 #include "document/edits/FrameEdits.h"
 #include "plugin/base/Settings.h"
 #include "support/FrameChanges.h"
+#include "support/Sure.h"
 
 #include <maya/MAnimControl.h>
 
@@ -17,6 +18,7 @@
 #include <limits>
 
 using namespace vellum;
+using support::sure;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -154,15 +156,15 @@ TEST_F(FrameOperations, DuplicateCopiesThePreviousDrawing) {
 TEST_F(FrameOperations, DeletedFramesComeBackAsTheyWere) {
     draw({-3, -1, 7, 8});
     test::putFrame(document, "cam", 0, drawing::scribble(5)); // not packed
-    const QImage picture = document.currentFrame("cam")->image();
+    const QImage picture = sure(document.currentFrame("cam")).image();
     const auto remove = op::remove("cam", {-1, 7});
     for (const Verb verb : {&Edit::execute, &Edit::redo, &Edit::redo}) {
         ASSERT_TRUE(does(remove, verb));
         EXPECT_EQ(frames(), (Frames{{-3, 1}, {8, 4}}));
-        EXPECT_EQ(document.activeLayer("cam")->currentIndex(), 0);
+        EXPECT_EQ(sure(document.activeLayer("cam")).currentIndex(), 0);
         ASSERT_TRUE(remove->undo(document));
-        EXPECT_FALSE(document.currentFrame("cam")->isDecoded()) << "kept packed";
-        EXPECT_EQ(document.currentFrame("cam")->image(), picture);
+        EXPECT_FALSE(sure(document.currentFrame("cam")).isDecoded()) << "kept packed";
+        EXPECT_EQ(sure(document.currentFrame("cam")).image(), picture);
     }
 }
 
@@ -203,7 +205,7 @@ TEST_F(FrameOperations, StepsGoAroundTheEnds) {
         EXPECT_EQ(currentIntTime(), from);
         EXPECT_TRUE(step->redo(document));
         EXPECT_EQ(currentIntTime(), to);
-        EXPECT_EQ(document.currentFrame("cam")->intTime(), to) << "the document followed";
+        EXPECT_EQ(sure(document.currentFrame("cam")).intTime(), to) << "the document followed";
         return to;
     };
     EXPECT_EQ(steps(7, true), 12);

@@ -7,6 +7,7 @@
 #include "plugin/base/Settings.h"
 #include "support/FrameChanges.h"
 #include "support/Seed.h"
+#include "support/Sure.h"
 #include "tools/raster/PngCodec.h"
 
 #include <maya/MAnimControl.h>
@@ -19,6 +20,7 @@
 
 using namespace vellum;
 using drawing::CleanScene;
+using support::sure;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -36,7 +38,7 @@ public:
     }
 
     void changed(Changes told, const std::vector<LayerManager*>& drawings) override {
-        EXPECT_EQ(drawings.size(), 1U);
+        ASSERT_EQ(drawings.size(), 1U);
         changes += told.testFlag(Change::Layers) ? 1 : 0;
         if (told.testFlag(Change::ActiveOpacity)) {
             LayerManager& manager = *drawings.front();
@@ -179,7 +181,7 @@ TEST(LayerManager, MovesCarryActivityWithinACameraAndDropItBetweenCameras) {
         manager.insertLayer("other", -1, std::move(layer));
     }
     EXPECT_EQ(manager.activeLayerIndex("other"), 0) << "one layer is active, not two";
-    EXPECT_FALSE(manager.layer("other", 1)->isActive());
+    EXPECT_FALSE(sure(manager.layer("other", 1)).isActive());
 }
 
 TEST(LayerManager, CurrentCameraFollowsTheViewAndRemembersTheLastOne) {
@@ -239,8 +241,8 @@ TEST(LayerManager, ATimeChangeTouchesOnlyLayersWhosePictureChanges) {
     drawing::goTo(manager, 4);
     EXPECT_FALSE(manager.needsRedraw("cam"));
     drawing::goTo(manager, 5);
-    EXPECT_TRUE(manager.layer("cam", 0)->isDirty());
-    EXPECT_FALSE(manager.layer("cam", 1)->isDirty());
+    EXPECT_TRUE(sure(manager.layer("cam", 0)).isDirty());
+    EXPECT_FALSE(sure(manager.layer("cam", 1)).isDirty());
     EXPECT_TRUE(manager.needsRedraw("cam"));
 
     // Markers that were refreshed have brought the active layer up to date, others have not.
@@ -249,11 +251,11 @@ TEST(LayerManager, ATimeChangeTouchesOnlyLayersWhosePictureChanges) {
     QList<int> times;
     manager.collectFrameTimes("cam", times);
     EXPECT_EQ(times, (QList<int>{1, 5}));
-    EXPECT_EQ(manager.layer("cam", 0)->currentIndex(), 0);
+    EXPECT_EQ(sure(manager.layer("cam", 0)).currentIndex(), 0);
     manager.timeChanged(1, true);
-    EXPECT_EQ(manager.layer("cam", 0)->currentIndex(), 0);
+    EXPECT_EQ(sure(manager.layer("cam", 0)).currentIndex(), 0);
     manager.timeChanged(5, true);
-    EXPECT_EQ(manager.layer("cam", 0)->currentIndex(), 1);
+    EXPECT_EQ(sure(manager.layer("cam", 0)).currentIndex(), 1);
     drawing::goTo(manager, 5);
 
     manager.compositeCamera("cam");
@@ -275,7 +277,7 @@ TEST(LayerManager, TakingAnEarlierFrameKeepsWhatIsShownNow) {
     manager.timeChanged(15);
     ASSERT_TRUE(manager.takeFrameAt("cam", 1));
     ASSERT_NE(manager.currentFrame("cam"), nullptr);
-    EXPECT_EQ(manager.currentFrame("cam")->intTime(), 10);
+    EXPECT_EQ(sure(manager.currentFrame("cam")).intTime(), 10);
 }
 
 TEST(LayerManager, ExchangesTheCurrentPictureWithUndoBytes) {
@@ -296,8 +298,8 @@ TEST(LayerManager, ExchangesTheCurrentPictureWithUndoBytes) {
     bytes = "damaged";
     ASSERT_TRUE(manager.replaceActiveImage("cam", bytes));
     EXPECT_EQ(bytes, nine);
-    EXPECT_EQ(drawing::markOf(manager.currentFrame("cam")->image()), 0);
-    EXPECT_EQ(drawing::markOf(manager.layer("cam", 0)->frameAt(0)->image()), 1);
+    EXPECT_EQ(drawing::markOf(sure(manager.currentFrame("cam")).image()), 0);
+    EXPECT_EQ(drawing::markOf(sure(sure(manager.layer("cam", 0)).frameAt(0)).image()), 1);
 }
 
 namespace {

@@ -2,6 +2,7 @@
 // time unit changes.
 #include "document/Drawing.h"
 #include "document/IntTime.h"
+#include "support/Sure.h"
 
 #include <maya/MAnimControl.h>
 
@@ -11,6 +12,7 @@
 
 using namespace vellum;
 using drawing::CleanScene;
+using support::sure;
 
 namespace {
 
@@ -115,7 +117,7 @@ TEST(Layer, KeepsFramesSortedAndRefusesASecondOneAtATime) {
     EXPECT_EQ(layer->frameTimes(), (QList<int>{-5, 1, 10, 20}));
     EXPECT_EQ(layer->addFrame(drawing::frameWith(10, drawing::marked(9))), -1);
     EXPECT_EQ(layer->addFrame(nullptr), -1);
-    EXPECT_EQ(drawing::markOf(layer->frameAt(2)->image()), 3);
+    EXPECT_EQ(drawing::markOf(sure(layer->frameAt(2)).image()), 3);
     EXPECT_EQ(layer->addFrameAt(11), 3);
     EXPECT_EQ(layer->frameAt(-1), nullptr);
     EXPECT_EQ(layer->frameAt(5), nullptr);
@@ -126,7 +128,7 @@ TEST(Layer, KeepsFramesSortedAndRefusesASecondOneAtATime) {
     EXPECT_EQ(drawing::markOf(taken->image()), 2);
     EXPECT_EQ(layer->currentIndex(), -1) << "none at or before the time it was taken from";
     layer->updateCurrentIndex(15);
-    EXPECT_EQ(layer->currentFrame()->intTime(), 11);
+    EXPECT_EQ(sure(layer->currentFrame()).intTime(), 11);
     layer->clearFrames();
     EXPECT_EQ(layer->currentIndex(), -1);
 }

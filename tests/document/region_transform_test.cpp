@@ -2,9 +2,12 @@
 #include "document/Drawing.h"
 #include "support/FrameChanges.h"
 #include "support/Seed.h"
+#include "support/Sure.h"
 #include "tools/raster/StrokeImage.h"
 
 #include <gtest/gtest.h>
+
+using support::sure;
 
 namespace vellum {
 namespace {
@@ -24,8 +27,8 @@ protected:
     }
 
     void setPicture(const QImage& image) { test::putPicture(manager, kCamera, image); }
-    QImage picture() { return withoutFringe(manager.currentFrame(kCamera)->image()); }
-    QImage shown() { return withoutFringe(*manager.compositeCamera(kCamera)); }
+    QImage picture() { return withoutFringe(sure(manager.currentFrame(kCamera)).image()); }
+    QImage shown() { return withoutFringe(sure(manager.compositeCamera(kCamera))); }
 
     Stroke* lift(const RegionTransform& state) { return manager.beginTransform(kCamera, state); }
 

@@ -9,12 +9,15 @@
 #include "document/edits/TargetAdditions.h"
 #include "plugin/base/Settings.h"
 #include "support/Seed.h"
+#include "support/Sure.h"
 
 #include <maya/MAnimControl.h>
 
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
+
+using support::sure;
 
 namespace vellum {
 namespace {
@@ -39,7 +42,9 @@ public:
         MAnimControl::setCurrentTime(fromIntTime(time));
         document.timeChanged(time);
     }
-    bool isStatic() const { return document.activeLayer(kCamera)->state() == LayerState::Static; }
+    bool isStatic() const {
+        return sure(document.activeLayer(kCamera)).state() == LayerState::Static;
+    }
 
     TargetAdditions begin(int y) {
         TargetAdditions added(kCamera);
@@ -219,7 +224,7 @@ private:
             return;
         }
         step.held = *picture;
-        *picture = board_.document.currentFrame(kCamera)->pngBytes();
+        *picture = sure(board_.document.currentFrame(kCamera)).pngBytes();
         EXPECT_NE(*picture, step.held);
         steps_.resize(board_.done - 1);
         steps_.push_back(step);
@@ -339,7 +344,7 @@ TEST(StrokeSteps, ReturnToTheFrameDrawnOnWhereTheUserWishes) {
     board.go(9);
     ASSERT_TRUE(board.commit(added));
     EXPECT_EQ(currentIntTime(), 9);
-    EXPECT_EQ(board.document.currentFrame(kCamera)->intTime(), 9);
+    EXPECT_EQ(sure(board.document.currentFrame(kCamera)).intTime(), 9);
     EXPECT_EQ(board.pictureAt(9), drawn.at(0).at(9));
     EXPECT_NE(board.pictureAt(5), drawn.at(0).at(5));
     ASSERT_TRUE(board.undo());

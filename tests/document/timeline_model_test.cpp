@@ -8,6 +8,7 @@
 #include "document/edits/FrameEdits.h"
 #include "support/FrameChanges.h"
 #include "support/Seed.h"
+#include "support/Sure.h"
 #include "tools/raster/PngCodec.h"
 
 #include <QHash>
@@ -21,6 +22,7 @@
 
 using namespace vellum;
 using namespace timeline_model;
+using support::sure;
 
 namespace {
 
@@ -386,7 +388,7 @@ void Twins::paint() {
     const int mark = upTo(kMarks), before = picture->second;
     say(QString("paint %1 over %2 on %3").arg(mark).arg(before).arg(camera));
     // By moment: with the scene's time elsewhere it is another frame that is shown.
-    const MTime time = document_.currentFrame(camera)->time();
+    const MTime time = sure(document_.currentFrame(camera)).time();
     const auto put = [=](int which) {
         test::putFrame(document_, camera, document_.activeLayerIndex(camera),
                        Frame::fromPng(time, pngOf(which)));

@@ -46,6 +46,25 @@ TEST(Idle, WorkPostedByWorkWaitsForTheNextRound) {
     host::idle::setWakeUp({});
 }
 
+TEST(Idle, WorkThatWaitsInAnEventLoopHoldsNothingUp) {
+    host::idle::clear();
+    std::string order;
+    int wakeUps = 0;
+    host::idle::setWakeUp([&] { ++wakeUps; });
+    host::idle::post([&] {
+        order += "a";
+        host::idle::post([&] { order += "c"; });
+        EXPECT_EQ(2, wakeUps) << "somebody is to go on with the rest";
+        host::idle::drain(); // as the event loop of a dialog does
+        order += "z";
+    });
+    host::idle::post([&] { order += "b"; });
+    host::idle::drain();
+    EXPECT_EQ("abcz", order);
+    EXPECT_FALSE(host::idle::pending());
+    host::idle::setWakeUp({});
+}
+
 TEST(Idle, WorkThatNeverEndsDoesNotHang) {
     host::idle::clear();
     int rounds = 0;

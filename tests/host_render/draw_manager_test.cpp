@@ -149,7 +149,7 @@ TEST_F(DrawManagerTest, NothingIsDrawnOutsideADrawable) {
     ui.circle2d(MPoint(50, 50), 20);
     ui.text2d(MPoint(50, 50), "text");
     ui.endDrawable();
-    EXPECT_EQ(errors.texts.size(), 8u);
+    ASSERT_EQ(errors.texts.size(), 8u);
     EXPECT_NE(errors.texts.front().find("probe: MUIDrawManager::setColor"), std::string::npos);
     EXPECT_TRUE(manager.take().empty());
 

@@ -6,6 +6,7 @@
 #include "scene/core/TimeState.h"
 
 #include <maya/MAnimControl.h>
+#include <maya/MDGMessage.h>
 #include <maya/MDagModifier.h>
 #include <maya/MDagPath.h>
 #include <maya/MEventMessage.h>
@@ -31,6 +32,8 @@
 #include <limits>
 #include <memory>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -339,6 +342,35 @@ TEST_F(CoreTest, EventsByTheirExactNames) {
     EXPECT_FALSE(MMessage::removeCallback(id));
     MAnimControl::setCurrentTime(MTime(6, MTime::kFilm));
     EXPECT_EQ(1, calls);
+}
+
+TEST_F(CoreTest, NodesThatComeAndGoAreTold) {
+    using Names = std::vector<std::string>;
+    Names came;
+    Names went;
+    const auto note = [](MObject& node, void* names) {
+        static_cast<Names*>(names)->emplace_back(MFnDependencyNode(node).name().asChar());
+    };
+    MCallbackIdArray ids;
+    ids.append(MDGMessage::addNodeAddedCallback(note, "camera", &came));
+    ids.append(MDGMessage::addNodeRemovedCallback(note, kDefaultNodeType, &went));
+    MStatus status;
+    MDGMessage::addNodeAddedCallback(note, "noSuchType", &came, &status);
+    EXPECT_EQ(status, MS::kInvalidParameter);
+
+    const MObject transform = make("camera", "cam"); // a transform, and the camera below it
+    EXPECT_EQ(came, (Names{"camShape"}));
+    MDGModifier deletion;
+    deletion.deleteNode(transform);
+    ASSERT_TRUE(deletion.doIt());
+    EXPECT_EQ(went, (Names{"cam", "camShape"}));
+    ASSERT_TRUE(deletion.undoIt());
+    ASSERT_TRUE(deletion.doIt());
+    EXPECT_EQ(came.size(), 2U);
+    EXPECT_EQ(went.size(), 4U);
+    EXPECT_TRUE(MMessage::removeCallbacks(ids));
+    ASSERT_TRUE(deletion.undoIt());
+    EXPECT_EQ(came.size(), 2U);
 }
 
 TEST_F(CoreTest, UnitChangeKeepsTheMoment) {

@@ -34,6 +34,8 @@ public:
     }
     MStatus undoIt() override {
         EXPECT_FALSE(document().empty());
+        if (document().empty())
+            return MS::kFailure;
         EXPECT_EQ(document().back(), value_);
         document().pop_back();
         return MS::kSuccess;

@@ -1,5 +1,6 @@
 // Controls as scripts make them, and the jobs that hang on windows.
 #include "host_ui/UiTest.h"
+#include "support/Sure.h"
 #include "ui/ColorSliderGroup.h"
 #include "ui/Elements.h"
 #include "ui/OptionMenu.h"
@@ -14,6 +15,7 @@
 
 #include <gmock/gmock.h>
 
+using support::sure;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -149,7 +151,8 @@ TEST_F(Controls, CommandsMayDeleteWhatTheyBelongTo) {
     EXPECT_THAT(errorOf("menuItem late"), HasSubstr("no current menu"));
     run("setParent win; columnLayout col; colorSliderGrp -dc \"deleteUI win; window win\" ink");
     uitest::settle();
-    auto* slider = MQtUtil::findControl("ink")->findChild<QSlider*>("slider");
+    auto* slider = sure(MQtUtil::findControl("ink")).findChild<QSlider*>("slider");
+    ASSERT_NE(slider, nullptr);
     slider->setSliderDown(true);
     slider->setValue(700);
     EXPECT_EQ(runInt("control -exists ink"), 0);
@@ -158,7 +161,7 @@ TEST_F(Controls, CommandsMayDeleteWhatTheyBelongTo) {
     EXPECT_EQ(runInt("window -exists win"), 1);
     // The closing command of a window that deletes it, and one that deletes itself while open.
     run("deleteUI win; window -ret -cc \"deleteUI win\" win; showWindow win");
-    MQtUtil::findWindow("win")->close();
+    sure(MQtUtil::findWindow("win")).close();
     uitest::settle();
     EXPECT_EQ(runInt("window -exists win"), 0);
     for (const char* part : {"modelPanel4", "viewPanes", "timeControl1", "mainWindowLayout"})
@@ -174,7 +177,7 @@ TEST_F(Controls, JobsEndAndRunWithTheirWindows) {
     EXPECT_EQ(errorOf("scriptJob -p nobody -e Undo \"\""), "Object 'nobody' not found.");
     EXPECT_EQ(errorOf("scriptJob -uid nobody \"\""), "Object 'nobody' not found.");
     showWindow();
-    MQtUtil::findWindow("win")->close(); // by the user
+    sure(MQtUtil::findWindow("win")).close(); // by the user
     ASSERT_TRUE(uitest::waitFor([&] { return runString("$heard").size() >= 8; }, 3000));
     EXPECT_THAT(runString("$heard"), testing::AnyOf("gonelow ", "low gone"));
     run("$heard = \"\"; createNode transform; undo");

@@ -181,6 +181,7 @@ TEST_F(TimeSliderTest, PlaybackLoopsInItsRangeUntilStopped) {
     EXPECT_FALSE(MAnimControl::isPlaying());
     EXPECT_FALSE(host::conditions::state("playingBack"));
     EXPECT_THAT(heard, Each(testing::AllOf(testing::Ge(5), testing::Le(8))));
+    ASSERT_FALSE(heard.empty());
     EXPECT_EQ(heard.front(), 5);
 
     run("currentTime 6; play -wait");

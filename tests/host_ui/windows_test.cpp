@@ -2,6 +2,7 @@
 #include "host_ui/UiTest.h"
 #include "render/Views.h"
 #include "scene/files/FileIO.h"
+#include "support/Sure.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -15,6 +16,7 @@
 
 #include <gmock/gmock.h>
 
+using support::sure;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -55,9 +57,9 @@ TEST_F(Windows, AFloatingViewOfItsOwn) {
     EXPECT_EQ(runString("modelPanel -q -camera floatPanel"), "top");
     run("setFocus floatPanel");
     EXPECT_EQ(runString("getPanel -withFocus"), "floatPanel");
-    EXPECT_EQ(MQtUtil::findWindow("floatWin")->windowTitle(), "Float");
+    EXPECT_EQ(sure(MQtUtil::findWindow("floatWin")).windowTitle(), "Float");
 
-    MQtUtil::findWindow("floatWin")->close();
+    sure(MQtUtil::findWindow("floatWin")).close();
     uitest::settle();
     EXPECT_EQ(runInt("window -exists floatWin"), 1) << "it is retained";
     run("deleteUI floatWin");
@@ -165,7 +167,7 @@ TEST_F(Windows, StandWhereScriptsPutThemAndTellWhenTheyClose) {
     run("window -e -visible false middle; window -e -sizeable true -visible true middle");
     EXPECT_EQ(middle->pos(), QPoint(60, 40)) << "shown again, it stays";
     EXPECT_EQ(runInt("window -q -sizeable middle"), 1);
-    MQtUtil::findWindow("middle")->close();
+    sure(MQtUtil::findWindow("middle")).close();
     uitest::settle();
     EXPECT_EQ(runInt("$closed"), 1);
     EXPECT_EQ(runInt("window -exists middle"), 0);

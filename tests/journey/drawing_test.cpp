@@ -5,10 +5,13 @@
 #include "journey/LayerData.h"
 #include "plugin/base/ToolTable.h"
 #include "support/Paths.h"
+#include "support/Sure.h"
 #include "ui/MainWindow.h"
 #include "ui/ViewWidget.h"
 
 #include <QFileInfo>
+
+using support::firstOf;
 
 namespace vellum::test {
 namespace {
@@ -238,7 +241,7 @@ TEST_F(Drawing, ClosingAsksAsLongAsSomethingIsUnsaved) {
     EXPECT_TRUE(closeAsks(QMessageBox::Yes));
     EXPECT_FALSE(window->isVisible());
     ASSERT_EQ(layerData(file("shot.ma")).size(), 1);
-    EXPECT_FALSE(layerData(file("shot.ma")).first().contains(QStringLiteral("89504e47")))
+    EXPECT_FALSE(firstOf(layerData(file("shot.ma"))).contains(QStringLiteral("89504e47")))
         << "the undone drawing was not saved";
 }
 
@@ -275,7 +278,7 @@ TEST_F(Drawing, ImportedDrawingsStandBesideThoseOfTheScene) {
     save(file("both.ma"));
     const QStringList saved = layerData(file("both.ma"));
     ASSERT_EQ(saved.size(), 2);
-    EXPECT_TRUE(saved.contains(layerData(file("lower.ma")).first()));
+    EXPECT_TRUE(saved.contains(firstOf(layerData(file("lower.ma")))));
     open(file("both.ma"));
     lookThrough("shotCam");
     EXPECT_TRUE(shows(own));

@@ -128,7 +128,7 @@ TEST_F(MenuBar, ItsToolsStayAtHandWhenTornOff) {
         ASSERT_NE(entry, nullptr) << tool;
         hand.click(*tornOff(), tornOff()->actionGeometry(entry).center());
         EXPECT_TRUE(support::waitFor([&] { return entry->isChecked(); })) << tool;
-        EXPECT_NE(tornOff(), nullptr);
+        ASSERT_NE(tornOff(), nullptr);
     }
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
     ASSERT_TRUE(run(QStringLiteral("file -f -new")));

@@ -20,6 +20,7 @@
 #include "script/PluginCommands.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QCryptographicHash>
 
 #include <map>
@@ -248,6 +249,12 @@ QString WatchedCommands::logOf(const QString& script) {
     errors.clear();
     EXPECT_TRUE(script.isEmpty() || run(script)) << allErrors().toStdString();
     host::idle::drainAll();
+    return watch().log.join(QStringLiteral(", "));
+}
+
+QString WatchedCommands::logOfNextMoment() {
+    watch() = Watch();
+    QCoreApplication::processEvents();
     return watch().log.join(QStringLiteral(", "));
 }
 

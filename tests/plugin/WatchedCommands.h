@@ -38,6 +38,8 @@ protected:
     Outcome call(const QString& line);
     /// What any script, and all that runs at idle after it, asks of the interface.
     QString logOf(const QString& script);
+    /// What is asked of it when the event loop runs next.
+    QString logOfNextMoment();
     /// The line fails with this message ("": none) and this status, and leaves everything as it
     /// was.
     void fails(const QString& line, const QString& message,

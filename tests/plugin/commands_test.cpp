@@ -148,6 +148,20 @@ TEST_F(Layers, PropertiesAreUndoable) {
     }
 }
 
+TEST_F(Layers, AValueThatIsThereAlreadyIsNoStep) {
+    add("a");
+    for (const char* edit : {"-ev 0 0", "-eo 0.25 0", "-es 1 0", "-en b 0"}) {
+        SCOPED_TRACE(edit);
+        const QString line = QStringLiteral("rvVellumLayer %1 persp").arg(QLatin1String(edit));
+        ASSERT_TRUE(run(line));
+        const std::size_t steps = host::undoQueue().undoCount();
+        ASSERT_TRUE(run(QStringLiteral("file -modified 0; ") + line));
+        EXPECT_EQ(host::undoQueue().undoCount(), steps);
+        EXPECT_EQ(number(QStringLiteral("file -q -modified")), 0);
+    }
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
 TEST_F(Layers, RefusalsChangeNothing) {
     add("a");
     add("b");

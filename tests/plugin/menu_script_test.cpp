@@ -70,6 +70,37 @@ TEST_F(MenuScript, MovingLayersToTheFloatingViewIsUndone) {
     ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow")));
 }
 
+// Whatever the view that is shown looks through: what it gets is seen in it.
+TEST_F(MenuScript, AFloatingViewThatIsShownTakesLayersToo) {
+    ASSERT_TRUE(run(QStringLiteral("rvVellumNode -layer -camera persp -layerName a;"
+                                   "rvVellumLayer -add -n b persp; rvVellumLayer -add -n c top;"
+                                   "rvVellumUtil -fv; move -absolute 1 2 3 vellumCam")));
+    const auto names = [this] {
+        QStringList all;
+        for (int i = 0; i < layers("vellumCam"); ++i)
+            all << text(QStringLiteral("rvVellumLayer -qn %1 vellumCam").arg(i));
+        return all.join(QLatin1Char(' ')).toStdString();
+    };
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fvm top")));
+    EXPECT_EQ(names(), "c");
+    ASSERT_TRUE(run(QStringLiteral("lookThroughModelPanel side rvVellumFloatingModelPanel")));
+    const std::size_t before = host::undoQueue().undoCount();
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fvm persp")));
+    EXPECT_EQ(names(), "c a b") << "above those it has";
+    EXPECT_EQ(layers("persp"), 0);
+    EXPECT_EQ(host::undoQueue().undoCount(), before + 1);
+    EXPECT_EQ(text(QStringLiteral("modelPanel -q -camera rvVellumFloatingModelPanel")),
+              QStringLiteral("vellumCam"));
+    EXPECT_EQ(number(QStringLiteral("int(`getAttr vellumCam.translateY`)")), 2);
+    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -fvm vellumCam")));
+    EXPECT_EQ(names(), "c a b") << "its own stay";
+    ASSERT_TRUE(run(QStringLiteral("undo")));
+    EXPECT_EQ(names(), "c");
+    EXPECT_EQ(layers("persp"), 2);
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+    ASSERT_TRUE(run(QStringLiteral("deleteUI -window rvVlFloatingWindow")));
+}
+
 TEST_F(MenuScript, FloatingViewComesBackAfterItsPartsWereDeleted) {
     const auto camera = [this] {
         return text(QStringLiteral("modelPanel -q -camera rvVellumFloatingModelPanel"));

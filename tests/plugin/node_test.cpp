@@ -178,6 +178,14 @@ TEST_F(Node, OfSeveralActiveOnesTheFirstWorks) {
                         .arg(file)));
     EXPECT_EQ(number(QStringLiteral("size(`ls -type rvVellum`)")), 2);
     EXPECT_EQ(layers(), 2) << "the scene's own";
+    EXPECT_EQ(warnings,
+              QStringList{QStringLiteral("[Vellum2] The scene has 2 drawings now. The one that is "
+                                         "drawn on is vellum|vellumShape.")});
+    ASSERT_TRUE(run(QStringLiteral("group -em -name lone; file -f -new; file -import \"%1\";"
+                                   "file -f -open \"%1\"; rvVellumLayer -add persp;"
+                                   "file -import \"%1\"")
+                        .arg(file)));
+    EXPECT_EQ(warnings.size(), 2) << "a first drawing is the only one";
     ASSERT_TRUE(run(QStringLiteral("delete vellum")));
     EXPECT_EQ(layers(), 1) << "the imported one";
     ASSERT_TRUE(run(QStringLiteral("undo; group -n deep vellum; rename deep a")));

@@ -15,6 +15,7 @@
 #include <csignal>
 #include <gtest/gtest.h>
 #include <random>
+#include <vector>
 #ifdef Q_OS_UNIX
 #include <sys/resource.h>
 #endif
@@ -288,38 +289,67 @@ TEST_F(SettingsFile, WhatIsNoFileIsLeftAlone) {
 }
 
 #ifdef Q_OS_UNIX
+/// While it lives, files have this room; of a full disk the same becomes of a write. With `once`,
+/// the first write that fails makes room for those after it, as when the draft's disk is the full
+/// one.
+class FullDisk {
+public:
+    FullDisk(rlim_t room, bool once) : handler_(std::signal(SIGXFSZ, once ? makeRoom : SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        rlimit small = before_;
+        small.rlim_cur = room;
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    static void makeRoom(int) { setrlimit(RLIMIT_FSIZE, &before_); }
+
+    static inline rlimit before_{};
+    void (*handler_)(int);
+};
+
 TEST_F(SettingsFile, AWriteThatBreaksOffLeavesTheOldFile) {
-    constexpr rlim_t room = 100000; // bytes a file may have; a full disk would be the same
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const struct {
-        const char* what;
+    ASSERT_TRUE(saveSettingsTo(path()));
+    const auto whole = static_cast<rlim_t>(content().size());
+    struct Case {
+        rlim_t room;
         QByteArray geometry;
         QByteArray stranger;
-    } cases[] = {
-        {"our own keys, in the draft already", QByteArray(200000, 'g'), "short"},
-        {"strangers' keys, in the file alone", "short", QByteArray(200000, 's')},
     };
-    for (const auto& one : cases) {
-        SCOPED_TRACE(one.what);
-        resetSettings();
-        settings().mainMenuName = QStringLiteral("whole");
-        write(QStringLiteral("[strangers]\nkey=") + QString::fromLatin1(one.stranger));
-        ASSERT_TRUE(saveSettingsTo(path()));
-        const QByteArray old = content();
-        ASSERT_TRUE(old.contains(one.stranger));
-        settings().mainMenuName = QString(3000, QLatin1Char('x'));
-        settings().toolboxGeometry = one.geometry;
-        rlimit small = before;
-        small.rlim_cur = room;
-        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-        const bool saved = saveSettingsTo(path());
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-        EXPECT_FALSE(saved);
-        EXPECT_TRUE(content() == old);
-        EXPECT_EQ(QDir(directory_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    // Of little text, what breaks off is the draft's only write; of much, one of many. Strangers'
+    // keys are in no draft.
+    std::vector<Case> cases{{0, {}, {}},
+                            {100, {}, "x"},
+                            {whole / 2, {}, {}},
+                            {100000, QByteArray(200000, 'g'), "x"},
+                            {100000, {}, QByteArray(200000, 's')}};
+    for (rlim_t missing = 1; missing < 10; ++missing) // all keys are there, and most of the last
+        cases.push_back({whole - missing, {}, {}});
+    for (const Case& one : cases) {
+        for (const bool once : {false, true}) {
+            SCOPED_TRACE(testing::Message() << one.room << (once ? ", once" : ""));
+            resetSettings();
+            write(one.stranger.isEmpty()
+                      ? QString()
+                      : QStringLiteral("[strangers]\nkey=") + QString::fromLatin1(one.stranger));
+            ASSERT_TRUE(saveSettingsTo(path()));
+            const QByteArray old = content();
+            settings().toolboxGeometry = one.geometry;
+            bool saved = true;
+            {
+                const FullDisk disk(one.room, once);
+                saved = saveSettingsTo(path());
+            }
+            EXPECT_FALSE(saved);
+            EXPECT_TRUE(content() == old);
+            EXPECT_EQ(QDir(directory_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+        }
     }
 }
 #endif

@@ -10,11 +10,15 @@
 #include "plugin/entry/SceneEvents.h"
 #include "plugin/session/PluginState.h"
 #include "script/PluginCommands.h"
+#include "support/Sure.h"
 #include "tools/interaction/StrokeCommand.h"
 #include "tools/raster/Stroke.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
+
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -58,9 +62,12 @@ protected:
     /// What is written to the node's visibility reaches the views as a change of the scene, which
     /// every event is as well.
     Cost costOf(const QString& script) {
+        return costOf([&] { return logOf(script); });
+    }
+    Cost costOf(const std::function<QString()>& work) {
         host::counters() = {};
         sceneChanges_ = events_ = 0;
-        const QStringList log = logOf(script).split(line(", "), Qt::SkipEmptyParts);
+        const QStringList log = work().split(line(", "), Qt::SkipEmptyParts);
         Cost cost;
         cost.looks = host::counters().dagWalks;
         cost.redraws = sceneChanges_ - events_ + host::counters().allViewRefreshes;
@@ -112,7 +119,7 @@ TEST_F(Telling, LayerCommands) {
     for (const char* command :
          {"-e -act 0 shotCam", "-e -act 0 persp", "-add -n top persp", "-add -ls 1 shotCam",
           "-ins 1 -n ink persp", "-del 0 persp", "-mv 0 2 persp", "-mv 0 0 -nc shotCam persp",
-          "-mva persp shotCam", "-en sky 0 persp", "-ev 0 0 persp", "-es 1 0 persp", "-da persp",
+          "-mva persp shotCam", "-en sky 0 persp", "-ev 1 0 persp", "-es 1 0 persp", "-da persp",
           "-add top"})
         costsLittle(line("rvVellumLayer ") + line(command), {"layers markers"});
     // The opacity of the layer drawn on is one of the tool's options.
@@ -176,12 +183,35 @@ TEST_F(Telling, SettingsAndTheNode) {
     expectLittle("adopts the camera", costOf(line("rvVellumNode -r")), 1, 1, "layers markers");
 }
 
+// Nothing is selected, so Maya tells of no selection that changed.
+TEST_F(Telling, NodesThatComeAndGoAreToldOnceAMomentLater) {
+    const struct {
+        const char* script;
+        const char* surfaces;
+    } rows[] = {
+        {"createNode rvVellum; createNode rvVellum; select -cl", "layers markers"},
+        {"camera; camera; select -cl", "layers"},
+        {"delete rvVellum1; delete rvVellum2; delete camera1; delete camera2", "layers markers"},
+        {"file -f -new", "layers"}, // has cameras of its own; the event has told the rest
+    };
+    logOfNextMoment();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.script);
+        logOf(line(row.script));
+        const Cost cost = costOf([this] { return logOfNextMoment(); });
+        std::map<QString, int> once;
+        for (const QString& name : line(row.surfaces).split(QLatin1Char(' '), Qt::SkipEmptyParts))
+            once[name] = 1;
+        EXPECT_EQ(cost.surfaces, once) << cost.text().toStdString();
+    }
+}
+
 TEST_F(Telling, TimeLooksOnce) {
     ASSERT_TRUE(run(line("rvVellumUtil -rtd"))); // the markers are shown
     const Cost cost = costOf(line("currentTime 20"));
     EXPECT_EQ(cost.looks, 1) << cost.text().toStdString();
     EXPECT_EQ(cost.surfaces, (std::map<QString, int>{{line("markers"), 1}}));
-    EXPECT_EQ(document()->currentFrame(line("persp"))->intTime(), 20);
+    EXPECT_EQ(sure(document()->currentFrame(line("persp"))).intTime(), 20);
     EXPECT_EQ(costOf(line("select -r persp")).looks, 1);
     host::counters() = {};
     host::events::emit("timeUnitChanged");

@@ -65,6 +65,7 @@ void settle() {
 }
 
 Hand::Hand() : injector_(host::InputInjector::create()) {
+    injector_->stopKeyRepeat(); // a busy machine holds keys for longer than was meant
 }
 
 Hand::~Hand() = default;

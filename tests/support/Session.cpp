@@ -31,6 +31,8 @@ HostSession::HostSession() {
     listener_ = host::report::addListener([this](host::report::Level level, const std::string& t) {
         if (level == host::report::Level::Error)
             errors.append(QString::fromStdString(t));
+        else if (level == host::report::Level::Warning)
+            warnings.append(QString::fromStdString(t));
     });
     EXPECT_TRUE(run(QStringLiteral("file -f -new")));
 }

@@ -14,8 +14,8 @@ class MainWindow;
 
 namespace vellum::test {
 
-/// The host with its main window and an empty preferences directory. Errors shown to the user are
-/// collected.
+/// The host with its main window and an empty preferences directory. What is shown to the
+/// user as an error or a warning is collected.
 class HostSession : public ::testing::Test {
 protected:
     HostSession();
@@ -31,7 +31,8 @@ protected:
     void refuses(const QString& script, const QString& error);
 
     std::unique_ptr<host::MainWindow> window;
-    QStringList errors; ///< since the last clear
+    QStringList errors;   ///< since the last clear
+    QStringList warnings; ///< likewise
     QString allErrors() const;
 
 private:

@@ -7,6 +7,7 @@
 #include "plugin/session/SceneTime.h"
 #include "plugins/PluginServices.h"
 #include "script/PluginCommands.h"
+#include "support/Sure.h"
 #include "tools/interaction/DrawContextCommand.h"
 #include "tools/interaction/StrokeCommand.h"
 #include "tools/raster/ViewToImage.h"
@@ -17,6 +18,9 @@
 #include <QTest>
 
 #include <maya/M3dView.h>
+
+using support::lastOf;
+using support::sure;
 
 namespace vellum::test {
 
@@ -134,10 +138,10 @@ void ToolSession::drawTo(QPoint from, QPoint to) {
     const bool text = stroke->tool == Tool::Text;
     ASSERT_TRUE(waitFor([&] { return sampled() == (text ? 1U : 2U); }))
         << sampled() << " samples of tool " << static_cast<int>(stroke->tool);
-    const StrokePoint before = document()->currentStroke()->points.back();
+    const StrokePoint before = lastOf(sure(document()->currentStroke()).points);
     moveTo(to);
     ASSERT_TRUE(waitFor([&] {
-        const StrokePoint& last = document()->currentStroke()->points.back();
+        const StrokePoint last = lastOf(sure(document()->currentStroke()).points);
         return last.x != before.x || last.y != before.y;
     })) << "no sample on the way to "
         << to.x() << ", " << to.y();

@@ -5,6 +5,7 @@
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
 #include "plugin/session/PluginState.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 #include "ui/InputInjector.h"
@@ -16,6 +17,8 @@
 #include <QThread>
 
 #include <maya/MAnimControl.h>
+
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -108,10 +111,10 @@ TEST_F(Drawing, PointsAreTheVeryDevicePixels) {
     ASSERT_TRUE(waitFor([&] { return sampled() == 2; }));
     moveTo(to);
     ASSERT_TRUE(waitFor([&] {
-        const StrokePoint& last = document()->currentStroke()->points[1];
+        const StrokePoint& last = sure(document()->currentStroke()).points[1];
         return QPoint(last.x, last.y) == imagePixel(to);
     }));
-    const StrokePoint& first = document()->currentStroke()->points[0];
+    const StrokePoint& first = sure(document()->currentStroke()).points[0];
     EXPECT_EQ(QPoint(first.x, first.y), imagePixel(from));
     release();
     EXPECT_GT(alphaAt((imagePixel(from) + imagePixel(to)) / 2), 100);
@@ -184,7 +187,7 @@ TEST_F(Drawing, TextIsTypedAndCommittedByTheNextPress) {
         key(code, true);
         key(code, false);
     }
-    EXPECT_EQ(document()->currentStroke()->text, QStringLiteral("hb"));
+    EXPECT_EQ(sure(document()->currentStroke()).text, QStringLiteral("hb"));
     settings().activeTool = Tool::Pencil;
     moveTo({300, 300});
     press();
@@ -235,13 +238,13 @@ TEST_F(Drawing, TimeChangeDuringAStrokeLosesNothing) {
     EXPECT_NE(picture(), ten);
     ASSERT_TRUE(run(QStringLiteral("undo")));
     EXPECT_EQ(picture(), ten);
-    EXPECT_EQ(document()->activeLayer(camera)->frameTimes(), (QList<int>{1, 10}));
+    EXPECT_EQ(sure(document()->activeLayer(camera)).frameTimes(), (QList<int>{1, 10}));
     // Nothing is shown to draw on any more.
     at(-5);
     drag({{100, 300}, {200, 300}});
     at(-9);
     release();
-    EXPECT_EQ(document()->activeLayer(camera)->frameTimes(), (QList<int>{1, 10}));
+    EXPECT_EQ(sure(document()->activeLayer(camera)).frameTimes(), (QList<int>{1, 10}));
     EXPECT_EQ(document()->currentStroke(), nullptr);
 }
 

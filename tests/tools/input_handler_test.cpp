@@ -2,6 +2,7 @@
 #include "plugin/base/QtCompat.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 #include "tools/interaction/DrawContextInputHandler.h"
 #include "ui/InputInjector.h"
@@ -13,6 +14,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 
+using support::sure;
+
 namespace vellum::test {
 namespace {
 
@@ -23,7 +26,8 @@ public:
         return true;
     }
     void typeText(const QString& text, const QString&) override { typed += text; }
-    void commitText() override { ++commits; }
+    bool commitText() override { return ++commits > 0; }
+    bool settleText() override { return commitText(); }
     QString typed;
     int commits = 0;
 };
@@ -110,15 +114,38 @@ TEST_F(InputHandler, TypedKeysGoToTheTextAndCommandsDoNot) {
     EXPECT_TRUE(send(QEvent::KeyPress, Qt::Key_B, {}, QStringLiteral("b")));
     EXPECT_FALSE(handler.sizeKeyHeld());
     EXPECT_EQ(typist.typed, QStringLiteral("b"));
-    EXPECT_FALSE(send(QEvent::ShortcutOverride, Qt::Key_S, Qt::ControlModifier));
-    EXPECT_TRUE(send(QEvent::ShortcutOverride, Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier,
-                     QStringLiteral("@"))); // AltGr
+    const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::AltModifier;
+    const struct {
+        int key;
+        Qt::KeyboardModifiers held;
+        QString text;
+        bool isTyped;
+        int commits;
+    } keys[] = {
+        {Qt::Key_Control, Qt::ControlModifier, {}, false, 0}, // of itself it is nothing yet
+        {Qt::Key_Alt, both, {}, false, 0},
+        {Qt::Key_Q, both, QStringLiteral("@"), true, 0}, // AltGr
+        {Qt::Key_E, Qt::GroupSwitchModifier, QStringLiteral("€"), true, 0},
+        {Qt::Key_Dead_Tilde, both, {}, true, 0},
+        {Qt::Key_A, Qt::ShiftModifier, QStringLiteral("A"), true, 0},
+        {Qt::Key_T, both, QString(QChar(0x14)), false, 1},
+        {Qt::Key_S, Qt::ControlModifier, QString(QChar(0x13)), false, 1},
+        {Qt::Key_X, Qt::AltModifier, QStringLiteral("x"), false, 1},
+    };
+    for (const auto& each : keys) {
+        SCOPED_TRACE(each.key);
+        typist.commits = 0;
+        EXPECT_EQ(send(QEvent::ShortcutOverride, each.key, each.held, each.text), each.isTyped);
+        EXPECT_EQ(typist.commits, each.commits) << "a hotkey leaves no press";
+    }
+    typist.commits = 0;
     QInputMethodEvent composed;
     composed.setCommitString(QStringLiteral("é"));
     QApplication::sendEvent(&view(), &composed);
     EXPECT_EQ(typist.typed, QStringLiteral("bé"));
     handler.activate(false);
     EXPECT_EQ(typist.commits, 1);
+    handler.setTextTarget(nullptr);
     EXPECT_FALSE(send(QEvent::KeyPress, Qt::Key_C, {}, QStringLiteral("c")));
     EXPECT_EQ(typist.typed, QStringLiteral("bé"));
 }
@@ -146,7 +173,7 @@ TEST_F(InputHandler, DrawMenu) {
     settings().activeTool = Tool::Line;
     settings().ghostNext = true;
     const std::unique_ptr<QMenu> menu(handler.makeDrawMenu(window.get()));
-    EXPECT_EQ(labels(*menu),
+    ASSERT_EQ(labels(*menu),
               (QStringList{"Top (active)", "Fish && chips", "-", "Transform", "-", "Draw Tool", "-",
                            "Layer", "Frame", "Ghosting", "-", "Toolbox...", "Tool Options...",
                            "Layer Manager...", "Retiming Tool...", "-", "Display Timeline Frames",
@@ -158,13 +185,13 @@ TEST_F(InputHandler, DrawMenu) {
         }
         return static_cast<QMenu*>(nullptr);
     };
-    EXPECT_EQ(labels(*sub("Frame")),
+    EXPECT_EQ(labels(sure(sub("Frame"))),
               (QStringList{"Insert Frame(s)", "Duplicate Frame", "Delete Frame(s)", "-",
                            "Cut Frame(s)", "Copy Frame(s)", "Paste Frame(s)", "-", "Clear Frame(s)",
                            "-", "Step Forward", "Step Back"}));
     QStringList checked;
     for (const char* label : {"Draw Tool", "Ghosting", "Display Timeline Frames"}) {
-        for (const QAction* action : sub(label)->actions()) {
+        for (const QAction* action : sure(sub(label)).actions()) {
             if (action->isChecked())
                 checked.append(action->text());
         }
@@ -175,7 +202,7 @@ TEST_F(InputHandler, DrawMenu) {
     EXPECT_EQ(document()->activeLayerIndex(camera), 0);
 
     const std::unique_ptr<QMenu> timeline(handler.makeTimelineMenu(window.get()));
-    EXPECT_EQ(
+    ASSERT_EQ(
         labels(*timeline),
         (QStringList{"Vellum 2", "-", "Insert Frame(s)", "Duplicate Frame", "Delete Frame(s)", "-",
                      "Cut Frame(s)", "Copy Frame(s)", "Paste Frame(s)", "-", "Clear Frame(s)"}));

@@ -7,12 +7,15 @@
 #include "plugin/base/Settings.h"
 #include "plugin/session/SceneTime.h"
 #include "support/FrameChanges.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 
 #include <QTemporaryDir>
 
 #include <functional>
+
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -93,8 +96,10 @@ TEST_F(Interrupted, NodeDeletedUnderThePointer) {
     const QImage first = picture();
     drag(200);
     ASSERT_TRUE(run(QStringLiteral("delete `ls -type rvVellum`")));
+    errors.clear();
     release();
     nothingIsStuck();
+    EXPECT_EQ(errors, QStringList{QStringLiteral("[Vellum2] Node not found")});
     moveTo({100, 300});
     press(); // no node, no drawing
     release();
@@ -110,18 +115,31 @@ TEST_F(Interrupted, NodeDeletedUnderThePointer) {
 TEST_F(Interrupted, LayerGoneHiddenOrLockedUnderThePointer) {
     stroke(100);
     const QImage first = picture();
-    const std::pair<const char*, std::function<void()>> changes[] = {
-        {"locked", [this] { document()->setLayerState(camera, 0, LayerState::Locked); }},
-        {"hidden", [this] { document()->setLayerVisible(camera, 0, false); }},
-        {"taken away", [this] { document()->takeLayer(camera, 0); }},
-        {"emptied", [this] { takeFrames(*document(), camera); }},
+    struct Case {
+        const char* name;
+        std::function<void()> change;
+        QStringList said;
     };
-    for (const auto& [name, change] : changes) {
+    const Case changes[] = {
+        {"locked",
+         [this] { document()->setLayerState(camera, 0, LayerState::Locked); },
+         {QStringLiteral("[Vellum2] Active layer is locked.")}},
+        {"hidden", [this] { document()->setLayerVisible(camera, 0, false); }, {}},
+        {"taken away",
+         [this] { document()->takeLayer(camera, 0); },
+         {QStringLiteral("[Vellum2] A layer does not exist for the current camera")}},
+        {"emptied",
+         [this] { takeFrames(*document(), camera); },
+         {QStringLiteral("[Vellum2] A frame is required at or before the current time.")}},
+    };
+    for (const auto& [name, change, said] : changes) {
         SCOPED_TRACE(name);
         drag(200);
         change();
+        errors.clear();
         release();
         nothingIsStuck();
+        EXPECT_EQ(errors, said);
         document()->setLayerState(camera, 0, LayerState::Animated);
         document()->setLayerVisible(camera, 0, true);
         stroke(300);
@@ -188,14 +206,14 @@ TEST_F(Interrupted, CameraRenamedWhileStrokesWaitToBeUndone) {
     stroke(100);
     stroke(200);
     ASSERT_EQ(document()->cameraLayerCount(shot), 1);
-    const QImage both = document()->currentFrame(shot)->image();
+    const QImage both = sure(document()->currentFrame(shot)).image();
     ASSERT_TRUE(run(QStringLiteral("rename shotCam otherCam")));
     ASSERT_TRUE(run(QStringLiteral("undo; undo")));
-    EXPECT_NE(document()->currentFrame(shot)->image(), both);
+    EXPECT_NE(sure(document()->currentFrame(shot)).image(), both);
     ASSERT_TRUE(run(QStringLiteral("undo")));
     EXPECT_EQ(document()->cameraLayerCount(shot), 0);
     ASSERT_TRUE(run(QStringLiteral("redo; redo; redo"))); // renamed again
-    EXPECT_EQ(document()->currentFrame(shot)->image(), both);
+    EXPECT_EQ(sure(document()->currentFrame(shot)).image(), both);
 
     drag(300); // through the camera of the new name: layers of its own
     ASSERT_TRUE(run(QStringLiteral("rename otherCam thirdCam")));
@@ -203,7 +221,7 @@ TEST_F(Interrupted, CameraRenamedWhileStrokesWaitToBeUndone) {
     nothingIsStuck();
     stroke(300);
     EXPECT_EQ(document()->cameraLayerCount(QStringLiteral("thirdCam")), 1);
-    EXPECT_EQ(document()->currentFrame(shot)->image(), both);
+    EXPECT_EQ(sure(document()->currentFrame(shot)).image(), both);
 
     drag(100);
     ASSERT_TRUE(run(QStringLiteral("lookThroughModelPanel persp `getPanel -withFocus`; "

@@ -3,6 +3,7 @@
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
 #include "plugin/session/PluginState.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 #include "ui/MainWindow.h"
@@ -13,6 +14,9 @@
 #include <QDialog>
 #include <QMenu>
 #include <QTest>
+
+using support::lastOf;
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -27,7 +31,7 @@ protected:
         activateDrawTool();
     }
     int inkAt(QPoint place) { return alphaAt(imagePixel(place)); }
-    int lastX() { return document()->currentStroke()->points.back().x; }
+    int lastX() { return lastOf(sure(document()->currentStroke()).points).x; }
     void nothingIsStuck() {
         EXPECT_FALSE(ThreadManager::instance().isActive());
         EXPECT_EQ(document()->currentStroke(), nullptr);
@@ -205,7 +209,7 @@ TEST_F(Mishaps, TabWhileTypingStaysInTheText) {
     release();
     type({Qt::Key_A, Qt::Key_Tab, Qt::Key_B});
     ASSERT_NE(document()->currentStroke(), nullptr);
-    EXPECT_EQ(document()->currentStroke()->text, QStringLiteral("a\tb"));
+    EXPECT_EQ(sure(document()->currentStroke()).text, QStringLiteral("a\tb"));
     type({Qt::Key_Escape});
     nothingIsStuck();
 }

@@ -2,11 +2,16 @@
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
 #include "plugin/session/PluginState.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+
+using support::firstOf;
+using support::lastOf;
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -161,7 +166,7 @@ protected:
 
     std::vector<float> opacities() {
         std::vector<float> all;
-        for (const StrokePoint& point : document()->currentStroke()->points)
+        for (const StrokePoint& point : sure(document()->currentStroke()).points)
             all.push_back(point.opacity);
         return all;
     }
@@ -207,7 +212,7 @@ TEST_F(Pen, ALineThatBeginsWithoutPressureHasNoSpike) {
     ASSERT_TRUE(waitFor([this] { return sampled() >= 3; }));
     for (const float opacity : opacities())
         EXPECT_LE(opacity, inTime ? 0.3F + 1e-5 : 1.0F);
-    EXPECT_NEAR(document()->currentStroke()->points.front().x, imagePixel(kFrom).x(), 3)
+    EXPECT_NEAR(firstOf(sure(document()->currentStroke()).points).x, imagePixel(kFrom).x(), 3)
         << "from where the pen came down";
     release();
 }
@@ -223,7 +228,7 @@ TEST_F(Pen, OnlyMovesSilenceAndAPenStuckAtNothing) {
 
     pen(Phase::Press, kFrom, 0.0); // never any pressure: drawn all the same
     drawTo(kFrom, kTo);
-    EXPECT_FLOAT_EQ(opacities().back(), 1.0F);
+    EXPECT_FLOAT_EQ(lastOf(opacities()), 1.0F);
     release();
     EXPECT_EQ(alphaAt(imagePixel({240, 150})), 255);
 
@@ -271,8 +276,8 @@ TEST_F(Pen, SilenceIsOnlyTheEndOfAPenThatDoesNotTouch) {
     ASSERT_TRUE(silence());
     const QPoint below(0, 60);
     drawTo(kFrom + below, kTo + below);
-    EXPECT_EQ(document()->currentStroke()->tool, Tool::Pencil) << "the mouse draws";
-    EXPECT_FLOAT_EQ(opacities().back(), 1.0F);
+    EXPECT_EQ(sure(document()->currentStroke()).tool, Tool::Pencil) << "the mouse draws";
+    EXPECT_FLOAT_EQ(lastOf(opacities()), 1.0F);
     release();
 
     // Away and back in the middle of a stroke, with its other end up.
@@ -282,10 +287,10 @@ TEST_F(Pen, SilenceIsOnlyTheEndOfAPenThatDoesNotTouch) {
     pen(Phase::Release, kFrom + QPoint(60, 0), 0.0);
     pen(Phase::Press, kFrom + QPoint(60, 0), 0.5, true);
     moveTo(kTo);
-    ASSERT_TRUE(waitFor([this] { return opacities().back() > 0.301F; }));
+    ASSERT_TRUE(waitFor([this] { return lastOf(opacities()) > 0.301F; }));
     for (const float opacity : opacities())
         EXPECT_LE(opacity, 0.5F + 1e-5);
-    EXPECT_EQ(document()->currentStroke()->tool, Tool::Pencil) << "what it began as";
+    EXPECT_EQ(sure(document()->currentStroke()).tool, Tool::Pencil) << "what it began as";
     release();
     EXPECT_FALSE(pluginState().tabletEraser);
 }
@@ -299,7 +304,7 @@ TEST_F(Pen, EraserEndTurnsTheStrokeIntoAnEraserStroke) {
         moveTo(kFrom);
         pen(Phase::Press, kFrom, 0.4, true);
         drawTo(kFrom, kTo);
-        EXPECT_EQ(document()->currentStroke()->tool, Tool::Eraser);
+        EXPECT_EQ(sure(document()->currentStroke()).tool, Tool::Eraser);
         pen(Phase::Release, kTo, 0.0, true);
         release();
         EXPECT_EQ(alphaAt(imagePixel({240, 150})), 0);

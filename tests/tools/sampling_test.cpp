@@ -3,6 +3,7 @@
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
 #include "support/Hand.h"
+#include "support/Sure.h"
 #include "tools/interaction/InputWorker.h"
 #include "tools/interaction/ThreadManager.h"
 #include "tools/raster/Stroke.h"
@@ -17,6 +18,8 @@
 #include <limits>
 
 using namespace vellum;
+using support::firstOf;
+using support::lastOf;
 
 namespace {
 
@@ -135,7 +138,7 @@ TEST_F(Sampling, ThinsByTenthOfTheWidthAndForgetsWhatItDropped) {
     sample(108, 100, 40); // 106 again, dropped, since 107 is not in the history
     EXPECT_EQ(stroke_.points.size(), 2U);
     sample(112, 100, 40); // (3 x 112 + 2 x 106 + 100) / 6 = 108
-    EXPECT_EQ(positions().last(), QPoint(108, 100));
+    EXPECT_EQ(lastOf(positions()), QPoint(108, 100));
 
     // Exactly a tenth is kept at every width, also where a tenth has no exact form.
     for (int width = 10; width <= 100; width += 10) {
@@ -297,7 +300,7 @@ TEST_F(Sampling, EndsWhereTheButtonWentUp) {
                 sample(100 + way / 2, 100, width);
                 manager_.finish(QPoint(100 + way, kCanvasSize - 100));
                 manager_.finish(std::nullopt); // as the tool does once more
-                EXPECT_EQ(positions().last(), QPoint(100 + way, 100));
+                EXPECT_EQ(lastOf(positions()), QPoint(100 + way, 100));
             }
         }
     }
@@ -319,7 +322,7 @@ TEST_F(Sampling, NothingPolledAfterTheButtonWentUpCounts) {
         EXPECT_LE(polled.available(), 0) << "nor is it asked any more";
         manager_.finish(QPoint(200 + 1, kCanvasSize - 100 + 1));
         manager_.stop();
-        EXPECT_EQ(positions().last(), QPoint(201, 99));
+        EXPECT_EQ(lastOf(positions()), QPoint(201, 99));
         for (const QPoint position : positions())
             EXPECT_EQ(position.y(), 99);
     }
@@ -382,7 +385,7 @@ TEST_F(Sampling, APollThatHangsIsLeftBehind) {
     manager_.stop();
     // Two polls, of which the first counts double, and on to where the button went up.
     EXPECT_EQ(positions().mid(0, 3), (QList<QPoint>{{150, 99}, {151, 99}, {176, 99}}));
-    EXPECT_EQ(positions().last(), QPoint(251, 99));
+    EXPECT_EQ(lastOf(positions()), QPoint(251, 99));
 
     stroke_ = Stroke();
     begin(Tool::Brush);
@@ -417,8 +420,8 @@ TEST_F(Sampling, APollThatHangsIsLeftBehind) {
         manager_.finish(QPoint(500, 500));
         manager_.stop();
         pluginState().pressureAwaited = false;
-        EXPECT_EQ(positions().first(), QPoint(99, 524));
-        EXPECT_EQ(positions().last(), QPoint(500, 524));
+        EXPECT_EQ(firstOf(positions()), QPoint(99, 524));
+        EXPECT_EQ(lastOf(positions()), QPoint(500, 524));
         silent->answer.release(2);
         EXPECT_TRUE(support::waitFor([&] { return silent->gone.tryAcquire(); }));
     }

@@ -7,10 +7,13 @@
 #include "plugin/base/Settings.h"
 #include "plugin/session/DrawingTarget.h"
 #include "support/FrameChanges.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 
 #include <maya/MFnDependencyNode.h>
 #include <maya/MSelectionList.h>
+
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -34,7 +37,7 @@ protected:
                                               target.added.hasFrame())));
     }
 
-    QList<int> frames() { return document()->activeLayer(camera)->frameTimes(); }
+    QList<int> frames() { return sure(document()->activeLayer(camera)).frameTimes(); }
 };
 
 TEST_F(StrokeStep, UndoAndRedoExchangeThePictures) {
@@ -65,12 +68,12 @@ TEST_F(StrokeStep, FirstStrokeTakesItsLayerAndFrameBack) {
     at(7);
     draw(100);
     const QImage drawn = picture();
-    const quint64 layer = document()->layer(camera, 0)->id();
+    const quint64 layer = sure(document()->layer(camera, 0)).id();
     ASSERT_TRUE(run(QStringLiteral("undo")));
     EXPECT_EQ(document()->cameraLayerCount(camera), 0);
     ASSERT_TRUE(run(QStringLiteral("redo")));
     ASSERT_EQ(document()->cameraLayerCount(camera), 1);
-    EXPECT_EQ(document()->layer(camera, 0)->id(), layer) << "later steps on it would be lost";
+    EXPECT_EQ(sure(document()->layer(camera, 0)).id(), layer) << "later steps on it would be lost";
     EXPECT_EQ(document()->activeLayerIndex(camera), 0);
     EXPECT_EQ(frames(), QList<int>{7});
     EXPECT_EQ(picture(), drawn);
@@ -142,7 +145,8 @@ TEST_F(StrokeStep, RefusalsSayWhyAndLeaveNothingToUndo) {
     refuses(QStringLiteral("rvVellumStroke"), QStringLiteral("[Vellum2] Camera not specified"));
     refuses(QStringLiteral("rvVellumStroke \"no \\\"such\\\" %1\""),
             QStringLiteral("[Vellum2] Camera does not exist: no \"such\" %1"));
-    EXPECT_FALSE(run(QStringLiteral("rvVellumStroke persp"))); // no stroke in progress
+    refuses(QStringLiteral("rvVellumStroke persp"),
+            QStringLiteral("[Vellum2] There is no stroke to commit for camera: persp"));
     begin(300);
     document()->setLayerState(camera, 0, LayerState::Animated);
     takeFrames(*document(), camera);

@@ -1,8 +1,8 @@
 // Texts, from the press to the commit: where they stand, what is typed, what ends them.
 #include "document/Frame.h"
-#include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
-#include "tools/ToolSession.h"
+#include "support/Sure.h"
+#include "tools/TextSession.h"
 #include "ui/ViewWidget.h"
 
 #include <QApplication>
@@ -12,44 +12,19 @@
 
 #include <functional>
 
+using support::firstOf;
+using support::sure;
+
 namespace vellum::test {
 namespace {
 
-class Text : public ToolSession {
+class Text : public TextSession {
 protected:
-    void SetUp() override {
-        ToolSession::SetUp();
-        settings().activeTool = Tool::Text;
-        settings().of(Tool::Text).fontFamily = QStringLiteral("DejaVu Sans");
-        settings().of(Tool::Text).size = 40;
-        settings().activeColor = QColor(30, 60, 250);
-        activateDrawTool();
-    }
-
-    void begin(QPoint place = {150, 120}) {
-        moveTo(place);
-        press();
-        ASSERT_TRUE(waitFor([this] { return sampled() == 1; }));
-        release();
-    }
-    QString typed() {
-        const Stroke* stroke = document()->currentStroke();
-        return stroke ? stroke->text : QStringLiteral("<no text>");
-    }
     void compose(const QString& committed, const QString& composing = {}) {
         QInputMethodEvent event(composing, {});
         event.setCommitString(committed);
         ASSERT_NE(QApplication::focusWidget(), nullptr);
         QApplication::sendEvent(QApplication::focusWidget(), &event);
-    }
-    // Picture pixels with ink.
-    static int inkIn(const QImage& image) {
-        int found = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                found += qAlpha(image.pixel(x, y)) > 0 ? 1 : 0;
-        }
-        return found;
     }
     QImage shown() {
         const QImage* composite = document()->compositeCamera(camera);
@@ -60,7 +35,7 @@ protected:
 TEST_F(Text, FollowsThePointerUntilReleasedAndShowsItsFrameWhileEdited) {
     drawTo({150, 120}, {200, 160});
     release();
-    const StrokePoint at = document()->currentStroke()->points.front();
+    const StrokePoint at = firstOf(sure(document()->currentStroke()).points);
     EXPECT_EQ(QPoint(at.x, at.y), imagePixel({200, 160}));
     const QImage empty = shown();
     EXPECT_GT(inkIn(empty), 100) << "the frame of an empty text";
@@ -111,7 +86,7 @@ TEST_F(Text, KeysAreTyped) {
 // What a keyboard of another script sends: one key, its text.
 TEST_F(Text, EveryCharacterThatAKeyWritesIsTyped) {
     begin();
-    const auto send = [this](int code, const QString& written) {
+    const auto send = [](int code, const QString& written) {
         QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier, written);
         QApplication::sendEvent(QApplication::focusWidget(), &event);
     };

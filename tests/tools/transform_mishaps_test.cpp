@@ -2,6 +2,7 @@
 // that come and go.
 #include "plugin/session/Cameras.h"
 #include "support/FrameChanges.h"
+#include "support/Sure.h"
 #include "tools/TransformSession.h"
 #include "ui/MainWindow.h"
 #include "ui/ModelPanel.h"
@@ -9,6 +10,8 @@
 #include <QApplication>
 #include <QMenu>
 #include <QTest>
+
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -61,7 +64,7 @@ protected:
         document()->setActiveLayer(camera, 0, true);
         choose("Paste and Transform");
         ASSERT_TRUE(tool()->isTransforming());
-        ASSERT_EQ(document()->activeLayer(camera)->frameCount(), 2);
+        ASSERT_EQ(sure(document()->activeLayer(camera)).frameCount(), 2);
     }
 };
 
@@ -82,10 +85,10 @@ TEST_F(TransformMishaps, TheOutlineStaysWithThePictureInBothRenderers) {
         panZoom("0.6");
         EXPECT_TRUE(isOutlined(kSelected));
         enter(); // what is lifted is what is enclosed
-        EXPECT_TRUE(near(document()->currentStroke()->region.region, kSelected, 2));
+        EXPECT_TRUE(near(sure(document()->currentStroke()).region.region, kSelected, 2));
         EXPECT_TRUE(isOutlined(kSelected));
         drag(at(QPointF(470, 500)), at(QPointF(500, 520)));
-        const QPoint offset = document()->currentStroke()->region.offset;
+        const QPoint offset = sure(document()->currentStroke()).region.offset;
         EXPECT_TRUE(near(QRect(offset, QSize(1, 1)), QRect(30, 20, 1, 1), 1));
         EXPECT_TRUE(isOutlined(kSelected.translated(offset)));
 
@@ -107,6 +110,55 @@ TEST_F(TransformMishaps, TheOutlineStaysWithThePictureInBothRenderers) {
         type({Qt::Key_Backspace});
         EXPECT_TRUE(waitFor([this] { return outlineOnScreen().isNull(); }));
     }
+}
+
+TEST_F(TransformMishaps, WorkThatIsTakenBackIsSaidOnce) {
+    const auto begin = [&](bool moved) {
+        at(1);
+        select(kSelected);
+        enter();
+        ASSERT_TRUE(tool()->isTransforming());
+        if (moved)
+            drag(at(QPointF(470, 500)), at(QPointF(500, 520)));
+    };
+    const auto click = [this] {
+        drag(at(QPointF(470, 500)), at(QPointF(470, 500)));
+        host::idle::drain();
+    };
+    const auto said = [this] {
+        QStringList all = warnings + errors;
+        warnings.clear();
+        errors.clear();
+        return all.join(QStringLiteral(" | ")).toStdString();
+    };
+    said();
+    const std::string begunOn = "[Vellum2] The transform is taken back: it was begun on another ";
+    for (const bool byEnter : {false, true}) {
+        for (const bool moved : {false, true}) {
+            SCOPED_TRACE(testing::Message() << byEnter << moved);
+            begin(moved);
+            at(5);
+            EXPECT_EQ(said(), "") << "it still goes on at its own frame";
+            byEnter ? enter() : click();
+            click();
+            EXPECT_FALSE(tool()->isTransforming());
+            EXPECT_EQ(said(), moved ? begunOn + "frame." : "");
+        }
+    }
+    begin(true);
+    document()->addLayer(camera, 1, QString());
+    document()->setActiveLayer(camera, 1, false);
+    enter();
+    EXPECT_EQ(said(), begunOn + "layer.");
+    document()->setActiveLayer(camera, 0, false);
+    at(1);
+    EXPECT_EQ(picture(), drawn);
+
+    begin(true);
+    document()->setLayerState(camera, 0, LayerState::Locked);
+    enter();
+    EXPECT_EQ(said(), "[Vellum2] Active layer is locked.");
+    EXPECT_EQ(document()->currentStroke(), nullptr);
 }
 
 TEST_F(TransformMishaps, MenusOpenWhereTheyAreAskedForAndNotInADrag) {
@@ -171,21 +223,21 @@ TEST_F(TransformMishaps, ANodeThatComesBackHasNothingFloating) {
 
 TEST_F(TransformMishaps, RevertingAPasteTakesNothingElse) {
     prepareToPaste();
-    const quint64 pastedTo = document()->activeLayer(camera)->id();
+    const quint64 pastedTo = sure(document()->activeLayer(camera)).id();
     // Another layer is active and at another place since; it has a drawing at the same time.
     document()->setActiveLayer(camera, 1, true);
     document()->moveLayer(camera, 1, 0);
     choose("Revert Transform");
-    EXPECT_EQ(document()->layer(camera, 0)->frameCount(), 1);
-    EXPECT_EQ(document()->layer(camera, 0)->currentFrame()->image(), drawn);
-    EXPECT_EQ(document()->layer(camera, 1)->frameCount(), 1);
-    EXPECT_EQ(document()->activeLayer(camera)->id(), pastedTo);
+    EXPECT_EQ(sure(document()->layer(camera, 0)).frameCount(), 1);
+    EXPECT_EQ(sure(sure(document()->layer(camera, 0)).currentFrame()).image(), drawn);
+    EXPECT_EQ(sure(document()->layer(camera, 1)).frameCount(), 1);
+    EXPECT_EQ(sure(document()->activeLayer(camera)).id(), pastedTo);
 
     // The frame it added got a picture since.
     choose("Paste and Transform");
     putPicture(*document(), camera, drawn);
     choose("Revert Transform");
-    EXPECT_EQ(document()->activeLayer(camera)->frameCount(), 2);
+    EXPECT_EQ(sure(document()->activeLayer(camera)).frameCount(), 2);
     EXPECT_EQ(picture(), drawn);
 }
 
@@ -231,12 +283,12 @@ TEST_F(TransformMishaps, ReleasesThatNeverCome) {
         EXPECT_TRUE(isOutlined(kSelected)) << "the hand has let go";
         enter();
         ASSERT_TRUE(tool()->isTransforming());
-        EXPECT_TRUE(near(document()->currentStroke()->region.region, kSelected, 2));
+        EXPECT_TRUE(near(sure(document()->currentStroke()).region.region, kSelected, 2));
         dragIntoMenu({470, 500}, {500, 520});
-        const QPoint offset = document()->currentStroke()->region.offset;
+        const QPoint offset = sure(document()->currentStroke()).region.offset;
         EXPECT_TRUE(near(QRect(offset, QSize(1, 1)), QRect(30, 20, 1, 1), 1));
         drag(at(QPointF(700, 300)), at(QPointF(710, 300)));
-        const QPoint further = document()->currentStroke()->region.offset - offset;
+        const QPoint further = sure(document()->currentStroke()).region.offset - offset;
         EXPECT_TRUE(near(QRect(further, QSize(1, 1)), QRect(10, 0, 1, 1), 1)) << "no jump";
         type({Qt::Key_Backspace});
         host::idle::drain();
@@ -252,7 +304,7 @@ TEST_F(TransformMishaps, KeysInTheMiddleOfADrag) {
     ASSERT_TRUE(tool()->isTransforming());
     moveTo(from + QPoint(80, 60)); // still the hand that selected
     release();
-    EXPECT_EQ(document()->currentStroke()->region.offset, QPoint());
+    EXPECT_EQ(sure(document()->currentStroke()).region.offset, QPoint());
     press();
     moveTo(from);
     enter();

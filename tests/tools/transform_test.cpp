@@ -2,9 +2,12 @@
 // the context menu.
 #include "plugin/base/Settings.h"
 #include "plugin/session/PluginState.h"
+#include "support/Sure.h"
 #include "tools/TransformSession.h"
 
 #include <QApplication>
+
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -47,13 +50,14 @@ TEST_F(Transforming, RotatesScalesAndFlips) {
     enter(); // nothing selected: the whole image
     ASSERT_TRUE(tool()->isTransforming());
     ASSERT_NE(document()->currentStroke(), nullptr);
-    EXPECT_EQ(document()->currentStroke()->region.region, QRect(QPoint(0, 0), QPoint(1022, 1022)));
+    EXPECT_EQ(sure(document()->currentStroke()).region.region,
+              QRect(QPoint(0, 0), QPoint(1022, 1022)));
     const QPoint from = view().rect().center() * view().devicePixelRatioF();
 
     key(Qt::Key_Shift, true);
     drag(from, from + QPoint(90, 0)); // one degree a pixel
     key(Qt::Key_Shift, false);
-    EXPECT_FLOAT_EQ(document()->currentStroke()->region.rotation, 90.0F);
+    EXPECT_FLOAT_EQ(sure(document()->currentStroke()).region.rotation, 90.0F);
     const QRect upright = inked(composite());
     EXPECT_NEAR(upright.width(), kInk.height(), 2);
     EXPECT_NEAR(upright.height(), kInk.width(), 2);
@@ -64,22 +68,22 @@ TEST_F(Transforming, RotatesScalesAndFlips) {
     drag(from, from + QPoint(-300, 200), Qt::MiddleButton);
     for (int i = 0; i < 60; ++i)
         drag(from, from + QPoint(-300, 200), Qt::MiddleButton);
-    EXPECT_FLOAT_EQ(document()->currentStroke()->region.scaleX, 0.1F);
-    EXPECT_FLOAT_EQ(document()->currentStroke()->region.scaleY, 0.1F);
+    EXPECT_FLOAT_EQ(sure(document()->currentStroke()).region.scaleX, 0.1F);
+    EXPECT_FLOAT_EQ(sure(document()->currentStroke()).region.scaleY, 0.1F);
     key(Qt::Key_Shift, true);
     drag(from, from + QPoint(200, 200), Qt::MiddleButton);
     key(Qt::Key_Shift, false);
-    const RegionTransform state = document()->currentStroke()->region;
+    const RegionTransform state = sure(document()->currentStroke()).region;
     EXPECT_GT(state.scaleX, 0.1F);
     EXPECT_FLOAT_EQ(state.scaleX, state.scaleY);
 
     choose("Flip Horizontal");
-    EXPECT_FLOAT_EQ(document()->currentStroke()->region.scaleX, -state.scaleX);
+    EXPECT_FLOAT_EQ(sure(document()->currentStroke()).region.scaleX, -state.scaleX);
     choose("Flip Vertical");
-    EXPECT_FLOAT_EQ(document()->currentStroke()->region.scaleY, -state.scaleY);
+    EXPECT_FLOAT_EQ(sure(document()->currentStroke()).region.scaleY, -state.scaleY);
     choose("Flip Horizontal");
     choose("Flip Vertical");
-    EXPECT_FLOAT_EQ(document()->currentStroke()->region.scaleX, state.scaleX);
+    EXPECT_FLOAT_EQ(sure(document()->currentStroke()).region.scaleX, state.scaleX);
 
     type({Qt::Key_Backspace}); // everything as it was
     host::idle::drain();
@@ -148,7 +152,7 @@ TEST_F(Transforming, PasteMakesAFrameAndCancelTakesItBack) {
     choose("Copy");
     at(12);
     settings().automaticallyAddFirstLayer = true;
-    const auto frames = [&] { return document()->activeLayer(camera)->frameCount(); };
+    const auto frames = [&] { return sure(document()->activeLayer(camera)).frameCount(); };
     choose("Paste and Transform");
     ASSERT_TRUE(tool()->isTransforming());
     EXPECT_EQ(frames(), 2);
@@ -211,7 +215,7 @@ TEST_F(Transforming, AnotherFrameEndsIt) {
 
 TEST_F(Transforming, WorksOnADrawingThatIsHeld) {
     at(5);
-    ASSERT_EQ(document()->activeLayer(camera)->frameTimes(), QList<int>{1});
+    ASSERT_EQ(sure(document()->activeLayer(camera)).frameTimes(), QList<int>{1});
     const QRect around = kInk.adjusted(-20, -20, 20, 20);
     select(around);
     choose("Copy");
@@ -229,7 +233,7 @@ TEST_F(Transforming, WorksOnADrawingThatIsHeld) {
     drag(from, from + QPoint(30, 0));
     enter();
     EXPECT_GT(inked(picture()).left(), kInk.left());
-    EXPECT_EQ(document()->activeLayer(camera)->frameTimes(), QList<int>{1});
+    EXPECT_EQ(sure(document()->activeLayer(camera)).frameTimes(), QList<int>{1});
     at(1);
     EXPECT_NE(picture(), drawn) << "it is the drawing itself, not a copy at 5";
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();

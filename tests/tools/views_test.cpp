@@ -4,6 +4,7 @@
 #include "plugin/base/Settings.h"
 #include "plugin/base/ToolOptions.h"
 #include "plugin/session/PluginState.h"
+#include "support/Sure.h"
 #include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 #include "ui/MainWindow.h"
@@ -14,6 +15,9 @@
 #include <QBoxLayout>
 #include <QMenu>
 #include <QTest>
+
+using support::lastOf;
+using support::sure;
 
 namespace vellum::test {
 namespace {
@@ -78,7 +82,7 @@ TEST_F(Views, EveryViewDrawnInIsWatchedAndItsKeysAreHeard) {
     other.click(panel.viewWidget(), {60, 60});
     other.type({Qt::Key_B});
     ASSERT_NE(document()->currentStroke(), nullptr);
-    EXPECT_EQ(document()->currentStroke()->text, QStringLiteral("b"));
+    EXPECT_EQ(sure(document()->currentStroke()).text, QStringLiteral("b"));
     other.type({Qt::Key_Escape});
     EXPECT_EQ(document()->currentStroke(), nullptr);
 }
@@ -126,7 +130,7 @@ TEST_F(Views, TheStrokeGoesOnOutsideTheViewAndTheWindow) {
     const std::size_t before = sampled();
     moveTo({view().portSize().width() + 300, 260}); // beyond the window
     ASSERT_TRUE(waitFor([&] { return sampled() > before; }));
-    EXPECT_GT(document()->currentStroke()->points.back().x, kCanvasSize / 3);
+    EXPECT_GT(lastOf(sure(document()->currentStroke()).points).x, kCanvasSize / 3);
     moveTo({300, 140});
     release();
     EXPECT_EQ(alphaAt(imagePixel({90, 100})), 255);
@@ -137,7 +141,7 @@ TEST_F(Views, TheStrokeGoesOnOutsideTheViewAndTheWindow) {
 TEST_F(Views, AViewMovedOrResizedUnderThePointer) {
     settings().activeTool = Tool::Line; // its second point is where the pointer is
     const auto end = [this] {
-        const StrokePoint& last = document()->currentStroke()->points.back();
+        const StrokePoint last = lastOf(sure(document()->currentStroke()).points);
         return QPoint(last.x, last.y);
     };
     QWidget strip(window.get());
@@ -186,7 +190,7 @@ TEST_F(Views, ThePenIsSeenBeforeTheFirstPressInAView) {
     moveTo({100, 100});
     pen(Phase::Press, {100, 100}, 0.3);
     drawTo({100, 100}, {200, 100});
-    for (const StrokePoint& point : document()->currentStroke()->points)
+    for (const StrokePoint& point : sure(document()->currentStroke()).points)
         EXPECT_NEAR(point.opacity, 0.3, 1e-5);
     release();
 
@@ -200,7 +204,7 @@ TEST_F(Views, ThePenIsSeenBeforeTheFirstPressInAView) {
         host::InputInjector::toScreen(&panel.viewWidget(), QPointF(102, 100)), 0.3, true);
     support::settle();
     drawIn(panel);
-    EXPECT_EQ(document()->currentStroke()->tool, Tool::Eraser);
+    EXPECT_EQ(sure(document()->currentStroke()).tool, Tool::Eraser);
     other.release();
     QCoreApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTabletEvents, true);
 }

@@ -110,6 +110,12 @@ RegionGesture::Ended RegionGesture::release() {
     return Ended::Selecting;
 }
 
+bool RegionGesture::hasWork() const {
+    const bool moved = !state_.offset.isNull() || state_.rotation != 0.0F ||
+                       state_.scaleX != 1.0F || state_.scaleY != 1.0F;
+    return transforming_ && (state_.paste || moved);
+}
+
 void RegionGesture::flip(bool horizontally) {
     bool& flipped = horizontally ? flipX_ : flipY_;
     flipped = !flipped;

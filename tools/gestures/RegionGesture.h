@@ -69,6 +69,8 @@ public:
     /// The pixels float from now on.
     void lift();
     bool isTransforming() const { return transforming_; }
+    /// Whether something would be lost if everything were taken back now.
+    bool hasWork() const;
 
     void flip(bool horizontally);
 

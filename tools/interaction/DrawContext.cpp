@@ -13,11 +13,10 @@
 #include "plugin/session/DrawingTarget.h"
 #include "plugin/session/Panels.h"
 #include "plugin/session/PluginState.h"
+#include "plugin/session/SceneNodes.h"
 #include "plugin/session/Timeline.h"
 #include "tools/interaction/ThreadManager.h"
 #include "tools/interaction/ViewMeasure.h"
-
-#include <QKeyEvent>
 
 #include <maya/M3dView.h>
 #include <maya/MCursor.h>
@@ -54,13 +53,6 @@ private:
     QPointer<QWidget> widget_;
     ViewMapping last_;
 };
-
-// Keys such as Delete or Left have a control character or nothing for their text. Joiners and other
-// signs without a shape of their own belong to what some scripts are written with.
-bool isWritten(const QString& keyText) {
-    return !keyText.isEmpty() &&
-           (keyText.at(0) == QLatin1Char('\t') || keyText.at(0).category() != QChar::Other_Control);
-}
 
 // What takes ink away does so wholly.
 bool hasFixedOpacity(Tool tool) {
@@ -106,6 +98,8 @@ void DrawContext::toolOnSetup(MEvent& event) {
 void DrawContext::toolOffCleanup() {
     pluginState().unfinished = nullptr;
     finish();
+    if (isTyping())
+        discardText();
     setDrawToolActive(false);
     handler_.activate(false);
     MPxContext::toolOffCleanup();
@@ -114,8 +108,17 @@ void DrawContext::toolOffCleanup() {
 // Of a pointer that is still down, what was drawn is kept.
 void DrawContext::finish() {
     endStroke();
-    commitText();
+    settleText();
     forgetAdjusting();
+}
+
+void DrawContext::forget() {
+    ThreadManager::instance().stop();
+    handler_.setTextTarget(nullptr);
+    if (document_)
+        document_->discardStroke();
+    forgetAdjusting();
+    forgetStroke();
 }
 
 Stroke* DrawContext::strokeInProgress() const {
@@ -128,9 +131,11 @@ bool DrawContext::isTextStroke() const {
 }
 
 MStatus DrawContext::doPress(MEvent& event) {
-    finish(); // a stroke whose release never came
-    added_ = {};
     handler_.watchActiveView();
+    finish(); // a stroke whose release never came
+    if (isTyping())
+        return MS::kSuccess; // another stroke would take its place
+    added_ = {};
     const AdjustDrag::Option option = AdjustDrag::optionFor(
         handler_.sizeKeyHeld(), handler_.opacityKeyHeld(), hasFixedOpacity(settings().activeTool));
     if (option != AdjustDrag::Option::None) {
@@ -166,6 +171,7 @@ void DrawContext::beginStroke(const MEvent& press) {
         return;
     nodeHandle_ = MObjectHandle(active->thisMObject());
     document_ = document;
+    layer_ = document->activeLayer(camera_)->id();
     startSampling(tool, press);
 }
 
@@ -237,91 +243,46 @@ void DrawContext::endStroke() {
     handler_.setTextTarget(this);
 }
 
-bool DrawContext::typeKey(const QKeyEvent& event) {
-    Stroke* stroke = strokeInProgress();
-    if (!isTextStroke())
-        return false;
-    if (isCommandKey(event))
-        return false;
-    QString& text = stroke->text;
-    text.chop(composing_);
-    composing_ = 0;
-    switch (event.key()) {
-    case Qt::Key_Escape:
-        commitText();
-        return true;
-    case Qt::Key_Backspace:
-        // A character outside the basic plane is two units.
-        if (text.size() > 1 && text.at(text.size() - 1).isLowSurrogate())
-            text.chop(1);
-        text.chop(1);
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        text += QLatin1Char('\n');
-        break;
-    default:
-        if (isWritten(event.text()))
-            text += event.text();
-        break;
-    }
-    textChanged(*stroke);
-    return true;
-}
-
-void DrawContext::typeText(const QString& text, const QString& composing) {
-    Stroke* stroke = strokeInProgress();
-    if (!isTextStroke())
-        return;
-    stroke->text.chop(composing_);
-    stroke->text += text + composing;
-    composing_ = composing.size();
-    textChanged(*stroke);
-}
-
-void DrawContext::textChanged(Stroke& stroke) {
-    stroke.dirty = true;
-    if (BaseNode* drawn = node())
-        drawn->forceRedraw();
-}
-
-void DrawContext::commitText() {
-    handler_.setTextTarget(nullptr); // an input method settles what is being composed
-    if (!document_ || !isTextStroke())
-        return;
-    typeText(QString(), QString());
-    commit();
-}
-
-// Merges the stroke through its command, into the frame that is current now.
+// What cannot be merged is gone, whoever refused it has said why.
 void DrawContext::commit() {
-    const auto document = document_;
     const Stroke* stroke = strokeInProgress();
     const bool empty = !stroke || stroke->points.empty();
-    if (empty && added_.isEmpty()) {
-        if (document)
-            document->discardStroke();
-        forgetStroke();
-        return;
-    }
-    if (stroke)
-        camera_ = document->strokeCamera(); // it may have another name since the press
-    const bool done = script::execute(
-        command::commitStroke(camera_, added_.layerIndex(*document), added_.hasFrame()), true,
-        true);
-    if (!done) {
-        document->discardStroke();
-        added_.takeBackUntouched(*document);
-    }
+    if ((empty && added_.isEmpty()) || !merge())
+        discardStroke();
+    forgetStroke();
+}
+
+// Merges the stroke through its command, into the frame that is current now. False when that fails:
+// then it is still in progress.
+bool DrawContext::merge() {
+    if (strokeInProgress())
+        camera_ = document_->strokeCamera(); // it may have another name since the press
+    const auto document = document_;
+    // The command works on the drawing that is active now, which may be another one.
+    const bool done = requireNode(document.get(), camera_) &&
+                      script::execute(command::commitStroke(camera_, added_.layerIndex(*document),
+                                                            added_.hasFrame()),
+                                      true, true);
     if (BaseNode* drawn = node())
         drawn->forceRedraw();
-    forgetStroke();
+    return done;
+}
+
+// With what was made for it.
+void DrawContext::discardStroke() {
+    if (!document_)
+        return;
+    document_->discardStroke();
+    added_.takeBackUntouched(*document_);
+    if (BaseNode* drawn = node())
+        drawn->forceRedraw();
 }
 
 void DrawContext::forgetStroke() {
     letGoOfView();
     forgetTarget();
     composing_ = 0;
+    refused_ = false;
     added_ = {};
 }
 

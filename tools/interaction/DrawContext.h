@@ -38,13 +38,16 @@ public:
 
     bool typeKey(const QKeyEvent& event) override;
     void typeText(const QString& text, const QString& composing) override;
-    void commitText() override;
+    bool commitText() override;
+    bool settleText() override;
 
     void finish() override;
+    void forget() override;
 
 private:
     Stroke* strokeInProgress() const;
     bool isTextStroke() const;
+    bool isTyping() const;
 
     void pointerLost() override;
 
@@ -55,9 +58,14 @@ private:
     void startSampling(Tool tool, const MEvent& press);
     static QPoint samplingPosition(const MEvent& event);
     void makeLayersOfViewCurrent();
-    void textChanged(Stroke& stroke);
+    void textChanged(Stroke& stroke, const QString& before);
+    QString obstacleToText() const;
+    void tellRefused(const QString& reason);
+    void discardText();
     void endStroke();
     void commit();
+    bool merge();
+    void discardStroke();
     void forgetStroke();
 
     double sizeCursorRadius() const;
@@ -67,7 +75,10 @@ private:
 
     // The target stands from the press to the release, and while typing.
     TargetAdditions added_; ///< what the stroke needed first
-    int composing_ = 0;     ///< units at the end of the text that an input method has not settled
+    // Of a text.
+    quint64 layer_ = 0;    ///< Layer::id() of the one it was begun on
+    int composing_ = 0;    ///< units at its end that an input method has not settled
+    bool refused_ = false; ///< the user has been told that it has nowhere to go
 
     AdjustDrag adjusting_;
     Tool adjustedTool_ = Tool::Pencil;

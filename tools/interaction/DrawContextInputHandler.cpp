@@ -6,6 +6,7 @@
 #include "plugin/session/TimeSlider.h"
 #include "tools/interaction/ThreadManager.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTabletEvent>
@@ -20,6 +21,30 @@ namespace {
 
 // A press that long after the pen's last sign comes from a mouse.
 constexpr int kPenGoneMs = 1000;
+
+// Keys that are held while others are pressed.
+bool isModifierKey(int key) {
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Meta:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Mode_switch:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+    case Qt::Key_Hyper_L:
+    case Qt::Key_Hyper_R:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Keys that write together with the next one, dead ones and those of input methods.
+bool isComposingKey(int key) {
+    return key >= Qt::Key_Multi_key && key <= Qt::Key_Dead_Longsolidusoverlay;
+}
 
 // The widgets of all 3D views.
 QList<QWidget*> viewWidgets() {
@@ -36,6 +61,8 @@ QList<QWidget*> viewWidgets() {
 } // namespace
 
 bool isCommandKey(const QKeyEvent& event) {
+    if (isModifierKey(event.key()) || isComposingKey(event.key()))
+        return false;
     const Qt::KeyboardModifiers held = event.modifiers();
     const bool control = held.testFlag(Qt::ControlModifier);
 #ifdef __APPLE__
@@ -43,7 +70,16 @@ bool isCommandKey(const QKeyEvent& event) {
 #else
     const bool alt = held.testFlag(Qt::AltModifier);
 #endif
-    return held.testFlag(Qt::MetaModifier) || control != alt;
+    const bool altGr = held.testFlag(Qt::GroupSwitchModifier) || (control && alt);
+    return held.testFlag(Qt::MetaModifier) ||
+           ((control || alt) && !(altGr && isWritten(event.text())));
+}
+
+// Joiners and other signs without a shape of their own belong to what some scripts are written
+// with.
+bool isWritten(const QString& keyText) {
+    return !keyText.isEmpty() &&
+           (keyText.at(0) == QLatin1Char('\t') || keyText.at(0).category() != QChar::Other_Control);
 }
 
 float pressureCurve(float raw) {
@@ -105,11 +141,8 @@ void DrawContextInputHandler::setTextTarget(TextTarget* target) {
 }
 
 void DrawContextInputHandler::commitPendingText() {
-    if (!textTarget_)
-        return;
-    TextTarget* target = textTarget_;
-    setTextTarget(nullptr);
-    target->commitText();
+    if (textTarget_)
+        textTarget_->commitText();
 }
 
 void DrawContextInputHandler::forgetPen() {
@@ -140,7 +173,9 @@ bool DrawContextInputHandler::filterOther(QObject* watched, QEvent* event) {
     if ((event->type() == QEvent::TabletMove || event->type() == QEvent::TabletPress) &&
         windows_.contains(watched))
         readTabletOver(*static_cast<QWidget*>(watched), *static_cast<QTabletEvent*>(event));
-    return false;
+    // A text is typed in every window; the keys of a view drawn in come by the view.
+    return textTarget_ && windows_.contains(watched) &&
+           !views_.contains(QApplication::focusWidget()) && filterKey(event);
 }
 
 bool DrawContextInputHandler::filterView(QWidget& view, QEvent* event) {
@@ -249,6 +284,9 @@ void DrawContextInputHandler::readTabletOver(const QWidget& window, const QTable
 bool DrawContextInputHandler::filterKey(QEvent* event) {
     switch (event->type()) {
     case QEvent::ShortcutOverride:
+        // Where the key is a hotkey, the press never comes.
+        if (isCommandKey(*static_cast<QKeyEvent*>(event)))
+            commitPendingText();
         // Otherwise a hotkey on the same key fires and the press never comes.
         if (!wantsKey(*static_cast<QKeyEvent*>(event)))
             return false;
@@ -265,7 +303,7 @@ bool DrawContextInputHandler::filterKey(QEvent* event) {
 
 bool DrawContextInputHandler::wantsKey(const QKeyEvent& event) const {
     const int key = event.key();
-    if (isCommandKey(event) || panZoomKey_.is(key))
+    if (isCommandKey(event) || isModifierKey(key) || panZoomKey_.is(key))
         return false;
     return textTarget_ != nullptr || sizeKey_.is(key) || opacityKey_.is(key);
 }
@@ -273,7 +311,9 @@ bool DrawContextInputHandler::wantsKey(const QKeyEvent& event) const {
 bool DrawContextInputHandler::keyPressed(const QKeyEvent& event) {
     if (panZoomKey_.press(event.key()))
         return false;
-    if (textTarget_)
+    if (textTarget_ && isCommandKey(event))
+        textTarget_->settleText();
+    else if (textTarget_ && !isModifierKey(event.key()))
         return textTarget_->typeKey(event);
     return wantsKey(event) && (sizeKey_.press(event.key()) || opacityKey_.press(event.key()));
 }

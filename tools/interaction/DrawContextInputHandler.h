@@ -27,8 +27,11 @@ public:
     /// From an input method. `composing` is not final: it stands behind the text until the next
     /// call replaces it.
     virtual void typeText(const QString& text, const QString& composing) = 0;
-    /// Ends the text. The target calls setTextTarget(nullptr).
-    virtual void commitText() = 0;
+    /// Ends the text; the target calls setTextTarget(nullptr). False, after saying why, when the
+    /// text has nowhere to go: it is still being typed then.
+    virtual bool commitText() = 0;
+    /// The same once more: what has been said of this text is not said again.
+    virtual bool settleText() = 0;
 };
 
 /// Opacity factor, 0..1, of a tablet's raw pressure above 0: eased out above the middle, nothing
@@ -36,8 +39,12 @@ public:
 float pressureCurve(float raw);
 
 /// A key pressed together with Control, Alt or Meta, meant for Maya. AltGr, which types characters,
-/// can come as Control and Alt together.
+/// can come as Control and Alt together. A key that only modifies or composes is none.
 bool isCommandKey(const QKeyEvent& event);
+
+/// Whether a key writes something: keys such as Delete or Left have a control character or nothing
+/// for their text.
+bool isWritten(const QString& keyText);
 
 class DrawContextInputHandler : public ToolInputHandler {
     Q_OBJECT
@@ -60,6 +67,7 @@ public:
 
     /// Typed keys go there from now on; null ends it. Not owned.
     void setTextTarget(TextTarget* target);
+    const TextTarget* textTarget() const { return textTarget_; }
 
     /// The menus, built anew at every call. The caller owns them.
     QMenu* makeDrawMenu(QWidget* parent);
@@ -113,6 +121,7 @@ protected:
 private:
     static void choose(Tool tool);
     bool filterTyping(QEvent* event);
+    void commitPendingText();
     void seeMouse(const QMouseEvent& event);
     void relatePenTo(const QMouseEvent& event);
     void readTablet(const QTabletEvent& event);
@@ -122,7 +131,6 @@ private:
     bool keyReleased(const QKeyEvent& event);
     bool wantsKey(const QKeyEvent& event) const;
     void acceptInputMethod(bool accept);
-    void commitPendingText();
 
     WatchedWidgets windows_{this}; ///< of views outside the main window
     TextTarget* textTarget_ = nullptr;

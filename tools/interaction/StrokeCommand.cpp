@@ -8,6 +8,7 @@
 #include "plugin/base/MayaStrings.h"
 #include "plugin/base/Report.h"
 #include "plugin/session/Cameras.h"
+#include "plugin/session/DrawingTarget.h"
 #include "plugin/session/SceneNodes.h"
 
 #include <maya/MArgDatabase.h>
@@ -71,14 +72,20 @@ MStatus StrokeCommand::doIt(const MArgList& args) {
         return status;
     const BaseNode* node = activeNode();
     const auto document = node ? node->layerManager() : nullptr;
-    if (!document || !edit_->execute(*document))
+    if (!document) {
+        report::error(QStringLiteral("Node not found"));
         return MS::kFailure;
+    }
+    if (!edit_->execute(*document)) {
+        reportUnfinished(*document, camera_);
+        return MS::kFailure;
+    }
     document_ = document;
     return MS::kSuccess;
 }
 
 MStatus StrokeCommand::run(bool (Edit::*verb)(LayerManager&)) {
-    const bool there = nodeForUndo(document_.lock().get(), camera_) != nullptr;
+    const bool there = requireNode(document_.lock().get(), camera_) != nullptr;
     return there && (*edit_.*verb)(*document_.lock()) ? MS::kSuccess : MS::kFailure;
 }
 

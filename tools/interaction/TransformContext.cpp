@@ -6,10 +6,12 @@
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
 #include "plugin/base/CommandStrings.h"
+#include "plugin/base/Report.h"
 #include "plugin/base/Script.h"
 #include "plugin/base/Settings.h"
 #include "plugin/session/Cameras.h"
 #include "plugin/session/DrawingTarget.h"
+#include "plugin/session/SceneNodes.h"
 #include "plugin/session/SceneTime.h"
 #include "tools/interaction/ViewMeasure.h"
 
@@ -130,6 +132,19 @@ bool TransformContext::hasMoved() const {
            currentFrame() != frame_ || (isTransforming() && !strokeInProgress());
 }
 
+// What floated over one frame goes into no other; the hand that let it float should know.
+void TransformContext::reportLoss() const {
+    if (!gesture_.hasWork() || !strokeInProgress() || !requireNode(document_.get(), camera_))
+        return;
+    QString what = QStringLiteral("frame");
+    if (currentCamera() != camera_)
+        what = QStringLiteral("camera");
+    else if (currentFrame() == frame_)
+        what = QStringLiteral("layer");
+    report::warning(
+        QStringLiteral("The transform is taken back: it was begun on another %1.").arg(what));
+}
+
 MStatus TransformContext::doPress(MEvent& event) {
     handler_.watchActiveView();
     if (!activeNode())
@@ -192,6 +207,7 @@ MStatus TransformContext::endDrag() {
     letGoOfView();
     switch (gesture_.release()) {
     case RegionGesture::Ended::Invalid:
+        reportLoss();
         deleteAction();
         return MS::kFailure;
     case RegionGesture::Ended::Selecting:
@@ -236,11 +252,13 @@ void TransformContext::completeAction() {
 }
 
 void TransformContext::apply() {
-    if (hasMoved() || !script::execute(command::commitStroke(camera_, added_.layerIndex(*document_),
-                                                             added_.hasFrame()),
-                                       true, true)) {
+    const bool moved = hasMoved();
+    if (moved)
+        reportLoss();
+    if (moved || !script::execute(command::commitStroke(camera_, added_.layerIndex(*document_),
+                                                        added_.hasFrame()),
+                                  true, true))
         cleanUp();
-    }
     added_ = {};
     startSelecting();
     script::execute(command::transformDeferred());

@@ -61,6 +61,7 @@ private:
     bool lift(bool copy, bool cut);
     bool ensureBegun();
     bool hasMoved() const;
+    void reportLoss() const;
     void followView();
     void publish();
     void apply();

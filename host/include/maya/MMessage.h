@@ -11,6 +11,7 @@ class MMessage {
 public:
     typedef void (*MBasicFunction)(void* clientData);
     typedef void (*MCheckFunction)(bool* retCode, void* clientData);
+    typedef void (*MNodeFunction)(MObject& node, void* clientData);
     typedef void (*MNodeStringFunction)(MObject& node, const MString& str, void* clientData);
     typedef void (*MTwoStringFunction)(const MString& str1, const MString& str2, void* clientData);
 

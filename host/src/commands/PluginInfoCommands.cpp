@@ -108,7 +108,7 @@ Value pluginInfo(const CommandCall& call) {
     if (!plugin)
         throw ScriptError("Plug-in, \"" + parsed.object() + "\", is not loaded.");
     if (parsed.isSet("-unloadOk"))
-        return !pluginLoader().inUse(*plugin);
+        return !pluginLoader().inUse(*plugin) && !pluginLoader().isRunning(*plugin);
     if (parsed.isSet("-version"))
         return plugin->version;
     if (parsed.isSet("-vendor"))

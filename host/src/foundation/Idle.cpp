@@ -8,6 +8,8 @@ namespace {
 struct Queue {
     std::deque<std::function<void()>> work;
     std::function<void()> wakeUp;
+    unsigned long long posted = 0, begun = 0; ///< since the start
+    bool woken = false;                       ///< nothing was drained since the last wake-up
 };
 
 Queue& queue() {
@@ -15,26 +17,36 @@ Queue& queue() {
     return only;
 }
 
+void wake() {
+    if (queue().woken || !queue().wakeUp)
+        return;
+    queue().woken = true;
+    queue().wakeUp();
+}
+
 } // namespace
 
 void post(std::function<void()> work) {
-    const bool wasEmpty = queue().work.empty();
     queue().work.push_back(std::move(work));
-    if (wasEmpty && queue().wakeUp)
-        queue().wakeUp();
+    ++queue().posted;
+    wake();
 }
 
 bool drain() {
-    std::deque<std::function<void()>> now;
-    now.swap(queue().work);
-    if (now.empty())
-        return false;
-    while (!now.empty()) {
-        const std::function<void()> work = std::move(now.front());
-        now.pop_front();
+    queue().woken = false;
+    const auto end = queue().posted;
+    bool ran = false;
+    while (!queue().work.empty() && queue().begun < end) {
+        const std::function<void()> work = std::move(queue().work.front());
+        queue().work.pop_front();
+        ++queue().begun;
+        // The work may open a dialog, whose event loop goes on with the rest.
+        if (!queue().work.empty())
+            wake();
         work();
+        ran = true;
     }
-    return true;
+    return ran;
 }
 
 void drainAll(int rounds) {
@@ -46,10 +58,14 @@ bool pending() {
     return !queue().work.empty();
 }
 void clear() {
+    queue().begun = queue().posted;
     queue().work.clear();
 }
 void setWakeUp(std::function<void()> wakeUp) {
     queue().wakeUp = std::move(wakeUp);
+    queue().woken = false;
+    if (pending())
+        wake();
 }
 
 } // namespace host::idle

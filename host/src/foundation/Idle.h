@@ -8,8 +8,9 @@ namespace host::idle {
 
 void post(std::function<void()> work);
 
-/// Runs what is queued now; what that posts is left for the next call. False when there was
-/// nothing.
+/// Runs what is queued now, oldest first; what that posts is left for the next call. False when
+/// there was nothing. Work that runs an event loop, as a dialog does, may be called from within:
+/// the rest then runs there, in the same order.
 bool drain();
 
 /// Drains until nothing is left, at most `rounds` times: work that always posts itself again must
@@ -21,7 +22,7 @@ bool pending();
 /// Drops what is queued.
 void clear();
 
-/// Called whenever work is posted to an empty queue.
+/// Called when there is work and nobody has been called since the last drain.
 void setWakeUp(std::function<void()> wakeUp);
 
 } // namespace host::idle

@@ -3,6 +3,7 @@
 #include "foundation/Faults.h"
 #include "foundation/Report.h"
 #include "foundation/UndoQueue.h"
+#include "plugins/CallStack.h"
 #include "plugins/PluginObject.h"
 #include "plugins/PluginServices.h"
 #include "scene/api/PluginTypes.h"
@@ -195,6 +196,10 @@ bool PluginLoader::inUse(const PluginRecord& plugin) const {
     return false;
 }
 
+bool PluginLoader::isRunning(const PluginRecord& plugin) {
+    return isOnCallStack(reinterpret_cast<const void*>(uninitializer(*plugin.library)));
+}
+
 bool PluginLoader::unload(const std::string& name, bool force, std::string& error) {
     PluginRecord* plugin = find(name);
     if (!plugin) {
@@ -203,6 +208,11 @@ bool PluginLoader::unload(const std::string& name, bool force, std::string& erro
     }
     if (inUse(*plugin) && !force) {
         error = quotedName(plugin->name) + "cannot be unloaded because it is still in use";
+        return false;
+    }
+    if (isRunning(*plugin)) {
+        error = quotedName(plugin->name) +
+                "cannot be unloaded because it is still in use: a call of it has not returned";
         return false;
     }
     for (const PluginRecord::Tool& tool : plugin->tools)

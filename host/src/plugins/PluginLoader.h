@@ -44,7 +44,8 @@ public:
     // already warns (unless quiet) and returns its name.
     std::string load(const std::string& nameOrPath, std::string& error, bool quiet = false);
     // Refuses while nodes or data of the plug-in's types are in the scene, unless forced: then
-    // those nodes are deleted first.
+    // those nodes are deleted first. Refuses even so while the plug-in's code runs, as when one of
+    // its commands, tools or callbacks has a modal dialog open.
     bool unload(const std::string& name, bool force, std::string& error);
 
     // By name, file name or path; null when it is not loaded.
@@ -59,6 +60,8 @@ public:
     // Whether MAYA_PLUG_IN_PATH has it; the working directory does not count.
     bool isOnPath(const std::string& name) const;
     bool inUse(const PluginRecord& plugin) const;
+    // Whether a call into its library has not returned.
+    static bool isRunning(const PluginRecord& plugin);
 
 private:
     bool initialize(PluginRecord& plugin, std::string& error);

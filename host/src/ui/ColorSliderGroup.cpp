@@ -11,6 +11,8 @@
 #include <QSignalBlocker>
 #include <QSlider>
 
+#include <maya/MQtUtil.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -19,28 +21,50 @@ namespace host {
 namespace {
 
 constexpr int kSliderSteps = 1000;
+constexpr int kWidest = 10000; // of a column
 
 QColor toColor(const ColorSliderGroup::Components& rgb) {
     const auto part = [](double value) { return std::clamp(value, 0.0, 1.0); };
     return QColor::fromRgbF(part(rgb[0]), part(rgb[1]), part(rgb[2]));
 }
 
+/// Not by redF and its like, which give single precision in Qt 6.
+ColorSliderGroup::Components toComponents(const QColor& color) {
+    const QRgba64 parts = color.rgba64();
+    constexpr double most = 0xffff;
+    return {parts.red() / most, parts.green() / most, parts.blue() / most};
+}
+
+/// As wide as its column says, or less where there is no room for that.
+class Swatch : public QFrame {
+public:
+    using QFrame::QFrame;
+    QSize sizeHint() const override {
+        const int column = maximumWidth();
+        return {column < QWIDGETSIZE_MAX ? column : minimumWidth(), minimumHeight()};
+    }
+};
+
 } // namespace
 
 ColorSliderGroup::ColorSliderGroup(QWidget* parent)
-    : QWidget(parent), label_(new QLabel(this)), port_(new QFrame(this)),
+    : QWidget(parent), label_(new QLabel(this)), port_(new Swatch(this)),
       slider_(new QSlider(Qt::Horizontal, this)) {
     port_->setObjectName(QStringLiteral("port"));
     port_->setAutoFillBackground(true);
-    port_->setMinimumSize(40, 16);
+    port_->setMinimumSize(MQtUtil::dpiScale(40), MQtUtil::dpiScale(16));
     port_->installEventFilter(this);
     slider_->setObjectName(QStringLiteral("slider"));
     slider_->setRange(0, kSliderSteps);
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(2, 1, 2, 1);
+    // Nothing between and around the columns: their widths together are the group's.
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    label_->setContentsMargins(0, 0, MQtUtil::dpiScale(4), 0);
     layout->addWidget(label_);
     layout->addWidget(port_);
     layout->addWidget(slider_, 1);
+    layout->addStretch();
     connect(slider_, &QSlider::valueChanged, this, &ColorSliderGroup::dragged);
     connect(slider_, &QSlider::sliderReleased, this, &ColorSliderGroup::moved);
     show(rgb_);
@@ -90,7 +114,11 @@ bool ColorSliderGroup::setColumnWidth(int column, int width) {
     QWidget* const columns[] = {label_, port_, slider_};
     if (column < 1 || column > 3 || width < 0)
         return false;
-    columns[column - 1]->setFixedWidth(width);
+    // What scripts say of sizes is for a screen of the usual density.
+    const int scaled = MQtUtil::dpiScale(std::min(width, kWidest));
+    columns[column - 1]->setMaximumWidth(scaled);
+    columns[column - 1]->setMinimumWidth(columns[column - 1] == port_ ? 0 : scaled);
+    columns[column - 1]->updateGeometry();
     return true;
 }
 
@@ -119,22 +147,22 @@ void ColorSliderGroup::moved() {
 }
 
 void ColorSliderGroup::pick() {
-    if (!dialog_) {
-        dialog_ = new QColorDialog(this);
-        dialog_->setObjectName(QStringLiteral("colorDialog"));
-        dialog_->setOption(QColorDialog::DontUseNativeDialog);
-        connect(dialog_, &QColorDialog::currentColorChanged, this, [this](const QColor& color) {
-            if (!dialog_->isVisible() || color == toColor(rgb_))
-                return;
-            setRgb({color.redF(), color.greenF(), color.blueF()});
-            command::runElementScript(dragCommand);
-        });
-        connect(dialog_, &QColorDialog::colorSelected, this,
-                [this] { command::runElementScript(changeCommand); });
-    }
+    if (dialog_)
+        return;
+    // A new one each time, so that it belongs to the window that the group is in by now.
+    dialog_ = new QColorDialog(toColor(rgb_), this);
+    dialog_->setAttribute(Qt::WA_DeleteOnClose);
+    dialog_->setObjectName(QStringLiteral("colorDialog"));
+    dialog_->setOption(QColorDialog::DontUseNativeDialog);
     const Components before = rgb_;
-    dialog_->setCurrentColor(toColor(rgb_));
-    disconnect(dialog_, &QDialog::rejected, this, nullptr);
+    connect(dialog_, &QColorDialog::currentColorChanged, this, [this](const QColor& color) {
+        if (color == toColor(rgb_))
+            return;
+        setRgb(toComponents(color));
+        command::runElementScript(dragCommand);
+    });
+    connect(dialog_, &QDialog::accepted, this,
+            [this] { command::runElementScript(changeCommand); });
     connect(dialog_, &QDialog::rejected, this, [this, before] {
         if (rgb_ == before)
             return;
@@ -147,7 +175,8 @@ void ColorSliderGroup::pick() {
 bool ColorSliderGroup::eventFilter(QObject* watched, QEvent* event) {
     if (watched == port_ && event->type() == QEvent::MouseButtonRelease && isEnabled() &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
-        pick();
+        if (port_->rect().contains(static_cast<QMouseEvent*>(event)->pos()))
+            pick();
         return true;
     }
     return QWidget::eventFilter(watched, event);

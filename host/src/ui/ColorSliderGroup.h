@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -28,7 +29,8 @@ public:
 
     QString label() const;
     void setLabel(const QString& text);
-    /// Width of label, swatch or slider (1 to 3); false for another column.
+    /// Width of label, swatch or slider (1 to 3), scaled for the screen; false for another column.
+    /// The swatch is narrower when the group is.
     bool setColumnWidth(int column, int width);
 
     QString changeCommand; ///< when the user let go of the slider or chose a color
@@ -45,7 +47,7 @@ private:
     QLabel* label_;
     QWidget* port_;
     QSlider* slider_;
-    QColorDialog* dialog_ = nullptr;
+    QPointer<QColorDialog> dialog_;
     Components rgb_ = {0, 0, 0};
     double hue_ = 0, saturation_ = 0; ///< kept while the color is black or grey
     bool changed_ = false;            ///< since the slider was taken

@@ -18,6 +18,10 @@ bool isBelow(const QObject* object, const QObject* ancestor) {
     return false;
 }
 
+bool isWindow(const QObject* object) {
+    return object->isWidgetType() && static_cast<const QWidget*>(object)->isWindow();
+}
+
 } // namespace
 
 Elements& Elements::instance() {
@@ -27,7 +31,9 @@ Elements& Elements::instance() {
 
 void Elements::add(QObject* object, const QString& name, ElementKind kind, const QObject* parent) {
     object->setObjectName(name);
-    entries_.push_back({object, name, kind, parent});
+    const bool standsInWidgets = object->isWidgetType() && kind != ElementKind::Window &&
+                                 kind != ElementKind::Menu && kind != ElementKind::MenuItem;
+    entries_.push_back({object, name, kind, parent, standsInWidgets});
     connect(object, &QObject::destroyed, this, [this](QObject* gone) { remove(gone); });
 }
 
@@ -53,6 +59,18 @@ const Elements::Entry* Elements::find(const QObject* object) const {
     const auto it = std::find_if(entries_.begin(), entries_.end(),
                                  [object](const Entry& entry) { return entry.object == object; });
     return it == entries_.end() ? nullptr : &*it;
+}
+
+const QObject* Elements::parentOf(const Entry& entry) const {
+    if (!entry.standsInWidgets)
+        return entry.parent;
+    const QObject* object = entry.object;
+    while (!isWindow(object) && object->parent()) {
+        object = object->parent();
+        if (find(object))
+            return object;
+    }
+    return nullptr;
 }
 
 QObject* Elements::find(const QString& name, ElementKind kind, const QWidget* ancestor) const {
@@ -92,7 +110,7 @@ QString Elements::nameOf(const QObject* object) const {
 
 QString Elements::pathOf(const QObject* object) const {
     QStringList parts;
-    for (const Entry* entry = find(object); entry; entry = find(entry->parent.data()))
+    for (const Entry* entry = find(object); entry; entry = find(parentOf(*entry)))
         parts.prepend(entry->name);
     return parts.join(separator);
 }
@@ -109,7 +127,7 @@ QStringList Elements::namesOf(ElementKind kind) const {
 QList<QObject*> Elements::childrenOf(const QObject* object) const {
     QList<QObject*> children;
     for (const Entry& entry : entries_) {
-        if (entry.parent == object)
+        if (parentOf(entry) == object)
             children.append(entry.object);
     }
     return children;

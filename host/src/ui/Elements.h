@@ -26,7 +26,9 @@ class Elements : public QObject {
 public:
     static Elements& instance();
 
-    /// `parent` is the element it stands in by name, or null for one at the top.
+    /// `parent` is the element it stands in by name, or null for one at the top. A control, layout
+    /// or panel is later wherever its widget is: in the nearest element around it, or at the top
+    /// of a window that is none, as in a plug-in's own dialog.
     void add(QObject* object, const QString& name, ElementKind kind, const QObject* parent);
 
     /// By short name or by full path with '|' between elements; null when there is none. Of
@@ -63,8 +65,10 @@ private:
         QString name;
         ElementKind kind;
         QPointer<const QObject> parent;
+        bool standsInWidgets; ///< has the parent that its widget has, not the one given
     };
     const Entry* find(const QObject* object) const;
+    const QObject* parentOf(const Entry& entry) const;
     void remove(const QObject* object);
 
     std::vector<Entry> entries_;

@@ -49,6 +49,7 @@ MainWindow::MainWindow() {
     buildMenus();
     buildCentre();
     buildToolBox();
+    new DialogKeys(*this);
 
     script::setGlobalVariable("gMainWindow", script::Value("MayaWindow"));
     script::setGlobalVariable("gMainPane", script::Value("viewPanes"));

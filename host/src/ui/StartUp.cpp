@@ -14,8 +14,7 @@
 #include "ui/Tools.h"
 #include "ui/UiCommands.h"
 
-#include <QCoreApplication>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QMetaObject>
 #include <QTimer>
 
@@ -29,13 +28,32 @@ namespace {
 
 bool started = false;
 
+/// The program is not idle while a button is held, unless in a dialog that opened meanwhile, nor
+/// while it plays.
+bool isIdle() {
+    if (QApplication::activeModalWidget())
+        return true;
+    return QGuiApplication::mouseButtons() == Qt::NoButton && !Playback::instance().isPlaying();
+}
+
+void drainWhenIdle(QCoreApplication& application) {
+    constexpr int patienceMs = 20;
+    if (isIdle())
+        idle::drain();
+    else
+        QTimer::singleShot(patienceMs, &application,
+                           [&application] { drainWhenIdle(application); });
+}
+
 // Work posted for later, from any thread, runs from the event loop. It goes through a timer:
 // work that always posts more must not keep the loop among its posted events for ever.
 void wakeIdle() {
     if (QCoreApplication* application = QCoreApplication::instance())
         QMetaObject::invokeMethod(
             application,
-            [application] { QTimer::singleShot(0, application, [] { idle::drain(); }); },
+            [application] {
+                QTimer::singleShot(0, application, [application] { drainWhenIdle(*application); });
+            },
             Qt::QueuedConnection);
 }
 

@@ -158,10 +158,11 @@ void ViewWidget::callTool(ToolCall call, QPointF windowPosition, Qt::KeyboardMod
     };
     const auto& entry = calls[int(call)];
 
-    // A tool can run any script, even one that deletes this panel.
+    // A tool can run any script, even one that deletes this panel or the tool.
     const QPointer<ViewWidget> alive(this);
+    const std::string name = Tools::instance().currentName();
     if (view_.renderer() == Renderer::Viewport2 && entry.modern) {
-        DrawManager drawing("tool " + Tools::instance().currentName());
+        DrawManager drawing("tool " + name);
         const auto context = FrameAccess::context(view_.frame());
         const MStatus status = (tool->*entry.modern)(event, drawing.api(), *context);
         if (!alive)
@@ -171,7 +172,7 @@ void ViewWidget::callTool(ToolCall call, QPointF windowPosition, Qt::KeyboardMod
         view_.setToolDrawables(std::move(drawables));
         if (redraw || call != ToolCall::Move)
             view_.refresh();
-        if (status)
+        if (status || Tools::instance().find(name) != tool)
             return;
     }
     (tool->*entry.plain)(event);

@@ -7,7 +7,7 @@
 #include "ui/Tools.h"
 
 #include <QAbstractSpinBox>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QWindow>
@@ -20,9 +20,9 @@ PanZoomKey& PanZoomKey::instance() {
 }
 
 PanZoomKey::PanZoomKey() {
-    // The release of a key that is held then goes to another window, perhaps not to one of ours.
+    // The release of a key that is held goes to the window with the focus: seen if it is ours.
     QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
-                     [this] { held_ = false; });
+                     [this](const QWindow* focus) { held_ = held_ && focus; });
 }
 
 void PanZoomKey::press() {
@@ -76,6 +76,29 @@ bool windowKeyReleased(const QKeyEvent& event) {
     if (!event.isAutoRepeat())
         PanZoomKey::instance().release();
     return true;
+}
+
+DialogKeys::DialogKeys(QWidget& mainWindow) : QObject(&mainWindow) {
+    qApp->installEventFilter(this);
+}
+
+bool DialogKeys::eventFilter(QObject* watched, QEvent* event) {
+    const bool pressed = event->type() == QEvent::KeyPress;
+    if ((!pressed && event->type() != QEvent::KeyRelease) || !isToolDialog(*watched))
+        return false;
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.key() != Qt::Key_Backslash || (pressed && QApplication::activeModalWidget()))
+        return false;
+    return pressed ? windowKeyPressed(*static_cast<QWidget*>(watched), key)
+                   : windowKeyReleased(key);
+}
+
+bool DialogKeys::isToolDialog(const QObject& object) const {
+    if (!object.isWidgetType() || &object == parent())
+        return false;
+    const auto& widget = static_cast<const QWidget&>(object);
+    return widget.isWindow() && widget.parentWidget() &&
+           widget.parentWidget()->window() == parent();
 }
 
 } // namespace host

@@ -1,5 +1,6 @@
 // A small plug-in for the tests of plug-in loading and of scene files: a node with plug-in data,
-// a locator, and commands to fill and show the data. It sees nothing but the public interface.
+// a locator, commands to fill and show the data, and a command and a tool that run scripts. It sees
+// nothing but the public interface.
 #include <maya/MArgDatabase.h>
 #include <maya/MArgList.h>
 #include <maya/MFileIO.h>
@@ -11,9 +12,12 @@
 #include <maya/MGlobal.h>
 #include <maya/MPlug.h>
 #include <maya/MPxCommand.h>
+#include <maya/MPxContext.h>
+#include <maya/MPxContextCommand.h>
 #include <maya/MPxData.h>
 #include <maya/MPxLocatorNode.h>
 #include <maya/MPxNode.h>
+#include <maya/MQtUtil.h>
 #include <maya/MSelectionList.h>
 #include <maya/MSyntax.h>
 
@@ -208,6 +212,32 @@ public:
     }
 };
 
+// hostTestRun SCRIPT       runs it before the command returns, and answers as it does
+// hostTestRun -scale N     N as the screen wants it
+class RunCommand : public MPxCommand {
+public:
+    static void* creator() { return new RunCommand; }
+    MStatus doIt(const MArgList& args) override {
+        if (args.asString(0) == "-scale") {
+            setResult(MQtUtil::dpiScale(args.asInt(1)));
+            return MS::kSuccess;
+        }
+        return MGlobal::executeCommand(args.asString(0));
+    }
+};
+
+// Its press calls the procedure hostTestPress.
+class RunContext : public MPxContext {
+public:
+    MStatus doPress(MEvent&) override { return MGlobal::executeCommand("hostTestPress"); }
+};
+
+class RunContextCommand : public MPxContextCommand {
+public:
+    static void* creator() { return new RunContextCommand; }
+    MPxContext* makeObj() override { return new RunContext; }
+};
+
 } // namespace
 
 MStatus initializePlugin(MObject object) {
@@ -218,6 +248,10 @@ MStatus initializePlugin(MObject object) {
     }
     MStatus status =
         plugin.registerCommand("hostTestData", DataCommand::creator, DataCommand::syntax);
+    if (status)
+        status = plugin.registerCommand("hostTestRun", RunCommand::creator);
+    if (status)
+        status = plugin.registerContextCommand("hostTestCtx", RunContextCommand::creator);
     if (status)
         status = plugin.registerData("hostTestData", dataId, TestData::creator);
     if (status)
@@ -238,6 +272,10 @@ MStatus uninitializePlugin(MObject object) {
         status = plugin.deregisterNode(MTypeId(0x70001));
     if (status)
         status = plugin.deregisterData(dataId);
+    if (status)
+        status = plugin.deregisterContextCommand("hostTestCtx");
+    if (status)
+        status = plugin.deregisterCommand("hostTestRun");
     if (status)
         status = plugin.deregisterCommand("hostTestData");
     return status;

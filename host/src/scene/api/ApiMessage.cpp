@@ -2,10 +2,12 @@
 #include "foundation/Events.h"
 #include "foundation/Faults.h"
 #include "scene/api/ApiStatus.h"
+#include "scene/core/Membership.h"
 #include "scene/core/Scene.h"
 #include "scene/core/TimeState.h"
 
 #include <maya/MAnimControl.h>
+#include <maya/MDGMessage.h>
 #include <maya/MEventMessage.h>
 #include <maya/MNodeMessage.h>
 #include <maya/MObject.h>
@@ -55,6 +57,27 @@ bool isCheck(MSceneMessage::Message message) {
     default:
         return false;
     }
+}
+
+MCallbackId addMembershipCallback(host::membership::Change wanted, MMessage::MNodeFunction func,
+                                  const MString& nodeType, void* clientData, MStatus* status) {
+    const std::string type = nodeType.asChar();
+    const bool all = type == kDefaultNodeType;
+    if (!func || !(all || host::typeRegistry().node(type))) {
+        setStatus(status, MS::kInvalidParameter);
+        return 0;
+    }
+    const MCallbackId id = nextId();
+    const int listener =
+        host::membership::listen([=](const host::NodePtr& node, host::membership::Change change) {
+            if (change != wanted || !(all || host::typeRegistry().inherits(node->typeName(), type)))
+                return;
+            MObject object = host::Access::make(node);
+            runAs(id, [&] { func(object, clientData); });
+        });
+    installed().emplace(id, [listener] { host::membership::removeListener(listener); });
+    setStatus(status, MS::kSuccess);
+    return id;
 }
 
 } // namespace
@@ -142,6 +165,17 @@ MCallbackId MNodeMessage::addNameChangedCallback(MObject& node, MNodeStringFunct
     installed().emplace(id, [listener] { host::renames::removeListener(listener); });
     setStatus(status, MS::kSuccess);
     return id;
+}
+
+MCallbackId MDGMessage::addNodeAddedCallback(MNodeFunction func, const MString& nodeType,
+                                             void* clientData, MStatus* status) {
+    return addMembershipCallback(host::membership::Change::Joined, func, nodeType, clientData,
+                                 status);
+}
+MCallbackId MDGMessage::addNodeRemovedCallback(MNodeFunction func, const MString& nodeType,
+                                               void* clientData, MStatus* status) {
+    return addMembershipCallback(host::membership::Change::Left, func, nodeType, clientData,
+                                 status);
 }
 
 MCallbackId MSceneMessage::addNamespaceRenamedCallback(MTwoStringFunction func, void*,

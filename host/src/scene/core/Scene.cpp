@@ -3,6 +3,7 @@
 #include "foundation/Events.h"
 #include "foundation/UndoQueue.h"
 #include "scene/core/Data.h"
+#include "scene/core/Membership.h"
 #include "scene/core/Selection.h"
 #include "scene/core/TimeState.h"
 
@@ -282,7 +283,7 @@ std::size_t Scene::position(const NodePtr& node) const {
     return static_cast<std::size_t>(std::find(nodes_.begin(), nodes_.end(), node) - nodes_.begin());
 }
 
-void Scene::insert(const NodePtr& node, const std::string& name, const DagNodePtr& parent) {
+void Scene::join(const NodePtr& node, const std::string& name, const DagNodePtr& parent) {
     DagNode* dag = asDag(node);
     DagNode* above = dag ? (parent ? parent.get() : root_.get()) : nullptr;
     // Without a name the type's own with a number, as in "transform1".
@@ -298,12 +299,18 @@ void Scene::insert(const NodePtr& node, const std::string& name, const DagNodePt
     tellName(node, {});
 }
 
+void Scene::insert(const NodePtr& node, const std::string& name, const DagNodePtr& parent) {
+    join(node, name, parent);
+    membership::tell(node, membership::Change::Joined);
+}
+
 NodePtr Scene::create(const std::string& type, const std::string& name, const DagNodePtr& parent) {
     const NodePtr node = typeRegistry().make(type);
     if (!node)
         return nullptr;
-    insert(node, name, parent);
+    join(node, name, parent);
     NodeAccess::construct(*node);
+    membership::tell(node, membership::Change::Joined);
     return node;
 }
 
@@ -401,14 +408,18 @@ Removal Scene::remove(const NodePtr& node) {
     touch();
     // What is selected and gone is no longer selected.
     setActiveSelection(activeSelection());
+    for (const Removal::Item& item : removal.items)
+        membership::tell(item.node, membership::Change::Left);
     return removal;
 }
 
 void Scene::restore(const Removal& removal) {
     std::vector<std::pair<NodePtr, std::string>> renamed;
+    std::vector<NodePtr> joined;
     for (const Removal::Item& item : removal.items) {
         if (item.node->inScene_)
             continue;
+        joined.push_back(item.node);
         const std::string before = item.node->name;
         if (DagNode* dag = asDag(item.node)) {
             DagNode* above = item.parent->inScene_ ? item.parent.get() : root_.get();
@@ -441,6 +452,8 @@ void Scene::restore(const Removal& removal) {
     touch();
     for (const auto& [node, before] : renamed)
         tellName(node, before);
+    for (const NodePtr& node : joined)
+        membership::tell(node, membership::Change::Joined);
 }
 
 bool Scene::reparent(const DagNodePtr& node, const DagNodePtr& newParent, std::size_t position) {

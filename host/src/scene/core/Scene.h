@@ -78,6 +78,7 @@ public:
 
 private:
     void makeDefaults();
+    void join(const NodePtr& node, const std::string& name, const DagNodePtr& parent);
     static bool feedsOnly(const Node& feeder, const std::vector<Removal::Item>& items);
     /// What changes the name or parent of a node is done between the two.
     void unindex(Node& node);

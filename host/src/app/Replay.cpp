@@ -215,6 +215,9 @@ void Replay::perform(const SessionStep& step) {
     case Kind::MoveOnto:
         moveOnto(step);
         return;
+    case Kind::Place:
+        placeWindow(step);
+        return;
     case Kind::Picture:
         takePicture(step);
         return;
@@ -270,6 +273,18 @@ void Replay::pressKey(const SessionStep& step) {
     expect(Waiting::Event);
     if (!input_->key(step.key, down))
         failAt(step, QStringLiteral("the keyboard has no such key"));
+}
+
+/// A title bar belongs to the window manager, which there may be none of.
+void Replay::placeWindow(const SessionStep& step) {
+    const auto place = [this, step] {
+        const QList<QWidget*> windows = windowsNamed(step.target.window);
+        if (windows.size() != 1)
+            return QStringLiteral("there is no window '%1'").arg(step.target.window);
+        windows.first()->move(window_->mapToGlobal(step.position.toPoint()));
+        return QString();
+    };
+    poll(step, place, [this] { settle(); });
 }
 
 void Replay::takePicture(const SessionStep& step) {

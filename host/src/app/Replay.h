@@ -43,6 +43,7 @@ private:
     void pressKey(const SessionStep& step);
     void movePointer(QPoint target);
     void moveOnto(const SessionStep& step);
+    void placeWindow(const SessionStep& step);
     void takePicture(const SessionStep& step);
     void failAt(const SessionStep& step, const QString& why);
     /// Asks again and again, for as long as an event may take, until it answers without a reason

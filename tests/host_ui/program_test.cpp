@@ -1,16 +1,13 @@
 // vellum-host as a program: its options, exit codes, pictures and replays.
+#include "host_ui/ProgramTest.h"
 #include "support/Hand.h"
-#include "support/HostProgram.h"
 #include "support/Paths.h"
 #include "ui/XTestInput.h"
 
-#include <QFile>
 #include <QImage>
 #include <QSet>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using support::Outcome;
 using testing::HasSubstr;
@@ -18,31 +15,7 @@ using testing::Not;
 
 namespace {
 
-class Program : public ::testing::Test {
-protected:
-    Outcome run(const QStringList& arguments, const QStringList& environment = {}) {
-        return support::HostProgram(arguments, directory.path(), environment).outcome();
-    }
-
-    QString write(const QString& name, const QByteArray& text) {
-        QFile file(directory.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return file.fileName();
-    }
-
-    /// The lines that the program printed and that begin with "at:".
-    static std::vector<std::string> marks(const std::string& out) {
-        std::vector<std::string> lines;
-        for (const QString& line : QString::fromStdString(out).split('\n')) {
-            if (line.startsWith("at:"))
-                lines.push_back(line.mid(3).toStdString());
-        }
-        return lines;
-    }
-
-    QTemporaryDir directory;
-};
+class Program : public hosttest::ProgramTest {};
 
 } // namespace
 
@@ -274,6 +247,15 @@ TEST_F(Program, WrongSessionsAreRefusedBeforeAnythingIsPlayed) {
         {"0.0 1 2\n", "s.txt:1: a sample has four columns"},
         {"0.0 1 2 -1\n", "s.txt:1:"},
         {"hello\n", "s.txt:1:"},
+        {"vellum-session 1\n0 click left on OK\n", "s.txt:2: a name in quotes is missing"},
+        {"vellum-session 1\n0 click left on \"OK\n", "s.txt:2: a quote is not closed"},
+        {"vellum-session 1\n0 click left on \"OK\" 0\n", "s.txt:2: things are counted from 1"},
+        {"vellum-session 1\n0 move on \"OK\" at 5 5%\n", "s.txt:2: a place has two"},
+        {"vellum-session 1\n0 move on \"OK\" of \"B\"\n", "s.txt:2: unexpected 'of'"},
+        {"vellum-session 1\n0 menu \"File > \"\n", "s.txt:2: an entry of a menu is missing"},
+        {"vellum-session 1\n0 type Rough\n", "s.txt:2: type needs a text in quotes"},
+        {"vellum-session 1\n0 type \"\xc3\xa9\"\n", "s.txt:2: only what stands on every"},
+        {"vellum-session 1\n0 picture a.png of B\n", "s.txt:2: picture needs a file"},
         {"", "nothing to replay"},
     };
     for (const auto& wrong : cases) {

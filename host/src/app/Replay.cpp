@@ -1,11 +1,16 @@
 #include "app/Replay.h"
 
+#include "app/ScreenPicture.h"
+#include "app/Targets.h"
+#include "foundation/Idle.h"
 #include "render/View.h"
 #include "render/Views.h"
 #include "script/Interpreter.h"
 #include "ui/QtCompat.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScreen>
@@ -22,6 +27,7 @@ namespace {
 
 constexpr int kLostAfterMs = 2000;
 constexpr int kInterruptCheckMs = 50;
+constexpr int kPollMs = 20;
 
 // What the replay holds on the X server, keys and buttons and the key repeat, outlives the program
 // unless it is let go: a signal to end ends the replay first.
@@ -199,18 +205,21 @@ void Replay::perform(const SessionStep& step) {
         input_->release(step.button);
         return;
     case Kind::KeyDown:
-    case Kind::KeyUp: {
-        const bool down = step.kind == Kind::KeyDown;
-        down ? keysHeld_.append(step.key) : void(keysHeld_.removeAll(step.key));
-        expect(Waiting::Event);
-        if (!input_->key(step.key, down))
-            finish(session_.file + ":" + std::to_string(step.line) +
-                   ": the keyboard has no such key");
+    case Kind::KeyUp:
+        pressKey(step);
         return;
-    }
     case Kind::Wheel:
         expect(Waiting::Event);
         input_->wheel(step.notches);
+        return;
+    case Kind::MoveOnto:
+        moveOnto(step);
+        return;
+    case Kind::Place:
+        placeWindow(step);
+        return;
+    case Kind::Picture:
+        takePicture(step);
         return;
     case Kind::Command:
         break;
@@ -218,7 +227,86 @@ void Replay::perform(const SessionStep& step) {
     if (script::run(step.script))
         settle();
     else
-        finish(session_.file + ":" + std::to_string(step.line) + ": the command failed");
+        failAt(step, QStringLiteral("the command failed"));
+}
+
+void Replay::failAt(const SessionStep& step, const QString& why) {
+    finish(session_.file + ":" + std::to_string(step.line) + ": " + why.toStdString());
+}
+
+void Replay::poll(const SessionStep& step, std::function<QString()> whyNot,
+                  std::function<void()> next) {
+    if (done_)
+        return;
+    const QString why = whyNot();
+    if (why.isEmpty()) {
+        next();
+    } else if (sinceStep_.elapsed() > kLostAfterMs) {
+        failAt(step, why);
+    } else {
+        QTimer::singleShot(kPollMs, this, [=] { poll(step, whyNot, next); });
+    }
+}
+
+void Replay::moveOnto(const SessionStep& step) {
+    // What has just been opened may still move: it counts where it is twice.
+    const auto place = std::make_shared<QPoint>(-1, -1);
+    const auto look = [step, place] {
+        const TargetPlace found = locate(step.target);
+        if (!found.widget)
+            return found.why;
+        const QPoint before = *place;
+        *place = InputInjector::toScreen(found.widget, QPointF(found.position) *
+                                                           found.widget->devicePixelRatioF());
+        return *place == before ? QString() : QStringLiteral("'%1' moves").arg(step.target.name);
+    };
+    poll(step, look, [this, place] { movePointer(*place); });
+}
+
+void Replay::pressKey(const SessionStep& step) {
+    if (step.shiftOf != Qt::Key_unknown && !input_->needsShift(step.shiftOf)) {
+        settle();
+        return;
+    }
+    const bool down = step.kind == SessionStep::Kind::KeyDown;
+    down ? keysHeld_.append(step.key) : void(keysHeld_.removeAll(step.key));
+    expect(Waiting::Event);
+    if (!input_->key(step.key, down))
+        failAt(step, QStringLiteral("the keyboard has no such key"));
+}
+
+/// A title bar belongs to the window manager, which there may be none of.
+void Replay::placeWindow(const SessionStep& step) {
+    const auto place = [this, step] {
+        const QList<QWidget*> windows = windowsNamed(step.target.window);
+        if (windows.size() != 1)
+            return QStringLiteral("there is no window '%1'").arg(step.target.window);
+        windows.first()->move(window_->mapToGlobal(step.position.toPoint()));
+        return QString();
+    };
+    poll(step, place, [this] { settle(); });
+}
+
+void Replay::takePicture(const SessionStep& step) {
+    idle::drainAll();
+    Views::instance().refreshAll(true);
+    // A picture counts when the screen has come to rest; what never does is taken as it is.
+    const auto last = std::make_shared<QImage>();
+    const auto look = [this, step, last] {
+        const QImage now = grabScreen(step.target.window);
+        if (now.isNull())
+            return QStringLiteral("there is no window '%1'").arg(step.target.window);
+        const bool rests = now == *last || sinceStep_.elapsed() > kLostAfterMs;
+        *last = now;
+        return rests ? QString() : QStringLiteral("the screen does not rest");
+    };
+    poll(step, look, [this, step, last] {
+        QDir().mkpath(QFileInfo(step.file).absolutePath());
+        if (last->save(step.file))
+            settle();
+        else
+            failAt(step, QStringLiteral("cannot write '%1'").arg(step.file));
+    });
 }
 
 bool Replay::eventFilter(QObject* watched, QEvent* event) {

@@ -40,7 +40,15 @@ private:
 
     void next();
     void perform(const SessionStep& step);
+    void pressKey(const SessionStep& step);
     void movePointer(QPoint target);
+    void moveOnto(const SessionStep& step);
+    void placeWindow(const SessionStep& step);
+    void takePicture(const SessionStep& step);
+    void failAt(const SessionStep& step, const QString& why);
+    /// Asks again and again, for as long as an event may take, until it answers without a reason
+    /// why not; then goes on to `next`, else ends the replay with the reason.
+    void poll(const SessionStep& step, std::function<QString()> whyNot, std::function<void()> next);
     void expect(Waiting what, QPoint position = {});
     void settle();
     void schedule();

@@ -35,6 +35,14 @@ private:
     void readStep(double time, const QString& rest);
     void readTablet(SessionStep step, const QStringList& words);
     void readKeys(SessionStep step, const QString& combination);
+    bool readPlainStep(SessionStep step, const QString& rest);
+    bool readNamedStep(SessionStep step, const QString& rest);
+    void readMove(SessionStep step, const std::vector<SessionWord>& words, std::size_t first);
+    void readButton(SessionStep step, const std::vector<SessionWord>& words);
+    void readPicture(SessionStep step, const std::vector<SessionWord>& words);
+    QString theText(const std::vector<SessionWord>& words) const;
+    void addClick(SessionStep step);
+    void addTyping(SessionStep step, const QString& text);
     void playRecording(double time, const QStringList& words);
 
     double number(const QString& word) const {
@@ -51,7 +59,7 @@ private:
         return {number(words.at(index)), number(words.at(index + 1))};
     }
 
-    Qt::MouseButton button(const QStringList& words) const;
+    Qt::MouseButton button(const QString& name) const;
     Qt::Key key(const QString& name) const;
 
     void add(SessionStep step) {
@@ -149,8 +157,7 @@ void Reader::readSample(const QStringList& words) {
     add(step);
 }
 
-Qt::MouseButton Reader::button(const QStringList& words) const {
-    const QString name = words.value(1);
+Qt::MouseButton Reader::button(const QString& name) const {
     if (name == QLatin1String("left"))
         return Qt::LeftButton;
     if (name == QLatin1String("middle"))
@@ -252,23 +259,26 @@ void Reader::playRecording(double time, const QStringList& words) {
 }
 
 void Reader::readStep(double time, const QString& rest) {
-    const QStringList words = rest.simplified().split(' ');
-    const QString& verb = words.at(0);
     SessionStep step;
     step.time = time;
+    if (readPlainStep(step, rest))
+        return;
+    bool known = false;
+    try {
+        known = readNamedStep(step, rest);
+    } catch (const std::runtime_error& error) {
+        fail(QString::fromUtf8(error.what()));
+    }
+    if (!known)
+        fail(QStringLiteral("unknown step '%1'").arg(rest.simplified().section(' ', 0, 0)));
+}
+
+/// Steps whose words are numbers and names without blanks. False: it is none of them.
+bool Reader::readPlainStep(SessionStep step, const QString& rest) {
+    const QStringList words = rest.simplified().split(' ');
+    const QString& verb = words.at(0);
     using Kind = SessionStep::Kind;
-    if (verb == QLatin1String("move")) {
-        step.position = point(words, 1);
-        add(step);
-    } else if (verb == QLatin1String("press") || verb == QLatin1String("release")) {
-        step.button = button(words);
-        if (words.size() > 2) { // with a position: the pointer goes there first
-            step.position = point(words, 2);
-            add(step);
-        }
-        step.kind = verb == QLatin1String("press") ? Kind::Press : Kind::Release;
-        add(step);
-    } else if (verb == QLatin1String("tablet")) {
+    if (verb == QLatin1String("tablet")) {
         readTablet(step, words);
     } else if (verb == QLatin1String("key")) {
         readKeys(step, words.value(1));
@@ -285,9 +295,118 @@ void Reader::readStep(double time, const QString& rest) {
         step.script = rest.mid(verb.size()).trimmed().toStdString();
         add(step);
     } else if (verb == QLatin1String("play")) {
-        playRecording(time, words);
+        playRecording(step.time, words);
     } else {
-        fail(QStringLiteral("unknown step '%1'").arg(verb));
+        return false;
+    }
+    return true;
+}
+
+/// Steps that may hold names in quotes.
+bool Reader::readNamedStep(SessionStep step, const QString& rest) {
+    const std::vector<SessionWord> words = splitWords(rest);
+    const SessionWord verb = words.empty() ? SessionWord() : words.front();
+    if (verb.is("move")) {
+        readMove(step, words, 1);
+    } else if (verb.is("press") || verb.is("release") || verb.is("click") ||
+               verb.is("doubleclick")) {
+        readButton(step, words);
+    } else if (verb.is("menu")) {
+        for (const SessionTarget& entry : SessionTarget::readMenuPath(theText(words))) {
+            step.kind = SessionStep::Kind::MoveOnto;
+            step.target = entry;
+            add(step);
+            addClick(step);
+        }
+    } else if (verb.is("type")) {
+        addTyping(step, theText(words));
+    } else if (verb.is("picture")) {
+        readPicture(step, words);
+    } else if (verb.is("place")) {
+        if (words.size() != 4 || !words[1].quoted)
+            fail(QStringLiteral("place needs a window in quotes and a position"));
+        step.kind = SessionStep::Kind::Place;
+        step.target.window = words[1].text;
+        step.position = {number(words[2].text), number(words[3].text)};
+        add(step);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+/// A position in the session's space, or something that is named.
+void Reader::readMove(SessionStep step, const std::vector<SessionWord>& words, std::size_t first) {
+    if (words.size() > first && words[first].is("on")) {
+        step.kind = SessionStep::Kind::MoveOnto;
+        step.target = SessionTarget::read(words, first);
+    } else if (words.size() != first + 2) {
+        fail(QStringLiteral("a position is missing"));
+    } else {
+        step.kind = SessionStep::Kind::Move;
+        step.position = {number(words[first].text), number(words[first + 1].text)};
+    }
+    add(step);
+}
+
+void Reader::readButton(SessionStep step, const std::vector<SessionWord>& words) {
+    step.button = button(words.size() > 1 ? words[1].text : QString());
+    if (words.size() > 2) // the pointer goes there first
+        readMove(step, words, 2);
+    if (words[0].is("press") || words[0].is("release")) {
+        step.kind = words[0].is("press") ? SessionStep::Kind::Press : SessionStep::Kind::Release;
+        add(step);
+        return;
+    }
+    addClick(step);
+    if (words[0].is("doubleclick"))
+        addClick(step);
+}
+
+void Reader::addClick(SessionStep step) {
+    step.kind = SessionStep::Kind::Press;
+    add(step);
+    step.kind = SessionStep::Kind::Release;
+    add(step);
+}
+
+void Reader::readPicture(SessionStep step, const std::vector<SessionWord>& words) {
+    const bool ofWindow = words.size() == 4 && words[2].is("of") && words[3].quoted;
+    if (words.size() != 2 && !ofWindow)
+        fail(QStringLiteral("picture needs a file and perhaps 'of' and a window in quotes"));
+    step.kind = SessionStep::Kind::Picture;
+    step.file = words[1].text;
+    if (ofWindow)
+        step.target.window = words[3].text;
+    add(step);
+}
+
+QString Reader::theText(const std::vector<SessionWord>& words) const {
+    if (words.size() != 2 || !words[1].quoted || words[1].text.isEmpty())
+        fail(QStringLiteral("%1 needs a text in quotes").arg(words[0].text));
+    return words[1].text;
+}
+
+void Reader::addTyping(SessionStep step, const QString& text) {
+    using Kind = SessionStep::Kind;
+    for (const QChar c : text) {
+        if (c < QLatin1Char(' ') || c > QLatin1Char('~'))
+            fail(QStringLiteral("only what stands on every keyboard can be typed"));
+        const auto key = static_cast<Qt::Key>(c.toUpper().unicode());
+        // Which characters need Shift the keyboard of the day knows; capitals do on all.
+        SessionStep shift = step;
+        shift.key = Qt::Key_Shift;
+        shift.shiftOf = c.isLetter() ? Qt::Key_unknown : key;
+        step.key = key;
+        const bool shifts = !c.isLower();
+        for (const Kind kind : {Kind::KeyDown, Kind::KeyUp}) {
+            step.kind = shift.kind = kind;
+            if (shifts && kind == Kind::KeyDown)
+                add(shift);
+            add(step);
+            if (shifts && kind == Kind::KeyUp)
+                add(shift);
+        }
     }
 }
 

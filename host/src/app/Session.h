@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/SessionTarget.h"
+
 #include <QPointF>
 #include <QSizeF>
 #include <Qt>
@@ -21,7 +23,10 @@ struct SessionStep {
         KeyDown,
         KeyUp,
         Wheel,
-        Command
+        Command,
+        MoveOnto, ///< what `target` names
+        Picture,
+        Place ///< a window, at `position` in the main window, logical pixels
     };
 
     double time = 0;
@@ -31,9 +36,12 @@ struct SessionStep {
     double pressure = 0; ///< 0 to 1
     bool eraser = false;
     Qt::Key key = Qt::Key_unknown;
+    Qt::Key shiftOf = Qt::Key_unknown; ///< the step is for keys only that need Shift for this one
     int notches = 0;
-    std::string script;
-    int line = 0; ///< in the file, from 1
+    std::string script;   ///< of Command
+    SessionTarget target; ///< of MoveOnto; of Picture and Place only the window
+    QString file;         ///< of Picture
+    int line = 0;         ///< in the file, from 1
 };
 
 /// A recorded pointer and tablet session, as docs/replay.md describes it, or a plain tablet

@@ -42,6 +42,7 @@ public:
     }
 
     bool key(Qt::Key key, bool down) override { return input_->key(int(key), down); }
+    bool needsShift(Qt::Key key) const override { return input_->needsShift(int(key)); }
     void stopKeyRepeat() override { input_->stopKeyRepeat(); }
 
     QPoint position() const override {

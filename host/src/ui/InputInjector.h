@@ -29,6 +29,8 @@ public:
     virtual void wheel(int notches) = 0;
     /// False when the keyboard has no such key.
     virtual bool key(Qt::Key key, bool down) = 0;
+    /// Whether Shift must be held for this key's character, a letter's capital not considered.
+    virtual bool needsShift(Qt::Key) const { return false; }
     /// Held keys send one press each as long as this object lives.
     virtual void stopKeyRepeat() {}
 

@@ -5,6 +5,7 @@
 #include <map>
 
 // After Qt: X's header defines words such as None and Bool.
+#include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
@@ -99,6 +100,14 @@ bool XTestInput::key(int qtKey, bool down) {
     XTestFakeKeyEvent(xDisplay(display_), code, down ? True : False, CurrentTime);
     XSync(xDisplay(display_), False);
     return true;
+}
+
+bool XTestInput::needsShift(int qtKey) const {
+    const KeySym symbol = keySym(qtKey);
+    const KeyCode code = symbol == NoSymbol ? 0 : XKeysymToKeycode(xDisplay(display_), symbol);
+    constexpr unsigned lower = 0, upper = 1;
+    return code && XkbKeycodeToKeysym(xDisplay(display_), code, 0, lower) != symbol &&
+           XkbKeycodeToKeysym(xDisplay(display_), code, 0, upper) == symbol;
 }
 
 bool XTestInput::keyRepeats() const {

@@ -19,6 +19,7 @@ public:
     void move(int x, int y);            ///< pixels of the screen
     void button(int number, bool down); ///< X's numbers: 1 left, 2 middle, 3 right, 4, 5 wheel
     bool key(int qtKey, bool down);     ///< a Qt::Key; false when the keyboard has none
+    bool needsShift(int qtKey) const;   ///< whether it is the upper one on its key
     void pointer(int& x, int& y) const;
 
     /// Whether the server repeats a key that is held.

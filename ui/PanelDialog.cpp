@@ -71,7 +71,7 @@ void PanelDialog::keyPressEvent(QKeyEvent* event) {
         actionDone();
         return;
     }
-    QWidget::keyPressEvent(event);
+    event->ignore();
 }
 
 void PanelDialog::mousePressEvent(QMouseEvent* event) {

@@ -72,7 +72,7 @@ void PanelDialog::keyPressEvent(QKeyEvent* event) {
         actionDone();
         return;
     }
-    QWidget::keyPressEvent(event);
+    event->ignore();
 }
 
 void PanelDialog::mousePressEvent(QMouseEvent* event) {

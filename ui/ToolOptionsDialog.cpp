@@ -107,7 +107,7 @@ void ToolOptionsDialog::connectControls() {
     connect(fonts_, &QFontComboBox::editTextChanged, this, &Self::SetFontFamily);
     // Once its list has closed, which has the keyboard until then.
     connect(
-        fonts_, qOverload<int>(&QFontComboBox::activated), this, [this] { done(); },
+        fonts_, qOverload<int>(&QFontComboBox::activated), this, [this] { finish(); },
         Qt::QueuedConnection);
     const std::initializer_list<QWidget*> watched{size_.box,       size_.slider, opacity_.box,
                                                   opacity_.slider, tablet_,      fonts_};
@@ -214,7 +214,7 @@ void ToolOptionsDialog::leaveField() {
         field->clearFocus();
 }
 
-void ToolOptionsDialog::done() {
+void ToolOptionsDialog::finish() {
     leaveField();
     actionDone();
 }
@@ -290,7 +290,7 @@ bool ToolOptionsDialog::eventFilter(QObject* watched, QEvent* event) {
         // After the control has done its work.
         if (!isBox && !isFont)
             QMetaObject::invokeMethod(
-                this, [this] { done(); }, Qt::QueuedConnection);
+                this, [this] { finish(); }, Qt::QueuedConnection);
         break;
     default:
         break;
@@ -305,9 +305,9 @@ void ToolOptionsDialog::keyPressEvent(QKeyEvent* event) {
         const QPointer<ToolOptionsDialog> self(this);
         restoreField(*field);
         if (self)
-            done();
+            finish();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        done();
+        finish();
     } else if (cancel && form_ == Form::PopUp) {
         hide();
     } else {

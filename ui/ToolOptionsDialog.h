@@ -72,7 +72,7 @@ private:
     /// Takes the value that is being typed.
     void leaveField();
     /// Leaves the field and gives the keyboard to the view.
-    void done();
+    void finish();
     bool passesOn(QKeyEvent& key);
 
     Form form_;

@@ -21,7 +21,7 @@ TEST_F(Toolbox, ColorsReadBackAreThoseThatWereSet) {
 TEST_F(Toolbox, ChoosingAColorChangesItAtOnceAndCancellingRestoresIt) {
     auto* swatch = box->findChild<QFrame*>(QStringLiteral("port"));
     ASSERT_TRUE(swatch);
-    const auto chooser = [this] {
+    const auto chooser = [] {
         QColorDialog* found = nullptr;
         support::waitFor([&] {
             found = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());

@@ -1,6 +1,7 @@
 // The layer manager's list after one change of the drawing, against a tree widget that is filled
 // anew with the same rows. Both are shown, and all that follows in the event loop counts.
 #include "BenchDocument.h"
+#include "ui/MainWindow.h"
 #include "ui/StartUp.h"
 #include "ui/layers/CameraList.h"
 #include "ui/layers/LayerListing.h"
@@ -141,6 +142,7 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     host::startUp();
+    const host::MainWindow mainWindow; // whose colours the panels take
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -92,6 +92,7 @@ bool CameraLayerList::arrange(const std::vector<LayerRow>& rows) {
             continue;
         rows_->removeWidget(items[i]);
         rows_->insertWidget(at, items[i]);
+        items[i]->show(); // the layout would a moment later, and leave no room for it until then
     }
     items_ = std::move(items);
     return true;

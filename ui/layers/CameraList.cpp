@@ -92,6 +92,7 @@ bool CameraList::arrange(const std::vector<CameraSection>& sections) {
         lists.push_back(list ? list : new CameraLayerList(section.camera, area_->widget()));
         sections_->removeWidget(lists.back());
         sections_->addWidget(lists.back());
+        lists.back()->show();
     }
     for (CameraLayerList* gone : std::as_const(spare)) {
         sections_->removeWidget(gone);
@@ -125,6 +126,7 @@ void CameraList::keep(const Anchor& anchor) {
     for (CameraLayerList* list : lists_)
         layOut(*list);
     layOut(*area_->widget());
+    layOut(*area_);
     QScrollBar& bar = *area_->verticalScrollBar();
     bar.setValue(bar.value() + anchor.row->mapTo(area_->viewport(), QPoint(0, 0)).y() - anchor.y);
 }

@@ -6,6 +6,7 @@
 #include "script/Interpreter.h"
 #include "ui/ContextState.h"
 #include "ui/Elements.h"
+#include "ui/HelpLine.h"
 #include "ui/ModelPanel.h"
 #include "ui/Playback.h"
 #include "ui/SavedViews.h"
@@ -19,7 +20,6 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSplitter>
@@ -105,7 +105,7 @@ void MainWindow::buildCentre() {
     layout->addWidget(timeBar_);
     scriptLine_ = new ScriptLine(centre);
     layout->addWidget(scriptLine_);
-    helpLine_ = new QLabel(centre);
+    helpLine_ = new HelpLine(centre);
     helpLine_->setObjectName(QStringLiteral("helpLine"));
     helpLine_->setProperty("role", "help");
     layout->addWidget(helpLine_);
@@ -182,7 +182,7 @@ void MainWindow::updateTool() {
 }
 
 void MainWindow::showHelp(const QString& text) {
-    helpLine_->setText(text.isEmpty() ? QStringLiteral(" ") : text);
+    helpLine_->setHelp(text);
 }
 
 void MainWindow::sceneChanged() {

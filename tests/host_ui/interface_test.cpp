@@ -21,7 +21,6 @@
 
 #include <gmock/gmock.h>
 
-using testing::ElementsAre;
 
 class Interface : public uitest::UiTest {};
 

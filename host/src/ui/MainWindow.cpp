@@ -152,7 +152,7 @@ QIcon MainWindow::toolIcon(const QString& file) {
     const auto known = toolIcons_.constFind(file);
     if (known != toolIcons_.constEnd())
         return *known;
-    const QIcon icon(file);
+    QIcon icon(file);
     if (!icon.availableSizes().isEmpty())
         toolIcons_.insert(file, icon);
     return icon;

@@ -7,7 +7,7 @@ bool isComplaint(report::Level level) {
 }
 
 QString messageText(report::Level level, const std::string& text) {
-    const QString line = QString::fromStdString(text).simplified();
+    QString line = QString::fromStdString(text).simplified();
     switch (level) {
     case report::Level::Error:
         return QStringLiteral("Error: ") + line;

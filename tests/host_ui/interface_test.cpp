@@ -21,7 +21,6 @@
 
 #include <gmock/gmock.h>
 
-
 class Interface : public uitest::UiTest {};
 
 TEST_F(Interface, ElementsAreFoundByNamePathAndKind) {

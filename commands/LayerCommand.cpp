@@ -144,8 +144,10 @@ template <const LayerProperty& property> MStatus editLayer(const LayerCall& call
     const auto* number = std::get_if<unsigned>(&value);
     if (number && *number > property.largest)
         return refuse(QString::fromLatin1(property.refusal).arg(*number));
-    if (value == property.get(*call.document.layer(call.camera, *index)))
-        return MS::kSuccess; // it is so already
+    // A script that shows what is shown already leaves nothing to save or to undo.
+    if (&property == &layer_property::kVisible &&
+        value == property.get(*call.document.layer(call.camera, *index)))
+        return MS::kSuccess;
     call.edit = layer_edit::setProperty(call.camera, *index, property, value);
     return MS::kSuccess;
 }

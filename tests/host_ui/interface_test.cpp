@@ -2,16 +2,19 @@
 // the bars around the view.
 #include "foundation/Events.h"
 #include "foundation/Idle.h"
+#include "foundation/Report.h"
 #include "host_ui/UiTest.h"
 #include "render/Views.h"
 #include "ui/ContextState.h"
 #include "ui/Elements.h"
+#include "ui/ScriptLine.h"
 #include "ui/TimeBar.h"
 #include "ui/TimeSlider.h"
 
 #include <QDoubleSpinBox>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QToolButton>
 
 #include <maya/MCursor.h>
@@ -120,6 +123,36 @@ TEST_F(Interface, PicturesOfMayaAreFoundByTheirNames) {
     }
     EXPECT_NE(up, down);
     EXPECT_NE(up, layer);
+}
+
+TEST_F(Interface, TheFirstComplaintStaysUntilTheUserActs) {
+    auto* help = window->findChild<QLabel*>("helpLine");
+    const QLineEdit& output = window->scriptLine().output();
+    run("recordCtx two; setToolTo two");
+    uitest::settle();
+    host::report::warning("why");
+    host::report::error("(kFailure): Unexpected Internal Failure");
+    EXPECT_EQ(help->text(), "Warning: why");
+    EXPECT_EQ(output.text(), help->text());
+    run("setToolTo selectSuperContext; setToolTo two");
+    uitest::settle();
+    EXPECT_EQ(help->text(), "Warning: why") << "a tool that is taken again does not hide it";
+    host::report::error("something else, later");
+    EXPECT_EQ(help->text(), "Error: something else, later");
+    EXPECT_EQ(output.text(), help->text());
+    moveTo(view(), {100, 100});
+    EXPECT_EQ(help->text(), "Error: something else, later");
+    press();
+    EXPECT_EQ(help->text(), "writes down what happens");
+    release();
+    run("global string $gSelect; setToolTo $gSelect");
+    host::Tools::instance().remove("two");
+    uitest::settle();
+    const QString selecting = help->text();
+    host::report::error("again");
+    EXPECT_EQ(help->text(), "Error: again");
+    type({Qt::Key_Right});
+    EXPECT_EQ(help->text(), selecting);
 }
 
 TEST_F(Interface, TimeBarShowsAndSetsTime) {

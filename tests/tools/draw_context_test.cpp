@@ -9,10 +9,12 @@
 #include "tools/ToolSession.h"
 #include "tools/interaction/ThreadManager.h"
 #include "ui/InputInjector.h"
+#include "ui/MainWindow.h"
 #include "ui/Tools.h"
 #include "ui/ViewWidget.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QProcess>
 #include <QThread>
 
@@ -363,6 +365,9 @@ TEST_F(Drawing, RefusedPressLeavesNoEffect) {
     moveTo({200, 200});
     release();
     EXPECT_EQ(errors, QStringList{QStringLiteral("[Vellum2] Active layer is locked.")});
+    EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("helpLine"))->text(),
+              QStringLiteral("Error: [Vellum2] Active layer is locked."))
+        << "still to be read when the button is up";
     EXPECT_EQ(picture(), drawn);
     EXPECT_FALSE(ThreadManager::instance().isActive());
 }

@@ -6,6 +6,7 @@
 #include "script/Interpreter.h"
 #include "ui/ContextState.h"
 #include "ui/Elements.h"
+#include "ui/HelpLine.h"
 #include "ui/ModelPanel.h"
 #include "ui/Playback.h"
 #include "ui/SavedViews.h"
@@ -19,7 +20,6 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSplitter>
@@ -106,7 +106,7 @@ void MainWindow::buildCentre() {
     layout->addWidget(timeBar_);
     scriptLine_ = new ScriptLine(centre);
     layout->addWidget(scriptLine_);
-    helpLine_ = new QLabel(centre);
+    helpLine_ = new HelpLine(centre);
     helpLine_->setObjectName(QStringLiteral("helpLine"));
     helpLine_->setProperty("role", "help");
     layout->addWidget(helpLine_);
@@ -153,7 +153,7 @@ QIcon MainWindow::toolIcon(const QString& file) {
     const auto known = toolIcons_.constFind(file);
     if (known != toolIcons_.constEnd())
         return *known;
-    const QIcon icon(file);
+    QIcon icon(file);
     if (!icon.availableSizes().isEmpty())
         toolIcons_.insert(file, icon);
     return icon;
@@ -183,7 +183,7 @@ void MainWindow::updateTool() {
 }
 
 void MainWindow::showHelp(const QString& text) {
-    helpLine_->setText(text.isEmpty() ? QStringLiteral(" ") : text);
+    helpLine_->setHelp(text);
 }
 
 void MainWindow::sceneChanged() {

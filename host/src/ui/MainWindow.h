@@ -11,12 +11,12 @@
 #include <vector>
 
 class QAction;
-class QLabel;
 class QMenu;
 class QToolButton;
 
 namespace host {
 
+class HelpLine;
 class ModelPanel;
 class ScriptLine;
 class TimeBar;
@@ -51,7 +51,7 @@ public:
     /// Closes without a question.
     void closeForced();
 
-    void showHelp(const QString& text); ///< in the help line, until the next one
+    void showHelp(const QString& text); ///< what the tool is for, until the next one
     /// Scene name, and a star while there are unsaved changes.
     void updateTitle();
 
@@ -81,7 +81,7 @@ private:
     TimeSlider* timeSlider_ = nullptr;
     TimeBar* timeBar_ = nullptr;
     ScriptLine* scriptLine_ = nullptr;
-    QLabel* helpLine_ = nullptr;
+    HelpLine* helpLine_ = nullptr;
     QToolButton* select_ = nullptr;
     QToolButton* lastTool_ = nullptr;
     QAction* lastToolAction_ = nullptr;

@@ -2,6 +2,7 @@
 
 #include "foundation/Report.h"
 #include "script/Interpreter.h"
+#include "ui/MessageText.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -25,15 +26,11 @@ ScriptLine::ScriptLine(QWidget* parent)
     input_->installEventFilter(this);
 
     reportListener_ = report::addListener([this](report::Level level, const std::string& text) {
-        const bool error = level == report::Level::Error;
-        const bool warning = level == report::Level::Warning;
-        const QString prefix = error ? tr("Error: ") : warning ? tr("Warning: ") : QString();
-        const QString line = prefix + QString::fromStdString(text).simplified();
-        output_->setText(level == report::Level::Result ? tr("// Result: %1 //").arg(line) : line);
+        if (isComplaint(level) && !turn_.begin())
+            return; // the first says why
+        output_->setText(messageText(level, text));
         output_->setCursorPosition(0);
-        output_->setStyleSheet(error     ? QStringLiteral("background: #7a2b2b; color: #ffffff;")
-                               : warning ? QStringLiteral("background: #6b5a26; color: #ffffff;")
-                                         : QString());
+        output_->setStyleSheet(messageStyle(level));
     });
 }
 

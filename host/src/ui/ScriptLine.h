@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/TurnMark.h"
+
 #include <QStringList>
 #include <QWidget>
 
@@ -31,6 +33,7 @@ private:
     QStringList history_;
     int recalled_ = 0; ///< position in the history; its size while a new line is typed
     QString draft_;
+    TurnMark turn_;
     int reportListener_ = 0;
 };
 

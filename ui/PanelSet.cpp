@@ -53,9 +53,8 @@ QDialog* make(Dialog dialog) {
         return new PreferencesDialog(parent);
     case Dialog::About:
         return new AboutDialog(parent);
+    case Dialog::NewLayer: // these open themselves
     case Dialog::ReelviewImport:
-        return new ReelviewProImportDialog(parent);
-    case Dialog::NewLayer:
         break;
     }
     return nullptr;
@@ -88,6 +87,12 @@ bool PanelSet::open(Dialog dialog) {
         return Panels::open(dialog);
     if (dialog == Dialog::NewLayer) {
         NewLayerDialog::open(MQtUtil::mainWindow());
+        return true;
+    }
+    if (dialog == Dialog::ReelviewImport) {
+        if (!import_)
+            import_ = new ReelviewProImportDialog(MQtUtil::mainWindow());
+        import_->show();
         return true;
     }
     const QPointer<QDialog> made = make(dialog);
@@ -144,6 +149,7 @@ std::optional<QColor> PanelSet::toolboxColor() {
 
 void PanelSet::closeAll() {
     closePopUp();
+    delete import_.data();
     for (const QPointer<PanelDialog>& panel : panels_) {
         if (panel && panel->isVisible())
             panel->storeGeometry();

@@ -36,6 +36,7 @@ private:
     ToolboxDialog* toolbox() const;
 
     std::array<QPointer<PanelDialog>, kPanelCount> panels_; ///< children of Maya's main window
+    QPointer<QDialog> import_; ///< not modal: scripts that name its flag go on
 };
 
 } // namespace vellum

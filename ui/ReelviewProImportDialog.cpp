@@ -21,6 +21,8 @@ constexpr int kWidth = 360;
 ReelviewProImportDialog::ReelviewProImportDialog(QWidget* parent) : QDialog(parent) {
     setWindowTitle(QStringLiteral("Reelview Import"));
     removeContextHelpButton(*this);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_DeleteOnClose);
     setMinimumWidth(MQtUtil::dpiScale(kWidth));
     auto* purpose = new QLabel(QStringLiteral("This will bring drawings and notes made in the "
                                               "Reelview review player into the scene."));

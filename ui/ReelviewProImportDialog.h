@@ -1,4 +1,4 @@
-// The place of an import that is not built yet. Modal. Main thread only.
+// The place of an import that is not built yet. Not modal. Main thread only.
 #pragma once
 
 #include <QDialog>

@@ -328,7 +328,7 @@ TEST_F(CommandAnswers, UtilCommandAnswers) {
         {"rvVellumUtil -nl", "void: ", "open 0"},
         {"rvVellumUtil -lp", "void: ", "properties persp 1"},
         {"rvVellumUtil -gs", "void: ", "open 1"},
-        {"rvVellumUtil -rvi", "void: "},
+        {"rvVellumUtil -rvi", "void: ", "open 4"},
         {"rvVellumUtil -rui", "void: ", "reset 0"},
         {"rvVellumUtil -pr", "void: ", "open 2"},
         {"rvVellumUtil -ab", "void: ", "open 3"},
@@ -455,12 +455,16 @@ TEST_F(CommandAnswers, ResetForgetsWherePanelsWere) {
     // Nobody answers in batch mode, so nothing is asked.
     answering.stop();
     pluginState().interactive = false;
-    fails(line("rvVellumUtil -rui"), QString());
+    const QString noInterface = line("There is no user interface in batch mode.");
+    for (const char* flag :
+         {"-rui", "-tb", "-to", "-lm", "-cp", "-rtt", "-nl", "-lp", "-gs", "-pr", "-ab"})
+        fails(line("rvVellumUtil ") + line(flag), noInterface);
+    EXPECT_EQ(call(line("rvVellumUtil -rvi")).status, MS::kSuccess);
     EXPECT_EQ(call(line("rvVellumUtil -fvm \"\"")).status, MS::kSuccess);
     // No camera is made for a view that there cannot be.
     for (const char* flag : {"-fv", "-fvm shotCam", "-fvm nobody"}) {
         SCOPED_TRACE(flag);
-        fails(line("rvVellumUtil ") + line(flag), QString());
+        fails(line("rvVellumUtil ") + line(flag), noInterface);
         EXPECT_EQ(call(line("rvVellumUtil ") + line(flag)).log, QString());
     }
     connectPanels(nullptr);

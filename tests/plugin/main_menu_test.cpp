@@ -30,7 +30,6 @@ struct Entry {
 constexpr const char* kDrawing = "gmatch(`currentCtx`, \"rvVlDrawCtx*\")";
 
 constexpr const char* kTransforming = "gmatch(`currentCtx`, \"rvVlTransformCtx*\")";
-constexpr const char* kNoWindow = "line 1: (kFailure): Unexpected Internal Failure";
 
 const std::vector<Entry>& expectedMenu() {
     static const std::vector<Entry> menu{
@@ -49,8 +48,8 @@ const std::vector<Entry>& expectedMenu() {
          "vlRadio($gRvVlRectangleToolMenuItem)"},
         {"--"},
         {"Layer"},
-        {"Layer/New Layer...", "rvVellumUtil -newLayer", "", kNoWindow},
-        {"Layer/Layer Properties...", "rvVellumUtil -layerProperties", "", kNoWindow},
+        {"Layer/New Layer...", "rvVellumUtil -newLayer"},
+        {"Layer/Layer Properties...", "rvVellumUtil -layerProperties"},
         {"Frame"},
         {"Frame/Insert Frame(s)", "rvVellumFrame -insert", "vlStepsTo(2, 1)", "", "currentTime 1"},
         {"Frame/Duplicate Frame", "rvVellumFrame -duplicate", "vlStepsTo(7, 6)", "",
@@ -71,12 +70,12 @@ const std::vector<Entry>& expectedMenu() {
         {"Ghosting/Ghost Previous", "rvVellumUtil -e -ghostPrevious -1", "`rvVellumUtil -q -gp`"},
         {"Ghosting/Ghost Next", "rvVellumUtil -e -ghostNext -1", "`rvVellumUtil -q -gn`"},
         {"Ghosting/--"},
-        {"Ghosting/Settings...", "rvVellumUtil -ghostingSettings", "", kNoWindow},
+        {"Ghosting/Settings...", "rvVellumUtil -ghostingSettings"},
         {"--"},
         {"Toolbox...", "rvVellumUtil -toolbox", "`control -exists rvVlToolboxColorPickerBtn`"},
         {"Tool Options...", "rvVellumUtil -toolOptions"},
-        {"Layer Manager...", "rvVellumUtil -layerManager", "", kNoWindow},
-        {"Retiming Tool...", "rvVellumUtil -retimingTool", "", kNoWindow},
+        {"Layer Manager...", "rvVellumUtil -layerManager"},
+        {"Retiming Tool...", "rvVellumUtil -retimingTool"},
         {"--"},
         {"Display Timeline Frames"},
         {"Display Timeline Frames/Always", "rvVellumUtil -e -timelineFrameDisplay 0",
@@ -100,8 +99,8 @@ const std::vector<Entry>& expectedMenu() {
         {"Cleanup/--"},
         {"Cleanup/Clear All", "rvVlDeleteAllNodes()", "!`objExists vellum`"},
         {"--"},
-        {"Preferences...", "rvVellumUtil -preferences", "", kNoWindow},
-        {"About...", "rvVellumUtil -about", "", kNoWindow},
+        {"Preferences...", "rvVellumUtil -preferences"},
+        {"About...", "rvVellumUtil -about"},
     };
     return menu;
 }

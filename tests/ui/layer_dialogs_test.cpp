@@ -20,9 +20,6 @@
 namespace vellum::test {
 namespace {
 
-using testing::Contains;
-using testing::HasSubstr;
-
 QString line(const char* text) {
     return QString::fromLatin1(text);
 }

@@ -55,7 +55,8 @@ CameraList::CameraList(QWidget* parent) : QWidget(parent), area_(new QScrollArea
     for (const auto role : {QPalette::Window, QPalette::Button})
         colors.setColor(role, maya.color(QPalette::Mid));
     colors.setColor(QPalette::Highlight, maya.color(QPalette::Midlight));
-    setPalette(colors);
+    for (QWidget* widget : {static_cast<QWidget*>(this), inner})
+        widget->setPalette(colors);
 }
 
 void CameraList::showListing(const LayerListing& listing) {

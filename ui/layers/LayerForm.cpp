@@ -25,12 +25,11 @@ constexpr int kComboCharacters = 20;
 } // namespace
 
 LayerForm::LayerForm(const QString& title, QWidget* parent)
-    : QDialog(parent), rows_(new QFormLayout) {
+    : QDialog(parent), column_(new QVBoxLayout(this)), rows_(new QFormLayout) {
     removeContextHelpButton(*this);
     setWindowTitle(title);
     setMinimumWidth(MQtUtil::dpiScale(kMinimumWidth));
-    auto* column = new QVBoxLayout(this);
-    column->addLayout(rows_);
+    column_->addLayout(rows_);
 }
 
 QLineEdit* LayerForm::addName(const QString& name) {
@@ -83,7 +82,7 @@ void LayerForm::addButtons() {
     row->addStretch();
     row->addWidget(ok);
     row->addWidget(cancel);
-    layout()->addItem(row);
+    column_->addLayout(row);
 }
 
 } // namespace vellum

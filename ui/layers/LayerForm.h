@@ -10,6 +10,7 @@ class QComboBox;
 class QFormLayout;
 class QLineEdit;
 class QRadioButton;
+class QVBoxLayout;
 
 namespace vellum {
 
@@ -32,6 +33,7 @@ protected:
     virtual void acceptChanges() = 0;
 
 private:
+    QVBoxLayout* column_;
     QFormLayout* rows_;
 };
 

@@ -57,6 +57,7 @@ LayerItem::LayerItem(const QString& camera, quint64 layer, QWidget* parent)
     columns->addWidget(visibility_);
     columns->addWidget(state_);
     columns->addWidget(name_, 1);
+    setDrawnOn(false);
 }
 
 void LayerItem::showLayer(const LayerRow& row, bool isDrawnOn) {
@@ -64,22 +65,25 @@ void LayerItem::showLayer(const LayerRow& row, bool isDrawnOn) {
     name_->setName(row.name);
     setText(*visibility_, layer_commands::visibilityText(row.visible));
     setText(*state_, layer_commands::stateText(row.state));
-    setDrawnOn(isDrawnOn);
+    if (isDrawnOn != isDrawnOn_)
+        setDrawnOn(isDrawnOn);
 }
 
+// Each widget gets the colours itself: where the application has a style sheet, children do not
+// take on their parent's.
 void LayerItem::setDrawnOn(bool isDrawnOn) {
-    if (isDrawnOn_ == isDrawnOn)
-        return;
     isDrawnOn_ = isDrawnOn;
-    QPalette colors; // without any of its own the row has those of the list
+    const QPalette maya = MQtUtil::mainWindow()->palette();
+    QPalette colors = maya;
+    for (const auto role : {QPalette::Button, QPalette::Window})
+        colors.setColor(role, maya.color(isDrawnOn ? QPalette::Highlight : QPalette::Mid));
     if (isDrawnOn) {
-        const QPalette maya = MQtUtil::mainWindow()->palette();
-        for (const auto role : {QPalette::Button, QPalette::Window})
-            colors.setColor(role, maya.color(QPalette::Highlight));
         for (const auto role : {QPalette::WindowText, QPalette::ButtonText})
             colors.setColor(role, maya.color(QPalette::HighlightedText));
     }
-    setPalette(colors);
+    for (QWidget* widget : {static_cast<QWidget*>(this), static_cast<QWidget*>(visibility_),
+                            static_cast<QWidget*>(state_), static_cast<QWidget*>(name_)})
+        widget->setPalette(colors);
 }
 
 void LayerItem::OnVisibilityBtnClicked() {

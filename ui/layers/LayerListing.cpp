@@ -56,7 +56,7 @@ std::optional<LayerPlace> findLayer(const LayerManager& document, quint64 id) {
 
 std::optional<LayerPlace> requireLayer(quint64 id) {
     const auto document = activeDrawing();
-    const auto found = document ? findLayer(*document, id) : std::nullopt;
+    auto found = document ? findLayer(*document, id) : std::nullopt;
     if (!found)
         report::warning(QStringLiteral("The layer is not in the drawing any more."));
     return found;

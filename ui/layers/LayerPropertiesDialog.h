@@ -20,7 +20,7 @@ class LayerPropertiesDialog : public LayerForm {
 public:
     /// Returns when it has been closed; the parent may be gone then. False without a drawing, and,
     /// after a warning, without such a layer.
-    static bool open(const LayerPlace& layer, QWidget* parent);
+    static bool open(const LayerPlace& place, QWidget* parent);
 
 public Q_SLOTS:
     void UpdateLayer();

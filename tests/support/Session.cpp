@@ -78,6 +78,7 @@ void Session::SetUp() {
 }
 
 void Session::TearDown() {
+    host::idle::drainAll(); // what was deferred belongs to the scene that goes
     EXPECT_TRUE(run(QStringLiteral("file -f -new")));
     host::idle::drain();
     unloadPlugin();

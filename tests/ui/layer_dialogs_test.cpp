@@ -218,7 +218,8 @@ TEST_F(LayerDialogs, APressInTheViewAsksForTheFirstLayer) {
     ASSERT_TRUE(run(line("rvVellumNode; rvVellumUtil -pencilTool")));
     answering(
         "vellum::NewLayerDialog",
-        [&](QDialog&) {
+        [&](QDialog& dialog) {
+            EXPECT_TRUE(support::waitFor([&] { return dialog.isActiveWindow(); }));
             // The view does not see it: the dialog is modal.
             host::InputInjector::create()->release(Qt::LeftButton);
             hand.type({Qt::Key_I});

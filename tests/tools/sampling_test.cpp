@@ -356,6 +356,20 @@ TEST_F(Sampling, StopDropsWhatIsStillUnderWay) {
     EXPECT_TRUE(stroke_.points.empty());
 }
 
+// Qt wakes the event dispatcher of a thread after it has queued a call there, and the thread takes
+// the dispatcher with it when it ends.
+TEST(InputWorkerThread, OutlivesWhoeverQueuesTheCallThatEndsIt) {
+    QThread thread;
+    InputWorker worker(std::make_unique<ScriptedPoller>(std::deque<QPoint>{}), options(6));
+    worker.moveToThread(&thread);
+    thread.start();
+    QMetaObject::invokeMethod(&worker, &InputWorker::Run, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&worker, &InputWorker::Shutdown, Qt::QueuedConnection);
+    EXPECT_FALSE(thread.wait(50));
+    worker.wake();
+    EXPECT_TRUE(thread.wait(5000));
+}
+
 // A window system that does not answer in time: what it told before is kept.
 TEST_F(Sampling, APollThatHangsIsLeftBehind) {
     struct Signs {
@@ -388,10 +402,12 @@ TEST_F(Sampling, APollThatHangsIsLeftBehind) {
     EXPECT_EQ(lastOf(positions()), QPoint(251, 99));
 
     stroke_ = Stroke();
-    begin(Tool::Brush);
+    stroke_.tool = Tool::Brush;
+    manager_.start(target(), std::make_unique<ScriptedPoller>(std::deque<QPoint>{}), options(6));
     signs->answer.release(); // late
     sample(10, 10);
-    EXPECT_TRUE(support::waitFor([&] { return signs->gone.tryAcquire(); }));
+    EXPECT_TRUE(support::waitFor([&] { return signs->gone.tryAcquire(); }))
+        << "it polls for the next stroke";
     support::settle();
     EXPECT_EQ(stroke_.points.size(), 1U) << "nothing of it reaches the next stroke";
 

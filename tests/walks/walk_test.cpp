@@ -22,6 +22,7 @@ TEST_F(Walk, TheSavedSceneIsTheSameAtBothEnds) {
         const unsigned seed = support::seed() + static_cast<unsigned>(walks);
         const bool returns = seed % 3 == 0;
         std::vector<Action> actions = plan(seed, std::min(left, kLongest));
+        std::fprintf(stderr, "walk %u\n", seed); // for one that ends the program
         if (const auto fault = walk(actions, returns)) {
             ++faults;
             actions.resize(std::min(actions.size(), fault->step + 1));

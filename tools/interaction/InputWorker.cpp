@@ -84,6 +84,7 @@ void InputWorker::send(QPoint position) {
 
 void InputWorker::Run() {
     running_ = true;
+    bool woken = false;
     while (running_) {
         // Delivers Shutdown(). Not processEvents(): under GLib's dispatcher that leaves out what
         // was queued before this call began.
@@ -91,9 +92,13 @@ void InputWorker::Run() {
         if (running_ || lastSent_ == QPoint(kNowhere, kNowhere))
             poll();
         if (running_)
-            wake_.tryAcquire(1, kPeriodMs);
+            woken = wake_.tryAcquire(1, kPeriodMs) || woken;
     }
     releaseHeld();
+    // Whoever queues the call that ended this goes on to wake the thread's event dispatcher, which
+    // goes with the thread.
+    if (!woken)
+        wake_.acquire();
 }
 
 void InputWorker::Shutdown() {

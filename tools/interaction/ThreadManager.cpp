@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vellum {
 
@@ -67,18 +68,24 @@ void ThreadManager::start(Target target, std::unique_ptr<CursorPoller> poller,
     if (press)
         worker_->begin(*press);
     worker_->moveToThread(thread_.get());
+    ending_ = false;
     thread_->start();
     Q_EMIT RunInputWorker();
+}
+
+// Once for each thread: nothing may be queued for one that is about to end.
+void ThreadManager::endThread() {
+    if (std::exchange(ending_, true))
+        return;
+    Q_EMIT ShutdownInputWorker();
+    worker_->wake();
 }
 
 // True when the thread has ended, so that the worker may be touched from here.
 bool ThreadManager::joinThread() {
     if (!thread_)
         return false;
-    if (thread_->isRunning()) {
-        Q_EMIT ShutdownInputWorker();
-        worker_->wake();
-    }
+    endThread();
     return thread_->wait(kJoinMs);
 }
 
@@ -87,15 +94,14 @@ void ThreadManager::abandonThread() {
     QThread* thread = thread_.release();
     InputWorker* worker = worker_.release();
     worker->disconnect(this);
+    disconnect(worker); // the next stroke's calls are for the next worker
     connect(thread, &QThread::finished, worker, &QObject::deleteLater);
     connect(thread, &QThread::finished, thread, &QObject::deleteLater);
 }
 
 void ThreadManager::pointerUp() {
-    if (thread_) {
-        Q_EMIT ShutdownInputWorker();
-        worker_->wake();
-    }
+    if (thread_)
+        endThread();
 }
 
 void ThreadManager::finish(std::optional<QPoint> release) {

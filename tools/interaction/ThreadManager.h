@@ -71,6 +71,7 @@ private:
         float opacity;
     };
 
+    void endThread();
     bool joinThread();
     void abandonThread();
     void endAt(QPoint release);
@@ -82,6 +83,7 @@ private:
     std::unique_ptr<FineTimerPeriod> timerPeriod_;
     std::unique_ptr<QThread> thread_;
     std::unique_ptr<InputWorker> worker_;
+    bool ending_ = false; ///< the thread has been told
     bool active_ = false;
     Target target_;
     std::vector<Sample> history_; // newest first, at most five

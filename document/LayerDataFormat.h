@@ -13,7 +13,7 @@
 // Nothing read is believed before it is checked against what is left. Of damaged data every drawing
 // that is whole stays in the document: behind the damage the readers go on where they recognise one
 // again, in the layer it belongs to as far as that can be told. What is lost is told and remembered
-// (LayerDataLosses.h).
+// (LayerDataLosses.h). A PNG of another kind than ours is read and becomes one of ours (PngCheck.h).
 #pragma once
 
 #include <maya/MStatus.h>

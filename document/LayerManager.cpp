@@ -227,8 +227,11 @@ void LayerManager::moveLayers(const std::vector<CameraMove>& moves) {
         if (taken[i].empty())
             continue;
         LayerStack& layers = cameras_[moves[i].to];
+        const bool isActiveAmongThem = activeOf(taken[i]) != nullptr;
         for (auto& layer : taken[i]) {
-            layer->setActive(layer->isActive() && !activeOf(layers));
+            const bool wants =
+                isActiveAmongThem ? layer->isActive() : layer->id() == moves[i].active;
+            layer->setActive(wants && !activeOf(layers));
             layer->markDirty();
             layers.push_back(std::move(layer));
         }

@@ -96,6 +96,7 @@ public:
         QString from;
         QString to;
         std::vector<quint64> layers; ///< by Layer::id()
+        quint64 active = 0;          ///< the one to be active again where none of them is; 0: none
         bool isRename = false;       ///< what is said of `from` is true of `to` now
     };
     /// All at once, so that names may be exchanged. Each camera's layers stay in their order, above

@@ -25,7 +25,8 @@ ColorControl::ColorControl(const QString& name, int width, int swatchHeight) : n
     script::execute(command::deleteInterface(name));
     script::execute(command::deleteInterface(window));
     const int scaledWidth = MQtUtil::dpiScale(width);
-    if (script::execute(command::createColorSlider(name, window, scaledWidth)))
+    // Maya scales what scripts give it by itself.
+    if (script::execute(command::createColorSlider(name, window, width)))
         widget_ = MQtUtil::findControl(toMaya(name));
     if (widget_) {
         widget_->setParent(nullptr); // before the window goes, which would take it along
@@ -52,6 +53,11 @@ QString ColorControl::path() const {
 void ColorControl::setChangeCommand(const QString& command) {
     if (widget_)
         script::execute(command::setColorSliderCommand(path(), command));
+}
+
+void ColorControl::setDragCommand(const QString& command) {
+    if (widget_)
+        script::execute(command::setColorSliderDragCommand(path(), command));
 }
 
 void ColorControl::setColor(const QColor& color) {

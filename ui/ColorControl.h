@@ -26,6 +26,9 @@ public:
 
     /// Script that Maya runs when the user has chosen a colour.
     void setChangeCommand(const QString& command);
+    /// Script that Maya runs at each step while the user looks for a colour. When he cancels, the
+    /// colour from before is back and the change command runs.
+    void setDragCommand(const QString& command);
 
     /// Does not run the change command.
     void setColor(const QColor& color);

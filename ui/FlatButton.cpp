@@ -69,8 +69,10 @@ void FlatButton::setHovered(bool hovered) {
 }
 
 void FlatButton::renderImage() {
-    if (image_.isNull())
+    if (image_.isNull()) {
+        clear();
         return;
+    }
     const double ratio = devicePixelRatioF();
     const QSizeF room = QSizeF(size()) - QSizeF(1, 1) * MQtUtil::dpiScale(padding_);
     const QSize pixels = (room * ratio).toSize();

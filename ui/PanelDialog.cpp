@@ -21,13 +21,14 @@ PanelDialog::PanelDialog(Geometry geometry, Keyboard keyboard, QWidget* parent, 
 }
 
 void PanelDialog::restorePlace() {
-    const QByteArray& stored = settings().*geometry_;
+    const QByteArray stored = geometry_ ? settings().*geometry_ : QByteArray();
     if (!stored.isEmpty())
         restoreGeometry(stored); // brings one from a screen that is gone onto one that is there
 }
 
 void PanelDialog::storeGeometry() {
-    settings().*geometry_ = saveGeometry();
+    if (geometry_)
+        settings().*geometry_ = saveGeometry();
 }
 
 void PanelDialog::present() {

@@ -13,7 +13,7 @@ class PanelDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// Where the place is kept, as QWidget::saveGeometry() gives it.
+    /// Where the place is kept, as QWidget::saveGeometry() gives it; null: nowhere.
     using Geometry = QByteArray Settings::*;
 
     enum class Keyboard {

@@ -9,6 +9,8 @@
 #include "ui/PreferencesDialog.h"
 #include "ui/ReelviewProImportDialog.h"
 #include "ui/RetimingDialog.h"
+#include "ui/ToolOptionsDialog.h"
+#include "ui/ToolboxDialog.h"
 #include "ui/layers/LayerListing.h"
 #include "ui/layers/LayerManagerDialog.h"
 #include "ui/layers/LayerPropertiesDialog.h"
@@ -31,8 +33,10 @@ PanelDialog* make(Panel panel) {
     case Panel::LayerManager:
         return new LayerManagerDialog(parent);
     case Panel::Toolbox:
+        return new ToolboxDialog(parent);
     case Panel::ToolOptions:
-        break;
+        return new ToolOptionsDialog(ToolOptionsDialog::Form::StandAlone, settings().activeTool,
+                                     parent);
     case Panel::RetimingTool:
         return new RetimingDialog(parent);
     }
@@ -115,6 +119,27 @@ bool PanelSet::clearLayerManager() {
     if (panel)
         panel->clear();
     return panel != nullptr;
+}
+
+ToolboxDialog* PanelSet::toolbox() const {
+    return static_cast<ToolboxDialog*>(existing(Panel::Toolbox));
+}
+
+void PanelSet::refreshToolbox() {
+    if (ToolboxDialog* shown = toolbox())
+        shown->refresh();
+}
+
+void PanelSet::refreshToolOptions() {
+    if (auto* shown = static_cast<ToolOptionsDialog*>(existing(Panel::ToolOptions)))
+        shown->refresh();
+    if (ToolboxDialog* owner = toolbox())
+        owner->refreshToolOptions();
+}
+
+std::optional<QColor> PanelSet::toolboxColor() {
+    const ToolboxDialog* shown = toolbox();
+    return shown ? shown->pickedColor() : std::nullopt;
 }
 
 void PanelSet::closeAll() {

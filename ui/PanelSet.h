@@ -8,10 +8,12 @@
 #include <QPointer>
 
 #include <array>
+#include <optional>
 
 namespace vellum {
 
 class LayerManagerDialog;
+class ToolboxDialog;
 
 class PanelSet : public Panels {
 public:
@@ -22,12 +24,16 @@ public:
     bool openLayerProperties(const QString& camera, int layer) override;
     void refreshLayerManager(LayerManager& document) override;
     bool clearLayerManager() override;
+    void refreshToolbox() override;
+    void refreshToolOptions() override;
+    std::optional<QColor> toolboxColor() override;
     void closeAll() override;
 
 private:
     /// Null when it has not been asked for yet.
     PanelDialog* existing(Panel panel) const;
     LayerManagerDialog* layerManager() const;
+    ToolboxDialog* toolbox() const;
 
     std::array<QPointer<PanelDialog>, kPanelCount> panels_; ///< children of Maya's main window
 };

@@ -118,6 +118,10 @@ QString createNodeAndDraw(const QString& camera, const QString& layerName, int l
            drawDeferred() + QStringLiteral("; }");
 }
 
+QString createNodeWithFrames() {
+    return join({text(kNodeCommand), QStringLiteral("-l -f")});
+}
+
 QString refreshGhosting() {
     return join({text(kNodeCommand), QStringLiteral("-rg")});
 }
@@ -355,6 +359,10 @@ QString setColorSliderValue(const QString& control, const QColor& color) {
 QString setColorSliderCommand(const QString& control, const QString& command) {
     return join(
         {QStringLiteral("colorSliderGrp -e -changeCommand"), quote(command), quote(control)});
+}
+
+QString setColorSliderDragCommand(const QString& control, const QString& command) {
+    return join({QStringLiteral("colorSliderGrp -e -dragCommand"), quote(command), quote(control)});
 }
 
 QString createMainMenu(bool inAnimationSet) {

@@ -26,7 +26,8 @@ QString escape(const QString& plain);
 QString deferred(const QString& command);
 
 // rvVellumNode
-QString createNode(); ///< all arguments left to their defaults
+QString createNode();           ///< all arguments left to their defaults
+QString createNodeWithFrames(); ///< with a first layer and frames on it
 /// Makes the drawing with a first layer, and takes the draw tool when that has worked. It may run
 /// later: where the plug-in has been unloaded by then, it does nothing. Empty: the defaults.
 QString createNodeAndDraw(const QString& camera, const QString& layerName, int layerState);
@@ -92,6 +93,8 @@ QString deleteInterface(const QString& element); ///< nothing when there is no s
 QString colorSliderValue(const QString& control);
 QString setColorSliderValue(const QString& control, const QColor& color);
 QString setColorSliderCommand(const QString& control, const QString& command);
+/// `command` runs while the user is still looking for a colour.
+QString setColorSliderDragCommand(const QString& control, const QString& command);
 
 // Procedures of the menu script
 QString createMainMenu(bool inAnimationSet);

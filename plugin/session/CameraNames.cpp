@@ -68,6 +68,11 @@ std::vector<quint64> layersOf(const LayerManager& document, const QString& camer
     return ids;
 }
 
+quint64 activeLayerOf(const LayerManager& document, const QString& camera) {
+    const Layer* active = document.activeLayer(camera);
+    return active ? active->id() : 0;
+}
+
 } // namespace
 
 CameraNames::CameraNames() {
@@ -186,6 +191,38 @@ int CameraNames::ownerOf(const QString& name, const Camera& except) const {
     return 0;
 }
 
+/// What is told of the layer, as long as it stands where it was told of: commands move layers too.
+const CameraNames::Owner* CameraNames::owner(quint64 layer, const QString& under) const {
+    const auto found = owners_.find(layer);
+    if (found == owners_.end() || found->second.under != under)
+        return nullptr;
+    const Owner& owner = found->second;
+    const bool stands =
+        owner.key == 0 || std::any_of(cameras_.begin(), cameras_.end(), [&](const Camera& camera) {
+            return camera.key == owner.key && camera.known == under;
+        });
+    return stands ? &owner : nullptr;
+}
+
+LayerManager::CameraMove CameraNames::moveOf(const Camera& camera,
+                                             const LayerManager& document) const {
+    const bool isShared = isSharedName(camera, camera.known);
+    LayerManager::CameraMove move{camera.known, camera.now, {}, 0, !isShared};
+    const std::vector<quint64> there = layersOf(document, camera.known);
+    for (const quint64 id : there) {
+        const Owner* known = owner(id, camera.known);
+        if (known ? known->key != camera.key : isShared)
+            continue;
+        move.layers.push_back(id);
+        if (known && known->wasActive)
+            move.active = id;
+    }
+    // Nothing of the others is there that it could still be said of.
+    if (!there.empty() && move.layers.size() == there.size())
+        move.isRename = true;
+    return move;
+}
+
 void CameraNames::followIn(LayerManager& document) {
     std::vector<LayerManager::CameraMove> moves;
     std::set<quint64> leaving;
@@ -193,30 +230,28 @@ void CameraNames::followIn(LayerManager& document) {
     for (const Camera& camera : cameras_) {
         if (!camera.isThere || camera.known == camera.now)
             continue;
-        LayerManager::CameraMove move{camera.known, camera.now, {}, false};
-        move.isRename = !isSharedName(camera, camera.known);
-        for (const quint64 id : layersOf(document, camera.known)) {
-            const auto owner = owners_.find(id);
-            const bool isOurs =
-                owner != owners_.end() ? owner->second == camera.key : move.isRename;
-            if (isOurs && leaving.insert(id).second)
-                move.layers.push_back(id);
-        }
+        LayerManager::CameraMove move = moveOf(camera, document);
+        const auto taken = [&leaving](quint64 id) { return !leaving.insert(id).second; };
+        move.layers.erase(std::remove_if(move.layers.begin(), move.layers.end(), taken),
+                          move.layers.end());
         moves.push_back(std::move(move));
         movers.push_back(&camera);
     }
     for (std::size_t i = 0; i < moves.size(); ++i) {
-        bool meetsOthers = false;
-        for (const quint64 id : layersOf(document, moves[i].to)) {
+        const QString& to = moves[i].to;
+        bool meetsOthers = isSharedName(*movers[i], to);
+        for (const quint64 id : layersOf(document, to)) {
             if (leaving.count(id) > 0)
                 continue;
             meetsOthers = true;
-            owners_.emplace(id, ownerOf(moves[i].to, *movers[i]));
+            if (!owner(id, to))
+                owners_[id] = {ownerOf(to, *movers[i]), to, false};
         }
-        for (const quint64 id : moves[i].layers) {
-            if (meetsOthers)
-                owners_[id] = movers[i]->key;
-        }
+        if (!meetsOthers)
+            continue;
+        const quint64 active = activeLayerOf(document, moves[i].from);
+        for (const quint64 id : moves[i].layers)
+            owners_[id] = {movers[i]->key, to, id == active};
     }
     document.moveLayers(moves);
 }
@@ -234,7 +269,7 @@ int CameraNames::imported() {
         for (const QString& camera : document->cameras()) {
             const QString name = nameAfterImport(camera, fresh);
             if (!name.isEmpty() && name != camera)
-                moves.push_back({camera, name, layersOf(*document, camera), true});
+                moves.push_back({camera, name, layersOf(*document, camera), 0, true});
         }
         if (!moves.empty())
             document->moveLayers(moves);

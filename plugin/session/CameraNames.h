@@ -5,6 +5,8 @@
 // nothing depends on the order of renames, and names may be exchanged.
 #pragma once
 
+#include "document/LayerManager.h"
+
 #include <QObject>
 #include <QString>
 
@@ -16,8 +18,6 @@
 class MObject;
 
 namespace vellum {
-
-class LayerManager;
 
 class CameraNames : public QObject {
 public:
@@ -47,6 +47,14 @@ private:
         bool isThere = false; ///< in the scene; deleted ones may come back
     };
 
+    /// Of a layer that stands under a name together with those of another camera, or where these
+    /// may come.
+    struct Owner {
+        int key = 0; ///< of the camera that brought it; 0: none did
+        QString under;
+        bool wasActive = false; ///< when it came
+    };
+
     Camera* find(const MObject& node);
     Camera& add(const MObject& node, const QString& known);
     /// Cameras that were not known before.
@@ -55,12 +63,12 @@ private:
     void followIn(LayerManager& document);
     bool isSharedName(const Camera& camera, const QString& name) const;
     int ownerOf(const QString& name, const Camera& except) const;
+    const Owner* owner(quint64 layer, const QString& under) const;
+    LayerManager::CameraMove moveOf(const Camera& camera, const LayerManager& document) const;
 
     std::vector<Camera> cameras_;
     std::vector<MObjectHandle> importedNodes_; ///< drawings that came with an import
-    /// Layers that stand under a name together with those of another camera belong to the one that
-    /// brought them, 0: to none. By Layer::id().
-    std::map<quint64, int> owners_;
+    std::map<quint64, Owner> owners_;          ///< by Layer::id()
     int lastKey_ = 0;
     bool pending_ = false;
     bool settling_ = false;

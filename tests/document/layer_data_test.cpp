@@ -24,7 +24,6 @@ using drawing::CleanScene;
 using support::firstOf;
 using support::sure;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -581,7 +580,8 @@ TEST(LayerData, HostileCountsAndLengthsFailAtOnce) {
     for (const int bad : {-1, -2147483647 - 1, 1000000, 2147483647}) {
         for (const std::string& bytes :
              {start + int32(bad), start + int32(0) + int32(bad), camera + int32(bad) + int32(0),
-              layer + int32(bad) + options, layer + int32(1) + options + int32(5) + int32(bad)}) {
+              (layer + int32(bad)).append(options),
+              (layer + int32(1)).append(options) + int32(5) + int32(bad)}) {
             BaseNodeLayerData data;
             EXPECT_EQ(readBytes(data, bytes), MS::kFailure) << bad << " after " << bytes.size();
         }

@@ -82,7 +82,9 @@ TEST_F(Plugins, TheToolsOfAPluginAreLeftBeforeItGoes) {
     const auto before = services.leaveToolsOf;
     services.leaveToolsOf = [&](const std::string& tool) { left.push_back(tool); };
     const auto drop = services.deregisterContextCommand;
-    services.deregisterContextCommand = nullptr;
+    services.deregisterContextCommand = [&](const std::string& tool, const std::string& command) {
+        return drop && tool != "someCtx" ? drop(tool, command) : MS::kSuccess;
+    };
     host::pluginLoader().find("hosttestplugin")->tools.push_back({"someCtx", ""});
     forget();
     run("unloadPlugin hosttestplugin");

@@ -13,7 +13,6 @@
 #include <gmock/gmock.h>
 
 using testing::HasSubstr;
-using testing::Not;
 
 namespace {
 

@@ -16,7 +16,6 @@
 #include <gmock/gmock.h>
 
 using support::sure;
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 class Controls : public uitest::UiTest {

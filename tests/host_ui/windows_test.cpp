@@ -17,7 +17,6 @@
 #include <gmock/gmock.h>
 
 using support::sure;
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 class Windows : public uitest::UiTest {

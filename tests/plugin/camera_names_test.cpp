@@ -67,6 +67,38 @@ TEST_F(CameraNames, ExchangedTakenOverAndGivenBack) {
     EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
 }
 
+// Transforms below different ones may have the same name.
+TEST_F(CameraNames, ANameSharedWithAnotherCameraIsGivenBack) {
+    const auto state = [this](const QString& camera) {
+        return layersOf(camera).join(QLatin1Char(' ')) +
+               QString::number(number(QStringLiteral("rvVellumLayer -q -active ") + camera)) +
+               text(QStringLiteral("rvVellumNode -q -camera"));
+    };
+    add(11, "a");
+    for (const bool otherHasLayers : {false, true}) {
+        SCOPED_TRACE(otherHasLayers);
+        if (otherHasLayers) {
+            ASSERT_TRUE(run(QStringLiteral("rvVellumLayer -add -name T1 top; rvVellumLayer -add "
+                                           "-name T2 top; rvVellumLayer -e -active 0 top")));
+        }
+        ASSERT_TRUE(
+            run(QStringLiteral("rvVellumLayer -add -name M a; rvVellumLayer -e -active 0 a; "
+                               "group a")));
+        const QString before = state("a"), top = state("top");
+        ASSERT_TRUE(run(QStringLiteral("rename a top; undo")));
+        EXPECT_EQ(state("a"), before);
+        EXPECT_EQ(state("top"), top);
+        ASSERT_TRUE(run(QStringLiteral("redo; undo; undo; undo; undo")));
+        EXPECT_EQ(layersOf("a"), only(11));
+    }
+    // One that a command has put elsewhere is as good as any there.
+    ASSERT_TRUE(run(QStringLiteral("group a; rename a top; rvVellumLayer -move 2 0 -nc persp top;"
+                                   "rvVellumLayer -mva front persp; camera -name b; rename b1 b;"
+                                   "rvVellumLayer -mva b front; rename b c")));
+    EXPECT_EQ(layersOf("c"), only(11));
+    EXPECT_TRUE(errors.isEmpty()) << allErrors().toStdString();
+}
+
 TEST_F(CameraNames, AreSettledInWhatIsSavedAndImported) {
     const QTemporaryDir directory;
     const QString file = directory.filePath(QStringLiteral("cameras.ma"));

@@ -3,7 +3,11 @@
 
 namespace vellum::test {
 
-/// How many steps are walked altogether; the tests of a build take but a few.
-int walkSteps();
+struct WalkOptions {
+    int steps = 150;    ///< altogether; the tests of a build take but a few
+    bool trace = false; ///< tells each step before it is done, for the one that ends the program
+};
+
+WalkOptions& walkOptions();
 
 } // namespace vellum::test

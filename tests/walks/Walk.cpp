@@ -6,6 +6,7 @@
 #include "ui/MainWindow.h"
 #include "ui/TimeSlider.h"
 #include "ui/ViewWidget.h"
+#include "walks/Options.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -16,6 +17,7 @@
 #include <maya/MFnDagNode.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <gtest/gtest-spi.h>
 
 namespace vellum::test {
@@ -65,19 +67,23 @@ std::optional<Walk::Fault> Walk::walk(const std::vector<Action>& actions, bool u
     };
     startAfresh(undoReturnsToFrame);
     std::size_t step = 0;
-    for (; step < actions.size() && !failed(); ++step)
+    for (; step < actions.size() && !failed(); ++step) {
+        if (walkOptions().trace)
+            std::fprintf(stderr, "%zu: %s\n", step, actions[step].text().c_str());
         act(actions[step]);
+    }
     if (!failed())
         backAndForth(queue().undoCount());
     if (!failed())
         return {};
-    return Fault{step - 1, fault_};
+    return Fault{std::max(step, std::size_t(1)) - 1, fault_};
 }
 
-std::vector<Action> Walk::shortened(std::vector<Action> actions, bool undoReturnsToFrame) {
+std::string Walk::shortestWay(std::vector<Action> actions, bool undoReturnsToFrame) {
     constexpr int longestMs = 60000;
     QElapsedTimer timer;
     timer.start();
+    std::string what;
     for (std::size_t size = actions.size() / 2; size > 0; size /= 2) {
         for (std::size_t at = 0; at < actions.size() && timer.elapsed() < longestMs;) {
             std::vector<Action> fewer(actions.begin(), actions.begin() + long(at));
@@ -87,12 +93,16 @@ std::vector<Action> Walk::shortened(std::vector<Action> actions, bool undoReturn
             if (fault) {
                 fewer.resize(std::min(fewer.size(), fault->step + 1));
                 actions = std::move(fewer);
+                what = fault->what;
             } else {
                 at += size;
             }
         }
     }
-    return actions;
+    std::string way = "\nthe shortest way to a fault that was found:\n";
+    for (const Action& action : actions)
+        way += "  " + action.text() + "\n";
+    return way + what;
 }
 
 void Walk::startAfresh(bool undoReturnsToFrame) {
@@ -172,7 +182,7 @@ void Walk::command(const QString& line) {
 /// The queue finds another drawing than it left. What it cannot do it refuses and changes nothing.
 void Walk::unrecorded(const Action& action) {
     ASSERT_TRUE(run(QStringLiteral("undoInfo -stateWithoutFlush off")));
-    const bool done = run(action.line);
+    static_cast<void>(bool(run(action.line)));
     ASSERT_TRUE(run(QStringLiteral("undoInfo -stateWithoutFlush on")));
     for (const char* const way : {"undo", "redo"}) {
         for (int i = 0; i < action.number; ++i) {
@@ -183,7 +193,6 @@ void Walk::unrecorded(const Action& action) {
                 expectSame(scene(), before, "after a refused undo or redo");
         }
     }
-    static_cast<void>(done);
     units_.insert(MTime::uiUnit());
     begin();
 }
@@ -213,7 +222,7 @@ void Walk::drawBroken(const Action& action) {
 }
 
 void Walk::transform(const Action& action) {
-    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -transform")));
+    command(QStringLiteral("rvVellumUtil -transform")); // taking a tool makes the node
     pressMovesCurrentCamera();
     const std::size_t before = queue().undoCount(), undone = queue().redoCount();
     for (const QPoint from : {action.from, action.from + action.way / 2}) {
@@ -226,7 +235,7 @@ void Walk::transform(const Action& action) {
     support::settle();
     host::idle::drain();
     checkDone(before, undone, true);
-    ASSERT_TRUE(run(QStringLiteral("rvVellumUtil -draw")));
+    command(QStringLiteral("rvVellumUtil -draw"));
 }
 
 void Walk::reopen(bool binary) {
@@ -335,7 +344,7 @@ QByteArray Walk::scene() {
 
 void Walk::compare(const QByteArray& current) {
     if (queue().undoCount() >= states_.size())
-        return fault("the queue is longer than what was done");
+        return fault("the queue is longer than what was done: " + queue().undoLabel());
     expectSame(current, states_[queue().undoCount()].scene, "in the history");
 }
 

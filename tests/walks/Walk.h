@@ -29,8 +29,9 @@ protected:
     /// to the end again.
     std::optional<Fault> walk(const std::vector<Action>& actions, bool undoReturnsToFrame);
 
-    /// As few of the actions as still end in a fault, as far as that is found in the time.
-    std::vector<Action> shortened(std::vector<Action> actions, bool undoReturnsToFrame);
+    /// As few of the actions as still end in a fault, as far as that is found in a minute, and the
+    /// fault.
+    std::string shortestWay(std::vector<Action> actions, bool undoReturnsToFrame);
 
 private:
     void startAfresh(bool undoReturnsToFrame);

@@ -261,6 +261,8 @@ Value group(const CommandCall& call) {
     if (parsed.isSet("-parent"))
         above = nodeNamed(parsed.getString("-parent"));
     const Strings names = parsed.isSet("-empty") ? Strings() : namesOrSelection(parsed);
+    for (const std::string& name : names)
+        nodeToParent(name, above); // all of them, before anything is made
     const MObject made = MFnDagNode().create(
         "transform", freeName(parsed.getString("-name", "group#")).c_str(), above);
     recordCreation("group", {made});

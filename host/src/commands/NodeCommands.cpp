@@ -203,13 +203,11 @@ Value parent(const CommandCall& call) {
         if (!target.hasFn(MFn::kTransform))
             throw ScriptError("Cannot parent to a shape: " + nameOf(target));
     }
+    for (const std::string& name : names)
+        nodeToParent(name, target); // all of them, before the first one moves
     Strings result;
     for (const std::string& name : names) {
-        const MObject node = nodeNamed(name);
-        if (!node.hasFn(MFn::kDagNode))
-            throw ScriptError("Only DAG nodes have a parent: " + name);
-        if (!target.isNull() && (node == target || MFnDagNode(target).isChildOf(node)))
-            throw ScriptError("Cannot parent an object to one of its children.");
+        const MObject node = nodeToParent(name, target);
         const MMatrix before = pathOf(node).inclusiveMatrix();
         const auto modifier = std::make_shared<MDagModifier>();
         modifier->reparentNode(node, target);

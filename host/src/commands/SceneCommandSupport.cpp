@@ -56,6 +56,15 @@ MObject nodeNamed(const std::string& name) {
     return node;
 }
 
+MObject nodeToParent(const std::string& name, const MObject& target) {
+    const MObject node = nodeNamed(name);
+    if (!node.hasFn(MFn::kDagNode))
+        throw ScriptError("Only DAG nodes have a parent: " + name);
+    if (!target.isNull() && (node == target || MFnDagNode(target).isChildOf(node)))
+        throw ScriptError("Cannot parent an object to one of its children.");
+    return node;
+}
+
 MDagPath pathNamed(const std::string& name) {
     MDagPath path;
     if (!listNamed(name).getDagPath(0, path))

@@ -29,6 +29,10 @@ std::vector<MPlug> plugsNamed(const std::string& name);
 std::vector<std::string> namesOrSelection(const script::ParsedFlags& parsed);
 std::vector<std::string> selectedNames(bool fullPaths = false);
 
+// The node of that name, after making sure that it can go below the target, or below the world when
+// that is null.
+MObject nodeToParent(const std::string& name, const MObject& target);
+
 // The shortest unique name of a node, or its full path.
 std::string nameOf(const MObject& node, bool fullPath = false);
 // The name a shape gets under a transform: "pSphere1" → "pSphereShape1".

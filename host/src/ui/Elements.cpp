@@ -141,7 +141,7 @@ void Elements::forget(QObject* object) {
 
 QString Elements::uniqueName(const QString& stem) const {
     for (int number = 1;; ++number) {
-        const QString name = stem + QString::number(number);
+        QString name = stem + QString::number(number);
         if (!findAny(name))
             return name;
     }

@@ -322,6 +322,13 @@ bool Reader::readNamedStep(SessionStep step, const QString& rest) {
         addTyping(step, theText(words));
     } else if (verb.is("picture")) {
         readPicture(step, words);
+    } else if (verb.is("place")) {
+        if (words.size() != 4 || !words[1].quoted)
+            fail(QStringLiteral("place needs a window in quotes and a position"));
+        step.kind = SessionStep::Kind::Place;
+        step.target.window = words[1].text;
+        step.position = {number(words[2].text), number(words[3].text)};
+        add(step);
     } else {
         return false;
     }

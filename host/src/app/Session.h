@@ -25,7 +25,8 @@ struct SessionStep {
         Wheel,
         Command,
         MoveOnto, ///< what `target` names
-        Picture
+        Picture,
+        Place ///< a window, at `position` in the main window, logical pixels
     };
 
     double time = 0;
@@ -38,7 +39,7 @@ struct SessionStep {
     Qt::Key shiftOf = Qt::Key_unknown; ///< the step is for keys only that need Shift for this one
     int notches = 0;
     std::string script;   ///< of Command
-    SessionTarget target; ///< of MoveOnto; of Picture only the window
+    SessionTarget target; ///< of MoveOnto; of Picture and Place only the window
     QString file;         ///< of Picture
     int line = 0;         ///< in the file, from 1
 };

@@ -16,6 +16,8 @@
 #include "ui/layers/LayerPropertiesDialog.h"
 #include "ui/layers/NewLayerDialog.h"
 
+#include <QCoreApplication>
+
 #include <maya/MQtUtil.h>
 
 #include <cstddef>
@@ -62,8 +64,10 @@ QDialog* make(Dialog dialog) {
 
 } // namespace
 
+// At the end of the process all widgets are gone, and so may be the statics that knew of them.
 PanelSet::~PanelSet() {
-    closeAll();
+    if (QCoreApplication::instance())
+        closeAll();
 }
 
 PanelDialog* PanelSet::existing(Panel panel) const {

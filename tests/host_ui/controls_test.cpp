@@ -81,6 +81,21 @@ TEST_F(Controls, AnOptionMenuShowsItsItemsAndTellsOfChoices) {
     EXPECT_EQ(runString("optionMenu -q -v option"), "");
 }
 
+TEST_F(Controls, AColourIsSeenUnderAStyleSheetToo) {
+    run("colorSliderGrp -rgb 0 0.5 0 ink");
+    QWidget styled;
+    styled.setStyleSheet("QWidget { background: #444444; }");
+    QWidget* group = MQtUtil::findControl("ink");
+    ASSERT_NE(group, nullptr);
+    group->setParent(&styled);
+    styled.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&styled));
+    const auto* port = group->findChild<QWidget*>("port");
+    ASSERT_NE(port, nullptr);
+    const QPoint middle = port->mapTo(&styled, port->rect().center());
+    EXPECT_EQ(styled.grab().toImage().pixelColor(middle), QColor(0, 128, 0));
+}
+
 TEST_F(Controls, AColourSliderKeepsItsColourAndTellsOfDrags) {
     run("colorSliderGrp -l Ink -rgb 0.2 0.4 0.8 -cc \"$heard += \\\"c\\\"\" "
         "-dc \"$heard += \\\"d\\\"\" ink");

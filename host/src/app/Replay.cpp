@@ -54,7 +54,7 @@ Replay::Replay(Session session, QWidget* window, double speed)
     lostTimer_.setSingleShot(true);
     lostTimer_.setInterval(kLostAfterMs);
     connect(&lostTimer_, &QTimer::timeout, this, [this] {
-        ++lost_;
+        lostLines_.push_back(session_.steps[index_ - 1].line);
         settle();
     });
     interruptTimer_.setInterval(kInterruptCheckMs);
@@ -116,13 +116,21 @@ void Replay::next() {
     if (done_)
         return;
     if (index_ == session_.steps.size()) {
-        finish(lost_ ? std::to_string(lost_) + " events of the session did not arrive" : "");
+        finish(lostLines_.empty() ? "" : lostEvents());
         return;
     }
     const SessionStep step = session_.steps[index_++];
     sinceStep_.restart();
     waiting_ = Waiting::No;
     perform(step);
+}
+
+std::string Replay::lostEvents() const {
+    std::string text = session_.file + ": " + std::to_string(lostLines_.size()) +
+                       " events of the session did not arrive, line";
+    for (const int line : lostLines_)
+        text += " " + std::to_string(line);
+    return text;
 }
 
 void Replay::expect(Waiting what, QPoint position) {
@@ -195,14 +203,10 @@ void Replay::perform(const SessionStep& step) {
         return;
     }
     case Kind::Press:
-        held_ |= step.button;
-        expect(Waiting::Event);
-        input_->press(step.button);
+        pressButton(step);
         return;
     case Kind::Release:
-        held_ &= ~Qt::MouseButtons(step.button);
-        expect(Waiting::Event);
-        input_->release(step.button);
+        releaseButton(step);
         return;
     case Kind::KeyDown:
     case Kind::KeyUp:
@@ -268,11 +272,58 @@ void Replay::pressKey(const SessionStep& step) {
         settle();
         return;
     }
+    if (step.kind == SessionStep::Kind::KeyUp) {
+        sendKey(step);
+        return;
+    }
+    // A dialog that has just been opened, or the window below one that was closed, gets the
+    // keyboard a moment later.
+    const auto look = [this] {
+        const QWidget* modal = QApplication::activeModalWidget();
+        const QWidget* active = QApplication::activeWindow();
+        const bool ready =
+            QApplication::activePopupWidget() || (modal ? active == modal : active != nullptr);
+        return ready || sinceStep_.elapsed() > kLostAfterMs
+                   ? QString()
+                   : QStringLiteral("no window has the keyboard");
+    };
+    poll(step, look, [this, step] { sendKey(step); });
+}
+
+void Replay::sendKey(const SessionStep& step) {
     const bool down = step.kind == SessionStep::Kind::KeyDown;
-    down ? keysHeld_.append(step.key) : void(keysHeld_.removeAll(step.key));
-    expect(Waiting::Event);
+    if (down) {
+        keysHeld_.append(step.key);
+        modalAtPress_ = QApplication::activeModalWidget();
+        expect(Waiting::Event);
+    } else {
+        keysHeld_.removeAll(step.key);
+        expectRelease();
+    }
     if (!input_->key(step.key, down))
         failAt(step, QStringLiteral("the keyboard has no such key"));
+    else if (waiting_ == Waiting::No)
+        settle();
+}
+
+void Replay::expectRelease() {
+    if (QApplication::activeModalWidget() == modalAtPress_)
+        expect(Waiting::Event);
+}
+
+void Replay::pressButton(const SessionStep& step) {
+    held_ |= step.button;
+    modalAtPress_ = QApplication::activeModalWidget();
+    expect(Waiting::Event);
+    input_->press(step.button);
+}
+
+void Replay::releaseButton(const SessionStep& step) {
+    held_ &= ~Qt::MouseButtons(step.button);
+    expectRelease();
+    input_->release(step.button);
+    if (waiting_ == Waiting::No)
+        settle();
 }
 
 /// A title bar belongs to the window manager, which there may be none of.

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QWidget;
 
@@ -40,7 +41,13 @@ private:
 
     void next();
     void perform(const SessionStep& step);
+    void pressButton(const SessionStep& step);
+    void releaseButton(const SessionStep& step);
     void pressKey(const SessionStep& step);
+    void sendKey(const SessionStep& step);
+    /// Expects an event, unless the press before it opened or closed a modal dialog: then the one
+    /// it belongs to may be blocked or gone.
+    void expectRelease();
     void movePointer(QPoint target);
     void moveOnto(const SessionStep& step);
     void placeWindow(const SessionStep& step);
@@ -52,6 +59,7 @@ private:
     void expect(Waiting what, QPoint position = {});
     void settle();
     void schedule();
+    std::string lostEvents() const;
     void finish(const std::string& error);
     void letGo();
     QWidget* target() const;
@@ -70,8 +78,9 @@ private:
     QTimer interruptTimer_; ///< looks whether Ctrl+C or a signal to end came
     Waiting waiting_ = Waiting::No;
     QPoint expected_;
-    int lost_ = 0;
+    std::vector<int> lostLines_; ///< of steps whose event did not arrive
     Qt::MouseButtons held_;
+    const QWidget* modalAtPress_ = nullptr; ///< only compared
     QList<Qt::Key> keysHeld_;
     bool penDown_ = false;
     bool done_ = false;

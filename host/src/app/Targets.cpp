@@ -63,7 +63,7 @@ QString textOf(const QWidget& widget) {
         return group->title();
     if (const auto* field = qobject_cast<const QLineEdit*>(&widget))
         return field->placeholderText();
-    return {};
+    return widget.isWindow() ? widget.windowTitle() : QString();
 }
 
 /// How a widget is known by this name, the strongest first; -1: it is not.

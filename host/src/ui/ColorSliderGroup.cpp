@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QSignalBlocker>
 #include <QSlider>
 
@@ -35,14 +36,26 @@ ColorSliderGroup::Components toComponents(const QColor& color) {
     return {parts.red() / most, parts.green() / most, parts.blue() / most};
 }
 
-/// As wide as its column says, or less where there is no room for that.
+/// As wide as its column says, or less where there is no room for that. It paints its colour
+/// itself: a style sheet of the window that it is moved into replaces palettes.
 class Swatch : public QFrame {
 public:
     using QFrame::QFrame;
+
+    void setColor(const QColor& color) {
+        color_ = color;
+        update();
+    }
     QSize sizeHint() const override {
         const int column = maximumWidth();
         return {column < QWIDGETSIZE_MAX ? column : minimumWidth(), minimumHeight()};
     }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override { QPainter(this).fillRect(rect(), color_); }
+
+private:
+    QColor color_;
 };
 
 } // namespace
@@ -126,6 +139,7 @@ void ColorSliderGroup::show(const Components& rgb) {
     QPalette palette = port_->palette();
     palette.setColor(port_->backgroundRole(), toColor(rgb));
     port_->setPalette(palette);
+    static_cast<Swatch*>(port_)->setColor(toColor(rgb));
     const QSignalBlocker quiet(slider_);
     slider_->setValue(qRound(hsv()[2] * kSliderSteps));
 }

@@ -67,7 +67,9 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     auto* copy =
         buttons->addButton(QStringLiteral("Copy for a Report"), QDialogButtonBox::ActionRole);
+    copy->setAutoDefault(false);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
+    buttons->button(QDialogButtonBox::Close)->setFocus();
     connect(copy, &QPushButton::clicked, this, &AboutDialog::CopyToClipboard);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 

@@ -238,8 +238,8 @@ void Replay::failAt(const SessionStep& step, const QString& why) {
     finish(session_.file + ":" + std::to_string(step.line) + ": " + why.toStdString());
 }
 
-void Replay::poll(const SessionStep& step, std::function<QString()> whyNot,
-                  std::function<void()> next) {
+void Replay::poll(const SessionStep& step, const std::function<QString()>& whyNot,
+                  const std::function<void()>& next) {
     if (done_)
         return;
     const QString why = whyNot();

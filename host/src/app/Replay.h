@@ -55,7 +55,8 @@ private:
     void failAt(const SessionStep& step, const QString& why);
     /// Asks again and again, for as long as an event may take, until it answers without a reason
     /// why not; then goes on to `next`, else ends the replay with the reason.
-    void poll(const SessionStep& step, std::function<QString()> whyNot, std::function<void()> next);
+    void poll(const SessionStep& step, const std::function<QString()>& whyNot,
+              const std::function<void()>& next);
     void expect(Waiting what, QPoint position = {});
     void settle();
     void schedule();

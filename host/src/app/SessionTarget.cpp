@@ -64,29 +64,29 @@ SessionTarget::Spot readSpot(Words& words) {
 
 } // namespace
 
-SessionTarget SessionTarget::read(const std::vector<SessionWord>& list, std::size_t first) {
-    Words words(list, first);
+SessionTarget SessionTarget::read(const std::vector<SessionWord>& words, std::size_t first) {
+    Words rest(words, first);
     SessionTarget target;
-    if (!words.take("on"))
+    if (!rest.take("on"))
         throw std::runtime_error("'on' and a name are missing");
-    if (words.take("frame")) {
+    if (rest.take("frame")) {
         target.kind = Kind::TimeSlider;
-        target.frame = words.number();
+        target.frame = rest.number();
     } else {
-        target.name = words.quoted("a name");
-        if (words.startsNumber()) {
-            const double ordinal = words.number();
+        target.name = rest.quoted("a name");
+        if (rest.startsNumber()) {
+            const double ordinal = rest.number();
             if (ordinal < 1 || ordinal != std::floor(ordinal))
                 throw std::runtime_error("things are counted from 1");
             target.ordinal = int(ordinal);
         }
-        if (words.take("in"))
-            target.window = words.quoted("a window");
-        if (words.take("at"))
-            target.spot = readSpot(words);
+        if (rest.take("in"))
+            target.window = rest.quoted("a window");
+        if (rest.take("at"))
+            target.spot = readSpot(rest);
     }
-    if (!words.atEnd())
-        words.unexpected();
+    if (!rest.atEnd())
+        rest.unexpected();
     return target;
 }
 

@@ -12,27 +12,39 @@
 #include <maya/MFileIO.h>
 #include <maya/MQtUtil.h>
 #include <maya/MSceneMessage.h>
+#include <maya/MString.h>
+
+#include <map>
+#include <utility>
 
 namespace vellum {
 
 namespace {
 
-/// The file that was opened with losses, until it is saved over, and what they were.
-struct Guarded {
-    QString file;
-    QStringList losses;
-};
+/// Files that could not be read wholly, until they are written over, and what was lost of each.
+using Guarded = std::map<QString, QStringList>;
 
 Guarded& guarded() {
     static Guarded now;
     return now;
 }
 
+/// The one that was refused last. Without a user to ask, asking again is the yes.
+QString& refused() {
+    static QString now;
+    return now;
+}
+
+QString& importing() {
+    static QString now;
+    return now;
+}
+
 /// As the file system knows it, however it is reached; what is not there yet by its name.
-QString currentFile() {
-    const QString name = fromMaya(MFileIO::currentFile());
-    const QString canonical = QFileInfo(name).canonicalFilePath();
-    return canonical.isEmpty() ? name : canonical;
+QString canonical(const MString& file) {
+    const QString name = fromMaya(file);
+    const QString path = QFileInfo(name).canonicalFilePath();
+    return path.isEmpty() ? name : path;
 }
 
 /// The first few losses, and how many more there are.
@@ -44,48 +56,64 @@ QString listed(const QStringList& losses) {
     return text;
 }
 
-bool userWants() {
+bool userWants(const QStringList& losses) {
     const ModalScope open;
     const auto answer = QMessageBox::question(
         MQtUtil::mainWindow(), QStringLiteral("Save over damaged drawings"),
         QStringLiteral("Not every drawing of this file could be read:\n\n%1\n\nSaving over the "
                        "file loses them for good. Save over it all the same?")
-            .arg(listed(guarded().losses)),
+            .arg(listed(losses)),
         QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
     return answer == QMessageBox::Yes;
 }
 
-void beforeSaveCheck(bool* allowed, void*) {
-    *allowed = true;
-    if (guarded().file.isEmpty() || currentFile() != guarded().file)
-        return;
-    if (pluginState().interactive) {
-        *allowed = userWants();
-        if (!*allowed)
-            return;
-    } else {
-        *allowed = false;
+bool mayWrite(const QString& file) {
+    const bool again = std::exchange(refused(), QString()) == file;
+    const auto found = guarded().find(file);
+    if (found == guarded().end())
+        return true;
+    const bool wanted = pluginState().interactive ? userWants(found->second) : again;
+    if (wanted) {
+        guarded().erase(file);
+    } else if (!pluginState().interactive) {
+        refused() = file;
         report::error(QStringLiteral("Not every drawing of this file could be read; saving over it "
                                      "loses them for good. Save again to do so, or under another "
                                      "name."));
     }
-    guarded() = {};
+    return wanted;
+}
+
+void beforeSaveCheck(bool* allowed, void*) {
+    *allowed = mayWrite(canonical(MFileIO::currentFile()));
+}
+
+void beforeExportCheck(bool* allowed, void*) {
+    *allowed = mayWrite(canonical(MFileIO::beforeExportFilename()));
 }
 
 void beforeAnotherScene(void*) {
-    guarded() = {};
+    guarded().clear();
+    refused().clear();
+    layer_data::forgetLosses();
+}
+
+void guard(const QString& file) {
+    if (!layer_data::losses().isEmpty() && !file.isEmpty())
+        guarded()[file] = layer_data::losses();
     layer_data::forgetLosses();
 }
 
 void afterOpen(void*) {
-    if (!layer_data::losses().isEmpty())
-        guarded() = {currentFile(), layer_data::losses()};
-    layer_data::forgetLosses();
+    guard(canonical(MFileIO::currentFile()));
 }
 
-/// What an import could not read is still in its own file.
+void beforeImport(void*) {
+    importing() = canonical(MFileIO::beforeImportFilename());
+}
+
 void afterImport(void*) {
-    layer_data::forgetLosses();
+    guard(importing());
 }
 
 struct Message {
@@ -97,7 +125,18 @@ constexpr Message kMessages[] = {
     {MSceneMessage::kBeforeNew, beforeAnotherScene},
     {MSceneMessage::kBeforeOpen, beforeAnotherScene},
     {MSceneMessage::kAfterOpen, afterOpen},
+    {MSceneMessage::kBeforeImport, beforeImport},
     {MSceneMessage::kAfterImport, afterImport},
+};
+
+struct Check {
+    MSceneMessage::Message message;
+    MMessage::MCheckFunction handler;
+};
+
+constexpr Check kChecks[] = {
+    {MSceneMessage::kBeforeSaveCheck, beforeSaveCheck},
+    {MSceneMessage::kBeforeExportCheck, beforeExportCheck},
 };
 
 } // namespace
@@ -110,8 +149,8 @@ void installSaveGuard(MCallbackIdArray& ids) {
     };
     for (const Message& message : kMessages)
         keep(MSceneMessage::addCallback(message.message, message.handler, nullptr, &status));
-    keep(MSceneMessage::addCheckCallback(MSceneMessage::kBeforeSaveCheck, beforeSaveCheck, nullptr,
-                                         &status));
+    for (const Check& check : kChecks)
+        keep(MSceneMessage::addCheckCallback(check.message, check.handler, nullptr, &status));
 }
 
 } // namespace vellum

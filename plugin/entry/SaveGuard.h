@@ -6,10 +6,10 @@
 
 namespace vellum {
 
-/// From now on saving over the file that was opened with losses needs a clear yes: in the interface
-/// a question is asked; without it the first save is refused with a message, the next one goes
-/// through. Another file name is never asked about. The callbacks' ids are appended to `ids`, and
-/// their removal ends it.
+/// From now on saving or exporting over a file that was opened or imported with losses needs a
+/// clear yes: in the interface a question is asked; without it the first time is refused with a
+/// message, the same once more goes through. Another file name is never asked about. The callbacks'
+/// ids are appended to `ids`, and their removal ends it.
 void installSaveGuard(MCallbackIdArray& ids);
 
 } // namespace vellum

@@ -157,6 +157,15 @@ TEST_F(DamagedFilm, IsSavedOverOnlyByWhoInsists) {
         run(open + "file -f -new; file -f -o \"film.ma\"; file -rename \"damaged.ma\";" + save);
     EXPECT_THAT(outcome.out, HasSubstr("refused 0")) << "another scene was opened since";
     write("damaged.ma", damaged);
+    outcome = run(open + "print (\"refused \" + catch(`file -f -type mayaAscii -exportAll "
+                         "\"alias/damaged.ma\"`) + \"\\n\");");
+    EXPECT_THAT(outcome.out, HasSubstr("refused 1")) << "exporting over it is no better";
+    outcome = run(open + save + "file -rename \"other.ma\";" + save +
+                  "file -rename \"damaged.ma\";" + save);
+    EXPECT_THAT(outcome.out, HasSubstr("refused 1\nrefused 0\nrefused 1")) << "away and back";
+    outcome = run("catch(`file -import \"damaged.ma\"`); file -rename \"damaged.ma\";" + save);
+    EXPECT_THAT(outcome.out, HasSubstr("refused 1")) << "imported, then written over";
+    EXPECT_EQ(bytes("damaged.ma"), damaged);
     outcome = run(open + save + save);
     EXPECT_THAT(outcome.out, HasSubstr("refused 1\nrefused 0"));
     EXPECT_EQ(bytes("damaged.ma").count(kHexPicture), kDrawings - 1);

@@ -30,6 +30,10 @@ public:
     static MStatus exportAll(const MString& fileName, const char* type = nullptr,
                              bool preserveReferences = false);
 
+    // As they were given, absolute; of use while such a file is announced, empty otherwise.
+    static MString beforeImportFilename(MStatus* ReturnStatus = nullptr);
+    static MString beforeExportFilename(MStatus* ReturnStatus = nullptr);
+
     static bool isReadingFile();
     static bool isWritingFile();
     static bool isOpeningFile();

@@ -40,6 +40,18 @@ private:
     bool& flag_;
 };
 
+// Holds a file's name while something is done with it.
+class Named {
+public:
+    Named(std::string& name, const std::string& file) : name_(name) { name_ = file; }
+    ~Named() { name_.clear(); }
+    Named(const Named&) = delete;
+    Named& operator=(const Named&) = delete;
+
+private:
+    std::string& name_;
+};
+
 std::string absolutePath(const std::string& path) {
     return QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString();
 }
@@ -233,6 +245,7 @@ ReadResult FileIO::import(const std::string& path) {
         throw FileError("File is of an unknown type: " + full);
     ReadResult result;
     {
+        const Named named(importedFile_, full);
         const Announced announced(MSceneMessage::kBeforeImportCheck, MSceneMessage::kBeforeImport,
                                   MSceneMessage::kAfterImport);
         const Flag flag(importing_);
@@ -293,9 +306,11 @@ void FileIO::save(bool force) {
 }
 
 void FileIO::exportAll(const std::string& path, FileFormat format, bool force) {
+    const std::string full = absolutePath(path);
+    const Named named(exportedFile_, full);
     const Announced announced(MSceneMessage::kBeforeExportCheck, MSceneMessage::kBeforeExport,
                               MSceneMessage::kAfterExport);
-    write(absolutePath(path), format, force);
+    write(full, format, force);
 }
 
 void FileIO::write(const std::string& path, FileFormat format, bool force) {

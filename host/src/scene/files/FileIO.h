@@ -65,6 +65,9 @@ public:
     bool isImporting() const { return importing_; }
     bool isReading() const { return opening_ || importing_; }
     bool isWriting() const { return writing_; }
+    // The file being imported or exported, from before that is announced until it is over.
+    const std::string& importedFile() const { return importedFile_; }
+    const std::string& exportedFile() const { return exportedFile_; }
     // Errors of the last open().
     int readErrors() const { return readErrors_; }
     // Whether save() would write over the file that was read with errors: something of it may not
@@ -97,6 +100,8 @@ private:
     bool opening_ = false;
     bool importing_ = false;
     bool writing_ = false;
+    std::string importedFile_;
+    std::string exportedFile_;
     int readErrors_ = 0;
     std::string damagedFile_; // read with errors, and not written since
     SceneMemory memory_;

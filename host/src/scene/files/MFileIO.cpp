@@ -30,6 +30,12 @@ host::FileFormat formatFor(const char* type) {
     return format;
 }
 
+MString announced(const std::string& file, MStatus* status) {
+    if (status)
+        *status = file.empty() ? MS::kFailure : MS::kSuccess;
+    return file.c_str();
+}
+
 } // namespace
 
 MFileIO::MFileIO() = default;
@@ -101,6 +107,14 @@ MStatus MFileIO::importFile(const MString& fileName, const char*, bool, const ch
 
 MStatus MFileIO::exportAll(const MString& fileName, const char* type, bool) {
     return attempt([&] { host::fileIO().exportAll(fileName.asChar(), formatFor(type)); });
+}
+
+MString MFileIO::beforeImportFilename(MStatus* ReturnStatus) {
+    return announced(host::fileIO().importedFile(), ReturnStatus);
+}
+
+MString MFileIO::beforeExportFilename(MStatus* ReturnStatus) {
+    return announced(host::fileIO().exportedFile(), ReturnStatus);
 }
 
 bool MFileIO::isReadingFile() {

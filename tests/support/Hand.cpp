@@ -65,6 +65,7 @@ void settle() {
 }
 
 Hand::Hand() : injector_(host::InputInjector::create()) {
+    injector_->stopKeyRepeat(); // on a busy machine every key is held for long
 }
 
 Hand::~Hand() = default;

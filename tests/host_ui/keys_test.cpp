@@ -127,6 +127,8 @@ TEST_F(Keys, UndoAndTimeInEveryWindow) {
     calls().clear();
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape, Qt::Key_Delete})
         type({key});
+    QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+    QApplication::sendEvent(floating, &repeated);
     EXPECT_THAT(calls(), ElementsAre("complete", "abort", "delete"));
     host::undoQueue().flush();
     run("deleteUI floating");

@@ -47,7 +47,8 @@ bool windowKeyPressed(const QWidget& window, const QKeyEvent& event) {
     switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (tool)
+        // A held key would complete what it has begun itself, again and again.
+        if (tool && !event.isAutoRepeat())
             tool->completeAction();
         return true;
     case Qt::Key_Escape:

@@ -29,7 +29,6 @@ namespace {
 
 constexpr int kWidth = 250;
 constexpr int kBoxWidth = 32;
-constexpr int kLargestSize = 100;
 constexpr int kLargestOpacity = 100;
 
 bool same(const ToolOptions& a, const ToolOptions& b) {

@@ -62,10 +62,6 @@ QDialog* make(Dialog dialog) {
 
 } // namespace
 
-PanelSet::~PanelSet() {
-    closeAll();
-}
-
 PanelDialog* PanelSet::existing(Panel panel) const {
     return panels_[static_cast<std::size_t>(panel)];
 }

@@ -5,6 +5,7 @@
 #include "ui/Modal.h"
 #include "ui/PanelCommand.h"
 
+#include <QAction>
 #include <QColorDialog>
 #include <QHBoxLayout>
 #include <QPointer>
@@ -63,7 +64,10 @@ void ColorPaletteDialog::OnColorSelected() {
 
 void ColorPaletteDialog::ShowContextMenu(const QPoint& position) {
     auto* menu = new QMenu;
-    menu->addAction(QStringLiteral("Customize..."), this, &ColorPaletteDialog::CustomizeColors);
+    const QAction* customize = menu->addAction(QStringLiteral("Customize..."));
+    // The dialog's event loop may take the menu away, so it begins when the menu's event is done.
+    connect(customize, &QAction::triggered, this, &ColorPaletteDialog::CustomizeColors,
+            Qt::QueuedConnection);
     popUp(menu, mapToGlobal(position));
 }
 

@@ -16,8 +16,6 @@
 #include "ui/layers/LayerPropertiesDialog.h"
 #include "ui/layers/NewLayerDialog.h"
 
-#include <QCoreApplication>
-
 #include <maya/MQtUtil.h>
 
 #include <cstddef>
@@ -63,12 +61,6 @@ QDialog* make(Dialog dialog) {
 }
 
 } // namespace
-
-// At the end of the process all widgets are gone, and so may be the statics that knew of them.
-PanelSet::~PanelSet() {
-    if (QCoreApplication::instance())
-        closeAll();
-}
 
 PanelDialog* PanelSet::existing(Panel panel) const {
     return panels_[static_cast<std::size_t>(panel)];

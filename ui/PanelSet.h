@@ -15,10 +15,10 @@ namespace vellum {
 class LayerManagerDialog;
 class ToolboxDialog;
 
+/// Closes nothing when it is destroyed, which may be at the end of the process: Maya's main window,
+/// the open menu and the settings are gone by then. Whoever owns it calls closeAll() before.
 class PanelSet : public Panels {
 public:
-    ~PanelSet() override;
-
     bool show(Panel panel) override;
     bool open(Dialog dialog) override;
     bool openLayerProperties(const QString& camera, int layer) override;

@@ -258,7 +258,10 @@ void ToolboxDialog::showGhostMenu(int current, Slot setCount, const QPoint& glob
         entry->setChecked(count == current);
     }
     menu->addSeparator();
-    menu->addAction(QStringLiteral("Settings..."), this, &ToolboxDialog::ShowGhostingSettings);
+    const QAction* ghosting = menu->addAction(QStringLiteral("Settings..."));
+    // The dialog's event loop may take the menu away, so it begins when the menu's event is done.
+    connect(ghosting, &QAction::triggered, this, &ToolboxDialog::ShowGhostingSettings,
+            Qt::QueuedConnection);
     popUp(menu, globalPosition);
 }
 

@@ -58,6 +58,8 @@ void connectFloors() {
 void disconnectFloors() {
     setDocumentEnvironment(nullptr);
     setChangeListener(nullptr);
+    if (panelSet)
+        panelSet->closeAll();
     connectPanels(nullptr);
     panelSet.reset();
     environment.reset();

@@ -15,6 +15,7 @@ public:
     explicit LayerAddress(QString camera);
 
     const QString& camera() const { return camera_; }
+    void setCamera(const QString& camera) { camera_ = camera; } ///< it has another name now
 
     /// From now on the layer that has this index now.
     void bind(const LayerManager& document, int index);

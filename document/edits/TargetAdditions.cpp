@@ -17,6 +17,17 @@ void TargetAdditions::rememberCamera(const LayerManager& document) {
     before_ = {document.currentCamera(), document.previousCamera()};
 }
 
+void TargetAdditions::setCamera(const QString& camera) {
+    const QString before = layer_.camera();
+    if (before_) {
+        for (QString* name : {&before_->current, &before_->previous}) {
+            if (*name == before)
+                *name = camera;
+        }
+    }
+    layer_.setCamera(camera);
+}
+
 bool TargetAdditions::addLayer(LayerManager& document, int index) {
     rememberCamera(document);
     index_ = document.addLayer(layer_.camera(), index, QString());

@@ -27,6 +27,9 @@ public:
     TargetAdditions(TargetAdditions&& other) noexcept;
     TargetAdditions& operator=(TargetAdditions&& other) noexcept;
 
+    /// The camera has another name now.
+    void setCamera(const QString& camera);
+
     // Made now. False, adding nothing, when the document refuses.
     bool addLayer(LayerManager& document, int index);
     bool addFrame(LayerManager& document, const MTime& time); ///< to the active layer

@@ -72,8 +72,10 @@ void onImported(void*) {
     const auto names = pluginState().cameraNames;
     const bool broughtDrawings = names && names->imported() > 0;
     drawingsChanged(Change::Drawings);
-    if (broughtDrawings)
+    if (broughtDrawings) {
         sayWhichIsDrawnOn();
+        warnOfCoincidingFrames();
+    }
 }
 
 void onNameChanged(MObject& node, const MString& before, void*) {

@@ -69,7 +69,7 @@ void warnOf(const Layer& layer, const QString& camera) {
                     QString::fromLatin1(isLong ? ", ...)." : ")."));
 }
 
-void warnOfCoincidingFrames(const std::vector<BaseNode*>& nodes) {
+void warnOf(const std::vector<BaseNode*>& nodes) {
     std::set<const LayerManager*> seen; // nodes may share a document
     for (const BaseNode* node : nodes) {
         const auto document = node->layerManager();
@@ -107,7 +107,11 @@ void timeUnitChanged() {
         timeline->timeChanged();
     const std::vector<BaseNode*> nodes = handTimeOn({});
     tell(Change::Time);
-    warnOfCoincidingFrames(nodes);
+    warnOf(nodes);
+}
+
+void warnOfCoincidingFrames() {
+    warnOf(allNodes());
 }
 
 } // namespace vellum

@@ -16,6 +16,9 @@ void propagateCurrentTime();
 /// of which frames share a number now. In a finer unit each has its own again.
 void timeUnitChanged();
 
+/// Warns of each layer of which frames share a number. An import brings frames of a finer unit.
+void warnOfCoincidingFrames();
+
 /// After drawings may have come or gone, which may have been away while time went on: hands the
 /// time to all, in the same look, then tells what has happened (Drawings, Stepped).
 void drawingsChanged(Change happened);

@@ -202,5 +202,18 @@ TEST_F(DamagedFilm, DrawingsThatMeetAreToldAndGuardedAsDamageIs) {
     }
 }
 
+// Nothing is dropped: in the file's own unit every frame has its number again.
+TEST_F(DamagedFilm, AnImportTellsOfFramesThatMeetInTheScenesUnit) {
+    for (const QByteArray name : {"film.ma", "film.mb"}) {
+        SCOPED_TRACE(name.constData());
+        const QByteArray import = "file -import \"" + name + "\";";
+        EXPECT_EQ(run(import).err.find("share a number"), std::string::npos);
+        const Outcome outcome = run("currentUnit -time \"12fps\";" + import +
+                                    "currentUnit -time film; file -rename \"out.ma\"; file -save;");
+        EXPECT_THAT(outcome.err, HasSubstr("of its frames share a number with another one"));
+        EXPECT_EQ(bytes("out.ma").count(kHexPicture), kDrawings);
+    }
+}
+
 } // namespace
 } // namespace vellum::test

@@ -1,5 +1,6 @@
 #include "tools/interaction/DrawContext.h"
 
+#include "document/DocumentEnvironment.h"
 #include "document/LayerManager.h"
 #include "node/BaseNode.h"
 #include "node/NodeSearch.h"
@@ -252,11 +253,19 @@ void DrawContext::commit() {
     forgetStroke();
 }
 
+// The camera may have got another name since the press; the stroke in progress knows it.
+void DrawContext::followCamera() {
+    documentEnvironment().settleCameraNames();
+    if (!strokeInProgress())
+        return;
+    camera_ = document_->strokeCamera();
+    added_.setCamera(camera_);
+}
+
 // Merges the stroke through its command, into the frame that is current now. False when that fails:
 // then it is still in progress.
 bool DrawContext::merge() {
-    if (strokeInProgress())
-        camera_ = document_->strokeCamera(); // it may have another name since the press
+    followCamera();
     const auto document = document_;
     // The command works on the drawing that is active now, which may be another one.
     const bool done = requireNode(document.get(), camera_) &&
@@ -272,6 +281,7 @@ bool DrawContext::merge() {
 void DrawContext::discardStroke() {
     if (!document_)
         return;
+    followCamera();
     document_->discardStroke();
     added_.takeBackUntouched(*document_);
     if (BaseNode* drawn = node())

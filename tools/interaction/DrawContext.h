@@ -64,6 +64,7 @@ private:
     void discardText();
     void endStroke();
     void commit();
+    void followCamera();
     bool merge();
     void discardStroke();
     void forgetStroke();

@@ -1,5 +1,6 @@
 #include "tools/interaction/TransformContext.h"
 
+#include "document/DocumentEnvironment.h"
 #include "document/Frame.h"
 #include "document/Layer.h"
 #include "document/LayerManager.h"
@@ -88,6 +89,17 @@ Stroke* TransformContext::strokeInProgress() const {
                : nullptr;
 }
 
+// The camera may have got another name since the transform was begun; the stroke in progress knows.
+void TransformContext::followCamera() {
+    documentEnvironment().settleCameraNames();
+    const Stroke* stroke = document_ ? document_->currentStroke() : nullptr;
+    if (!stroke || stroke->tool != Tool::Transform)
+        return;
+    camera_ = document_->strokeCamera();
+    layer_.setCamera(camera_);
+    added_.setCamera(camera_);
+}
+
 bool TransformContext::begin(bool paste) {
     BaseNode* active = activeNode();
     const auto document = active ? active->layerManager() : nullptr;
@@ -149,6 +161,7 @@ MStatus TransformContext::doPress(MEvent& event) {
     handler_.watchActiveView();
     if (!activeNode())
         return MS::kFailure;
+    followCamera();
     holdActiveView();
     if (isTransforming()) {
         if (hasMoved())
@@ -205,6 +218,7 @@ void TransformContext::pointerLost() {
 
 MStatus TransformContext::endDrag() {
     letGoOfView();
+    followCamera();
     switch (gesture_.release()) {
     case RegionGesture::Ended::Invalid:
         reportLoss();
@@ -243,6 +257,7 @@ bool TransformContext::beginTransform(bool copy, bool cut) {
 }
 
 void TransformContext::completeAction() {
+    followCamera();
     if (isTransforming()) {
         apply();
         return;
@@ -281,6 +296,7 @@ void TransformContext::cleanUp() {
     // The node may have been deleted: it comes back, with its document, when that is undone.
     if (const auto document = document_) {
         const ChangeGroup group;
+        followCamera();
         if (strokeInProgress())
             document->discardStroke();
         added_.takeBackUntouched(*document);
@@ -294,6 +310,7 @@ void TransformContext::timeChanged() {
     BaseNode* worked = node();
     if (!isTransforming() || !worked)
         return;
+    followCamera();
     if (hasMoved())
         worked->clearTransformDisplay();
     else
@@ -355,6 +372,7 @@ void TransformContext::paste(bool thenTransform) {
 }
 
 void TransformContext::flip(bool horizontally) {
+    followCamera();
     if (!isTransforming() || hasMoved())
         return;
     gesture_.flip(horizontally);

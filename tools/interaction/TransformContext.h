@@ -62,6 +62,7 @@ private:
     bool ensureBegun();
     bool hasMoved() const;
     void reportLoss() const;
+    void followCamera();
     void followView();
     void publish();
     void apply();

@@ -227,7 +227,7 @@ Action Planner::next() {
 } // namespace
 
 std::string Action::text() const {
-    const std::string words = line.toStdString();
+    std::string words = line.toStdString();
     const auto at = [](QPoint place) {
         return std::to_string(place.x()) + "," + std::to_string(place.y());
     };

@@ -16,6 +16,8 @@
 #include "ui/layers/LayerPropertiesDialog.h"
 #include "ui/layers/NewLayerDialog.h"
 
+#include <QScopedValueRollback>
+
 #include <maya/MQtUtil.h>
 
 #include <cstddef>
@@ -94,6 +96,8 @@ bool PanelSet::open(Dialog dialog) {
     const QPointer<QDialog> made = make(dialog);
     if (!made)
         return false;
+    // A script may open one over another.
+    const QScopedValueRollback<QPointer<QDialog>> innermost(open_, made);
     runModal(made);
     delete made.data();
     return true;
@@ -141,6 +145,11 @@ void PanelSet::refreshToolOptions() {
 std::optional<QColor> PanelSet::toolboxColor() {
     const ToolboxDialog* shown = toolbox();
     return shown ? shown->pickedColor() : std::nullopt;
+}
+
+void PanelSet::cancelDialog() {
+    if (open_)
+        open_->reject();
 }
 
 void PanelSet::closeAll() {

@@ -28,6 +28,7 @@ public:
     void refreshToolOptions() override;
     std::optional<QColor> toolboxColor() override;
     void closeAll() override;
+    void cancelDialog() override;
 
 private:
     /// Null when it has not been asked for yet.
@@ -36,6 +37,7 @@ private:
     ToolboxDialog* toolbox() const;
 
     std::array<QPointer<PanelDialog>, kPanelCount> panels_; ///< children of Maya's main window
+    QPointer<QDialog> open_;                                ///< of open(), while it runs
     QPointer<QDialog> import_; ///< not modal: scripts that name its flag go on
 };
 

@@ -198,6 +198,7 @@ MStatus removeSceneEvents() {
 }
 
 void tearDownInterface() {
+    panels().cancelDialog(); // what it shows for trial is not to be saved
     // The overlay is a child of Maya's time slider and would survive with it.
     delete pluginState().timeline;
     pluginState().timeline = nullptr;

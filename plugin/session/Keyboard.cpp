@@ -1,6 +1,7 @@
 #include "plugin/session/Keyboard.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QWidget>
 
 #include <maya/M3dView.h>
@@ -16,8 +17,14 @@ QWidget* activeViewWidget() {
 void giveKeyboardToView() {
     if (QApplication::activeModalWidget() || QApplication::activePopupWidget())
         return;
-    QWidget* view = activeViewWidget();
+    const QPointer<QWidget> view = activeViewWidget();
     if (!view || !view->isVisible())
+        return;
+    // The window system takes its time; what was typed is taken before the action that follows.
+    QWidget* field = QApplication::focusWidget();
+    if (field && field->window() != view->window())
+        field->clearFocus();
+    if (!view)
         return;
     if (!view->isActiveWindow())
         view->activateWindow();

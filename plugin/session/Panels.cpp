@@ -85,6 +85,9 @@ bool Panels::resetInterface() {
 void Panels::closeAll() {
 }
 
+void Panels::cancelDialog() {
+}
+
 Panels& panels() {
     static Panels none;
     Panels* connected = pluginState().panels;

@@ -48,6 +48,9 @@ public:
 
     /// Stores every panel's geometry in the settings and deletes the panels.
     virtual void closeAll();
+
+    /// Leaves the dialog of open() that is open, if any, as its Cancel does.
+    virtual void cancelDialog();
 };
 
 /// Never fails: before the entry connects any, and after it disconnected them, a set without

@@ -1,4 +1,5 @@
 // Ghosting, retiming, preferences, about and import: what each shows, issues and changes.
+#include "foundation/Events.h"
 #include "ui/GhostingCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/PanelSession.h"
@@ -263,6 +264,14 @@ TEST_F(Dialogs, TheMarkersShowTheColorWhileItIsChosen) {
         click(*button(dialog, QStringLiteral("OK")));
     });
     EXPECT_TRUE(showsOnSlider(factory));
+    during("-pr", "PreferencesDialog", [&](QDialog& dialog) {
+        pickRed(dialog);
+        host::events::emit("quitApplication");
+        EXPECT_TRUE(dialog.isHidden());
+        dialog.reject(); // else nothing would end it
+    });
+    EXPECT_EQ(stored("preferences/timelineFrameColor").value<QColor>(), factory)
+        << "nobody has said OK";
 }
 
 TEST_F(Dialogs, AboutTellsWhatAReportNeeds) {

@@ -207,6 +207,26 @@ TEST_F(ToolOptionsPanel, FieldsAreLeftWithoutACommandWhenNothingChanged) {
     EXPECT_TRUE(viewHasKeyboard());
 }
 
+// A click on another panel takes the number first, for the tool that it was typed for.
+TEST_F(ToolOptionsPanel, WhatIsTypedIsTakenBeforeTheNextAction) {
+    QDialog* toolbox = open("-toolbox", "ToolboxDialog");
+    ASSERT_TRUE(toolbox);
+    toolbox->move(300, 60);
+    support::settle();
+    hand.click(box("size"), {8, 8});
+    hand.type({Qt::Key_Control, Qt::Key_A});
+    type(QStringLiteral("55"));
+    echoes.clear();
+    for (QLabel* button : toolbox->findChildren<QLabel*>()) {
+        if (button->toolTip() == QStringLiteral("Line"))
+            click(*button);
+    }
+    EXPECT_THAT(echoes, ElementsAre(QStringLiteral("rvVellumUtil -brushOptions 55 50 30 1"),
+                                    QStringLiteral("rvVellumUtil -lineTool")));
+    EXPECT_EQ(box("size").value(), 7);
+    EXPECT_TRUE(viewHasKeyboard());
+}
+
 TEST_F(ToolOptionsPanel, EveryTypedFontIsSetAndEscapeRestoresTheFirst) {
     ASSERT_TRUE(
         run(QStringLiteral("rvVellumUtil -textTool; rvVellumUtil -textOptions 20 100 Arial")));

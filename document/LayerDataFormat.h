@@ -13,7 +13,8 @@
 // Nothing read is believed before it is checked against what is left. Of damaged data every drawing
 // that is whole stays in the document: behind the damage the readers go on where they recognise one
 // again, in the layer it belongs to as far as that can be told. What is lost is told and remembered
-// (LayerDataLosses.h). A PNG of another kind than ours is read and becomes one of ours (PngCheck.h).
+// (LayerDataLosses.h). A PNG of another kind than ours is read and becomes one of ours
+// (PngCheck.h).
 #pragma once
 
 #include <maya/MStatus.h>
@@ -33,8 +34,8 @@ MStatus writeAscii(const LayerManager& manager, std::ostream& out);
 
 /// Reads from argument `index` on and leaves `index` after the last one used. Each failure is
 /// reported with the index of the argument that caused it. Frames whose picture does not load, or
-/// whose time another has, are skipped and reported, the latter in one message behind all others. kFailure for contents that break off, go on
-/// after their end or contradict themselves.
+/// whose time another has, are skipped and reported, the latter in one message behind all others.
+/// kFailure for contents that break off, go on after their end or contradict themselves.
 MStatus readAscii(LayerManager& manager, const MArgList& args, unsigned& index);
 
 /// kFailure when the stream failed.

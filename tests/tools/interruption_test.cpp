@@ -77,6 +77,29 @@ TEST_F(Interrupted, UndoUnderThePointer) {
     }
 }
 
+// The stroke before it would go, and what could be redone with the next step.
+TEST_F(Interrupted, UndoByKeyWaitsUntilThePenIsUp) {
+    stroke(100);
+    ASSERT_TRUE(waitFor([this] { return inkAt(100) > 0; }));
+    at(5);
+    stroke(150);
+    ASSERT_TRUE(waitFor([this] { return inkAt(150) > 0; }));
+    const auto undoByKey = [this] {
+        key(Qt::Key_Control, true);
+        type({Qt::Key_Z});
+        key(Qt::Key_Control, false);
+    };
+    drag(200);
+    undoByKey();
+    release();
+    EXPECT_TRUE(waitFor([this] { return inkAt(200) > 0; }));
+    EXPECT_GT(inkAt(150), 0) << "undone while the pen was down";
+    undoByKey();
+    EXPECT_TRUE(waitFor([this] { return inkAt(200) == 0; })) << "afterwards the key works";
+    EXPECT_GT(inkAt(150), 0);
+    nothingIsStuck();
+}
+
 TEST_F(Interrupted, UndoOfTheFrameUnderThePointer) {
     stroke(100);
     const QImage first = picture();

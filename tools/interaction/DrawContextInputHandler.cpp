@@ -58,6 +58,14 @@ QList<QWidget*> viewWidgets() {
     return all;
 }
 
+/// Undo or redo while the pen is down. It would take away what came before the stroke, which then
+/// clears what could be redone: one slip of the other hand, and a drawing is gone.
+bool isUndoInStroke(const QKeyEvent& event) {
+    return ThreadManager::instance().isActive() &&
+           (event.key() == Qt::Key_Z || event.matches(QKeySequence::Undo) ||
+            event.matches(QKeySequence::Redo));
+}
+
 } // namespace
 
 bool isCommandKey(const QKeyEvent& event) {
@@ -303,12 +311,16 @@ bool DrawContextInputHandler::filterKey(QEvent* event) {
 
 bool DrawContextInputHandler::wantsKey(const QKeyEvent& event) const {
     const int key = event.key();
+    if (isUndoInStroke(event))
+        return true;
     if (isCommandKey(event) || isModifierKey(key) || panZoomKey_.is(key))
         return false;
     return textTarget_ != nullptr || sizeKey_.is(key) || opacityKey_.is(key);
 }
 
 bool DrawContextInputHandler::keyPressed(const QKeyEvent& event) {
+    if (isUndoInStroke(event))
+        return true;
     if (panZoomKey_.press(event.key()))
         return false;
     if (textTarget_ && isCommandKey(event))

@@ -39,8 +39,8 @@ public:
     /// once the pressure is known or has been waited for long enough.
     void releaseHeld();
 
-    /// Ends the pause between two polls. From any thread, when a call of Shutdown() has been queued:
-    /// Run() does not return before.
+    /// Ends the pause between two polls. From any thread, when a call of Shutdown() has been
+    /// queued: Run() does not return before.
     void wake() { wake_.release(); }
 
 public Q_SLOTS:

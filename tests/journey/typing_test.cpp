@@ -53,7 +53,7 @@ protected:
     /// The field, one letter more or less would be another tenth.
     void expectText(const QImage& image, int pixels) const {
         EXPECT_GT(pixels, 500);
-        EXPECT_NEAR(changedPixels(image), pixels, pixels / 20);
+        EXPECT_NEAR(changedPixels(image), pixels, 0.05 * pixels);
     }
     bool asks(const std::function<void()>& act, QMessageBox::StandardButton answer) {
         bool asked = false;

@@ -17,7 +17,6 @@ namespace vellum::test {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
 
 const char* const kPalette[] = {"-cp", "ColorPaletteDialog"};
 

@@ -73,7 +73,8 @@ void PanelSession::answering(const char* className, const std::function<void(QDi
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (answered || !dialog || !dialog->inherits(className))
+        // Keys typed before the window is active go nowhere.
+        if (answered || !dialog || !dialog->inherits(className) || !dialog->isActiveWindow())
             return;
         answered = true;
         answer(*dialog);
